@@ -1,0 +1,288 @@
+#include "api/Client.h"
+
+#include "api/AppInfo.h"
+#include "api/Endpoint.h"
+#include "api/Errors.h"
+
+#include <QCoroNetworkReply>
+#include <QLoggingCategory>
+#include <QNetworkReply>
+#include <QPointer>
+#include <QStringDecoder>
+#include <QTimer>
+
+Q_LOGGING_CATEGORY(lcClient, "API.Client")
+
+namespace API {
+
+namespace {
+
+// Why a reply ended without an HTTP answer of its own, when we ended it.
+enum class EndedBy { none, idleTimeout, overallTimeout, redirectRefused };
+constexpr const char *endedByProperty = "quillo.endedBy";
+constexpr const char *refusedTargetProperty = "quillo.refusedTarget";
+
+enum class StatusClass { informational, success, redirection, clientError, serverError, unknown };
+
+StatusClass classify(int code)
+{
+    const auto in = [code](int low, int high) { return code >= low && code <= high; };
+    if (in(100, 102))
+        return StatusClass::informational;
+    if (in(200, 208) || code == 226)
+        return StatusClass::success;
+    if (in(300, 308))
+        return StatusClass::redirection;
+    if (in(400, 418) || in(421, 424) || code == 426 || code == 428 || code == 429 || code == 431 || code == 444
+        || code == 451 || in(495, 497) || code == 499)
+        return StatusClass::clientError;
+    if (in(500, 508) || code == 510 || code == 511)
+        return StatusClass::serverError;
+    return StatusClass::unknown;
+}
+
+QString normalisedBasePath(const QString &path)
+{
+    QString base = path.trimmed();
+    while (base.endsWith(u'/'))
+        base.chop(1);
+    if (!base.isEmpty() && !base.startsWith(u'/'))
+        base.prepend(u'/');
+    return base;
+}
+
+void endReply(QNetworkReply *reply, EndedBy reason)
+{
+    reply->setProperty(endedByProperty, static_cast<int>(reason));
+    reply->abort();
+}
+
+} // namespace
+
+Client::Client(ClientConfiguration configuration, QObject *parent)
+    : QObject(parent)
+    , m_configuration(std::move(configuration))
+{
+    m_network.setCache(nullptr);
+}
+
+Client::~Client()
+{
+    cancelAll();
+}
+
+QString Client::userAgent()
+{
+    return QString::fromUtf16(AppInfo::name) + QStringLiteral(" v.") + QString::fromUtf16(AppInfo::version) + QStringLiteral(" (")
+         + QString::fromUtf16(AppInfo::buildNumber) + QStringLiteral(")");
+}
+
+QString Client::decodeText(const QByteArray &body)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = decoder.decode(body);
+    if (decoder.hasError())
+        throw ResponseDecodingError();
+    return text;
+}
+
+void Client::cancelAll()
+{
+    // abort() finishes the reply at once, which removes it from the set: iterate over a copy.
+    const auto replies = m_inFlight;
+    for (QNetworkReply *reply : replies)
+        reply->abort();
+}
+
+QNetworkReply *Client::send(const APIEndpoint &endpoint, const QUrl &url)
+{
+    QNetworkRequest request(url);
+    request.setHeader(QNetworkRequest::UserAgentHeader, userAgent());
+    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
+    request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                         m_redirectPolicy.followsSameHost ? QNetworkRequest::UserVerifiedRedirectPolicy
+                                                          : QNetworkRequest::ManualRedirectPolicy);
+    if (!endpoint.contentType.isEmpty())
+        request.setHeader(QNetworkRequest::ContentTypeHeader, endpoint.contentType);
+
+    switch (m_configuration.authMethod) {
+    case AuthMethod::none:
+    case AuthMethod::cookieLogin: break;
+    case AuthMethod::basic:
+        if (!m_credentials.username.isEmpty() && !m_credentials.password.isEmpty()) {
+            const QByteArray pair = (m_credentials.username + u':' + m_credentials.password).toUtf8();
+            request.setRawHeader("Authorization", "Basic " + pair.toBase64());
+        }
+        break;
+    case AuthMethod::apiKey:
+        if (!m_credentials.apiKey.isEmpty())
+            request.setRawHeader("Authorization", "Bearer " + m_credentials.apiKey.toUtf8());
+        break;
+    }
+
+    QNetworkReply *reply = m_network.sendCustomRequest(request, methodWord(endpoint.method), endpoint.body);
+    m_inFlight.insert(reply);
+    connect(reply, &QNetworkReply::finished, this, [this, reply] { m_inFlight.remove(reply); });
+
+    auto *idle = new QTimer(reply);
+    idle->setSingleShot(true);
+    idle->callOnTimeout(reply, [reply] { endReply(reply, EndedBy::idleTimeout); });
+    idle->start(m_timeouts.idle);
+    const auto stillAlive = [idle](qint64, qint64) { idle->start(); };
+    connect(reply, &QNetworkReply::downloadProgress, idle, stillAlive);
+    connect(reply, &QNetworkReply::uploadProgress, idle, stillAlive);
+    QTimer::singleShot(m_timeouts.overall, reply, [reply] { endReply(reply, EndedBy::overallTimeout); });
+
+    if (m_redirectPolicy.followsSameHost) {
+        // Each hop is judged against the one before it.
+        connect(reply, &QNetworkReply::redirected, reply, [this, reply, from = url](const QUrl &target) mutable {
+            const QUrl resolved = from.resolved(target);
+            if (m_redirectPolicy.allows(from, resolved)) {
+                from = resolved;
+                Q_EMIT reply->redirectAllowed();
+            } else {
+                reply->setProperty(refusedTargetProperty, resolved);
+                endReply(reply, EndedBy::redirectRefused);
+            }
+        });
+    }
+    return reply;
+}
+
+QCoro::Task<QByteArray> Client::perform(APIEndpoint endpoint)
+{
+    const ClientConfiguration &config = m_configuration;
+    if (config.host.isEmpty() || !config.port || *config.port == 0)
+        co_return QByteArray();
+
+    const QString scheme = config.useHTTPS ? QStringLiteral("https") : QStringLiteral("http");
+    const QString path = normalisedBasePath(config.path) + QStringLiteral("/api/v2/") + endpoint.path();
+    QUrl url;
+    url.setScheme(scheme);
+    url.setHost(config.host);
+    url.setPort(*config.port);
+    url.setPath(path);
+    if (!url.isValid() || url.host().isEmpty())
+        throw NetworkError::urlBuildError(scheme, config.host, config.port, path);
+
+    QPointer<Client> self(this);
+    std::unique_ptr<QNetworkReply, void (*)(QNetworkReply *)> reply(send(endpoint, url),
+                                                                    [](QNetworkReply *r) { r->deleteLater(); });
+    co_await reply.get();
+    if (!self)
+        throw TransportError(QNetworkReply::OperationCanceledError, QStringLiteral("The connection was closed."));
+    co_return vet(*reply, endpoint);
+}
+
+QByteArray Client::vet(QNetworkReply &reply, const APIEndpoint &endpoint) const
+{
+    const auto endedBy = static_cast<EndedBy>(reply.property(endedByProperty).toInt());
+    if (endedBy == EndedBy::redirectRefused) {
+        const QUrl target = reply.property(refusedTargetProperty).toUrl();
+        qCCritical(lcClient, "Redirect from %s to %s is blocked.", qUtf8Printable(reply.request().url().toString()),
+                   qUtf8Printable(target.toString()));
+        throw NetworkError::redirectBlocked(target);
+    }
+    if (endedBy == EndedBy::idleTimeout || endedBy == EndedBy::overallTimeout)
+        throw TransportError(QNetworkReply::TimeoutError, QStringLiteral("The request timed out."), true);
+
+    const QVariant statusAttribute = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute);
+    if (!statusAttribute.isValid()) {
+        if (reply.error() != QNetworkReply::NoError)
+            throw TransportError(reply.error(), reply.errorString());
+        throw NetworkError::invalideResponse(reply.url());
+    }
+
+    const int status = statusAttribute.toInt();
+    const QByteArray body = reply.readAll();
+    switch (classify(status)) {
+    case StatusClass::redirection: {
+        const QByteArray location = reply.rawHeader("Location");
+        std::optional<QUrl> target;
+        if (!location.isEmpty())
+            target = reply.url().resolved(QUrl::fromEncoded(location));
+        qCCritical(lcClient, "Redirect from %s to %s is blocked.", qUtf8Printable(reply.url().toString()),
+                   target ? qUtf8Printable(target->toString()) : "nil");
+        throw NetworkError::redirectBlocked(target);
+    }
+    case StatusClass::serverError: throw NetworkError::connectionError();
+    default: break;
+    }
+    checkStatus(status, body, endpoint);
+    return body;
+}
+
+// Every group treats 401 and 403 as authorisation failures (every action but login needs a session);
+// the torrent group adds 404 and its per-action rules. Any other status passes through as data.
+void Client::checkStatus(int status, const QByteArray &body, const APIEndpoint &endpoint) const
+{
+    const bool isTorrentAction = endpoint.group == APIEndpoint::Group::tntManagement;
+    if (isTorrentAction) {
+        const QString serverText = QString::fromUtf8(body).trimmed();
+        if (const StatusRule *rule = endpoint.ruleFor(status, serverText))
+            throw TntManagmentError(rule->kind, endpoint.subjectPath, serverText, rule->description);
+    }
+    using C = AutorizationError::Case;
+    const AuthMethod method = m_configuration.authMethod;
+    switch (status) {
+    case 401:
+        if (method == AuthMethod::basic && !m_credentials.isMissing(AuthMethod::basic))
+            throw AutorizationError(C::badCredentials);
+        throw AutorizationError(C::unauthorized);
+    case 403:
+        // A banned address is refused before any session check, with the reason in the body.
+        if (body.contains("banned"))
+            throw AutorizationError(C::forbidden);
+        if (method == AuthMethod::apiKey && !m_credentials.apiKey.isEmpty())
+            throw AutorizationError(C::invalidAPIKey);
+        throw AutorizationError(C::unauthorized);
+    case 404:
+        if (isTorrentAction)
+            throw TntManagmentError(TntManagmentError::Case::hashNotFound);
+        break;
+    default: break;
+    }
+}
+
+QCoro::Task<QString> Client::performText(APIEndpoint endpoint)
+{
+    co_return decodeText(co_await perform(std::move(endpoint)));
+}
+
+QCoro::Task<void> Client::login()
+{
+    const QString answer = co_await performText(Endpoint::Auth::login(m_credentials));
+    if (answer.contains(u"fails", Qt::CaseInsensitive))
+        throw AutorizationError(AutorizationError::Case::unauthorized);
+}
+
+QCoro::Task<void> Client::logout()
+{
+    try {
+        co_await perform(Endpoint::Auth::logout());
+    } catch (const AutorizationError &) {
+        qCInfo(lcClient, "Logout: the session is already gone.");
+    }
+}
+
+QCoro::Task<QString> Client::version()
+{
+    co_return co_await performText(Endpoint::Application::version());
+}
+
+QCoro::Task<WebAPIVersion> Client::webapiVersion()
+{
+    const QString text = co_await performText(Endpoint::Application::webapiVersion());
+    const auto version = WebAPIVersion::parse(text);
+    if (!version)
+        throw ResponseDecodingError(QStringLiteral("\"%1\" is not a version number.").arg(text));
+    co_return *version;
+}
+
+QCoro::Task<BuildInfo> Client::buildInfo()
+{
+    co_return BuildInfo::decode(co_await perform(Endpoint::Application::buildInfo()));
+}
+
+} // namespace API

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "api/APIEndpoint.h"
+#include "api/AuthMethod.h"
+#include "api/BuildInfo.h"
+#include "api/RedirectPolicy.h"
+#include "api/WebAPIVersion.h"
+#include "core/ClientConfiguration.h"
+
+#include <QCoroTask>
+#include <QNetworkAccessManager>
+#include <QObject>
+#include <QSet>
+
+#include <chrono>
+
+class QNetworkReply;
+
+namespace API {
+
+// The only code that speaks HTTP to the server. One client per selected connection: it owns the
+// network session and its cookie jar, so a new client forgets the previous server's session.
+// Lives on the main thread; Qt's network stack does the I/O.
+class Client : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Timeouts
+    {
+        // The request's own 60 s outranks the session's 45 s: a request idle that long fails.
+        std::chrono::milliseconds idle{60'000};
+        // No request may take longer than this, however steadily data trickles in.
+        std::chrono::milliseconds overall{120'000};
+    };
+
+    explicit Client(ClientConfiguration configuration, QObject *parent = nullptr);
+    ~Client() override;
+
+    const ClientConfiguration &configuration() const { return m_configuration; }
+    const UserCredentials &credentials() const { return m_credentials; }
+    void setCredentials(UserCredentials credentials) { m_credentials = std::move(credentials); }
+    void setTimeouts(Timeouts timeouts) { m_timeouts = timeouts; }
+    void setRedirectPolicy(RedirectPolicy policy) { m_redirectPolicy = policy; }
+
+    // Sends one request and returns the vetted body, or throws AutorizationError, NetworkError,
+    // TntManagmentError or TransportError. A connection without host or port sends nothing and
+    // returns an empty body.
+    QCoro::Task<QByteArray> perform(APIEndpoint endpoint);
+    // As perform(), decoding the body as UTF-8 text (ResponseDecodingError when it is not).
+    QCoro::Task<QString> performText(APIEndpoint endpoint);
+
+    QCoro::Task<void> login();
+    QCoro::Task<void> logout();
+    QCoro::Task<QString> version();
+    QCoro::Task<WebAPIVersion> webapiVersion();
+    QCoro::Task<BuildInfo> buildInfo();
+
+    // Aborts every request in flight; their callers get a cancelled TransportError.
+    void cancelAll();
+
+    static QString userAgent();
+    static QString decodeText(const QByteArray &body); // throws ResponseDecodingError
+
+private:
+    QNetworkReply *send(const APIEndpoint &endpoint, const QUrl &url);
+    QByteArray vet(QNetworkReply &reply, const APIEndpoint &endpoint) const;
+    void checkStatus(int status, const QByteArray &body, const APIEndpoint &endpoint) const;
+
+    ClientConfiguration m_configuration;
+    UserCredentials m_credentials;
+    Timeouts m_timeouts;
+    RedirectPolicy m_redirectPolicy;
+    QNetworkAccessManager m_network;
+    QSet<QNetworkReply *> m_inFlight;
+};
+
+} // namespace API

@@ -1,0 +1,383 @@
+#include "api/Endpoint.h"
+
+namespace API::Endpoint {
+
+namespace {
+
+using Group = APIEndpoint::Group;
+using Case = TntManagmentError::Case;
+
+const QByteArray formContentType = QByteArrayLiteral("application/x-www-form-urlencoded");
+constexpr WebAPIVersion trackerUrlRenamed{2, 15, 0};
+constexpr WebAPIVersion shareLimitActionRequired{2, 15, 0};
+
+APIEndpoint get(Group group, QString name)
+{
+    return {.group = group, .name = std::move(name), .method = HttpMethod::get};
+}
+
+APIEndpoint post(Group group, QString name, const FormBody &form = {}, QList<StatusRule> rules = {})
+{
+    APIEndpoint endpoint{.group = group, .name = std::move(name), .method = HttpMethod::post};
+    if (!form.bytes().isEmpty()) {
+        endpoint.body = form.bytes();
+        endpoint.contentType = formContentType;
+    }
+    endpoint.statusRules = std::move(rules);
+    return endpoint;
+}
+
+APIEndpoint multipart(QString name, const MultipartBody &upload, QList<StatusRule> rules)
+{
+    return {.group = Group::tntManagement,
+            .name = std::move(name),
+            .method = HttpMethod::post,
+            .body = upload.bytes,
+            .contentType = "multipart/form-data; boundary=" + upload.boundary,
+            .statusRules = std::move(rules)};
+}
+
+APIEndpoint torrents(QString name, const FormBody &form, QList<StatusRule> rules = {})
+{
+    return post(Group::tntManagement, std::move(name), form, std::move(rules));
+}
+
+QString joined(const QStringList &hashes)
+{
+    return hashes.join(u'|');
+}
+
+APIEndpoint forHashes(QString name, const QStringList &hashes, QList<StatusRule> rules = {})
+{
+    return torrents(std::move(name), FormBody().add(u"hashes", joined(hashes)), std::move(rules));
+}
+
+APIEndpoint forHash(QString name, const QString &hash)
+{
+    return torrents(std::move(name), FormBody().add(u"hash", hash));
+}
+
+const QList<StatusRule> queueRules{{409, Case::queueingDisabled, {}}};
+
+} // namespace
+
+namespace Auth {
+
+APIEndpoint login(const UserCredentials &credentials)
+{
+    return post(Group::auth, QStringLiteral("login"),
+                FormBody().add(u"username", credentials.username).add(u"password", credentials.password));
+}
+
+APIEndpoint logout()
+{
+    return post(Group::auth, QStringLiteral("logout"));
+}
+
+} // namespace Auth
+
+namespace Application {
+
+APIEndpoint setPreferences(const QByteArray &preferencesJson)
+{
+    return post(Group::application, QStringLiteral("setPreferences"),
+                FormBody().add(u"json", QString::fromUtf8(preferencesJson)));
+}
+
+APIEndpoint networkInterfaceAddressList(const QString &interfaceName)
+{
+    return post(Group::application, QStringLiteral("networkInterfaceAddressList"),
+                FormBody().add(u"iface", interfaceName));
+}
+
+APIEndpoint version() { return get(Group::application, QStringLiteral("version")); }
+APIEndpoint webapiVersion() { return get(Group::application, QStringLiteral("webapiVersion")); }
+APIEndpoint buildInfo() { return get(Group::application, QStringLiteral("buildInfo")); }
+APIEndpoint shutdown() { return post(Group::application, QStringLiteral("shutdown")); }
+APIEndpoint preferences() { return get(Group::application, QStringLiteral("preferences")); }
+APIEndpoint defaultSavePath() { return get(Group::application, QStringLiteral("defaultSavePath")); }
+APIEndpoint networkInterfaceList() { return get(Group::application, QStringLiteral("networkInterfaceList")); }
+APIEndpoint rotateAPIKey() { return post(Group::application, QStringLiteral("rotateAPIKey")); }
+APIEndpoint deleteAPIKey() { return post(Group::application, QStringLiteral("deleteAPIKey")); }
+
+} // namespace Application
+
+namespace Sync {
+
+APIEndpoint maindata(qint64 rid)
+{
+    return post(Group::sync, QStringLiteral("maindata"), FormBody().add(u"rid", rid));
+}
+
+APIEndpoint torrentPeers(const QString &hash, qint64 rid)
+{
+    return post(Group::sync, QStringLiteral("torrentPeers"), FormBody().add(u"hash", hash).add(u"rid", rid));
+}
+
+} // namespace Sync
+
+namespace TntManagement {
+
+APIEndpoint pause(const QStringList &hashes) { return forHashes(QStringLiteral("pause"), hashes); }
+APIEndpoint stop(const QStringList &hashes) { return forHashes(QStringLiteral("stop"), hashes); }
+APIEndpoint resume(const QStringList &hashes) { return forHashes(QStringLiteral("resume"), hashes); }
+APIEndpoint start(const QStringList &hashes) { return forHashes(QStringLiteral("start"), hashes); }
+
+APIEndpoint setForceStart(const QStringList &hashes, bool value)
+{
+    return torrents(QStringLiteral("setForceStart"), FormBody().add(u"hashes", joined(hashes)).add(u"value", value));
+}
+
+APIEndpoint recheck(const QStringList &hashes) { return forHashes(QStringLiteral("recheck"), hashes); }
+APIEndpoint reannounce(const QStringList &hashes) { return forHashes(QStringLiteral("reannounce"), hashes); }
+
+APIEndpoint add(const MultipartBody &upload)
+{
+    // Up to 5.1 an unusable file is 415; from 5.2 "nothing was added" is 409.
+    return multipart(QStringLiteral("add"), upload,
+                     {{415, Case::invalideFile, {}}, {409, Case::addingRejected, {}}, {400, Case::invalideFile, {}}});
+}
+
+APIEndpoint fetchMetadata(const QString &source, const std::optional<QString> &downloader)
+{
+    FormBody form;
+    form.add(u"source", source);
+    if (downloader)
+        form.add(u"downloader", *downloader);
+    return torrents(QStringLiteral("fetchMetadata"), form,
+                    {{400, Case::invalidSource, {}}, {409, Case::invalidSource, {}}});
+}
+
+APIEndpoint parseMetadata(const MultipartBody &upload)
+{
+    return multipart(QStringLiteral("parseMetadata"), upload,
+                     {{400, Case::invalideFile, {}}, {415, Case::invalideFile, {}}});
+}
+
+APIEndpoint deleteTnts(const QStringList &hashes, bool deleteFiles)
+{
+    return torrents(QStringLiteral("delete"),
+                    FormBody().add(u"hashes", joined(hashes)).add(u"deleteFiles", deleteFiles));
+}
+
+APIEndpoint trackers(const QString &hash) { return forHash(QStringLiteral("trackers"), hash); }
+
+APIEndpoint addTrackers(const QString &hash, const QStringList &urls)
+{
+    return torrents(QStringLiteral("addTrackers"), FormBody().add(u"hash", hash).add(u"urls", urls.join(u'\n')));
+}
+
+APIEndpoint editTracker(const QString &hash, const QString &origUrl, const QString &newUrl,
+                        const WebAPIVersion &apiVersion)
+{
+    const auto oldKey = apiVersion >= trackerUrlRenamed ? u"url" : u"origUrl";
+    return torrents(QStringLiteral("editTracker"),
+                    FormBody().add(u"hash", hash).add(oldKey, origUrl).add(u"newUrl", newUrl),
+                    {{400, Case::badNewURL, {}}, {409, Case::trackerAlreadyExistOrNotFound, {}}});
+}
+
+APIEndpoint removeTrackers(const QString &hash, const QStringList &urls)
+{
+    return torrents(QStringLiteral("removeTrackers"), FormBody().add(u"hash", hash).add(u"urls", urls.join(u'|')),
+                    {{409, Case::trackerAlreadyExistOrNotFound, {}}});
+}
+
+APIEndpoint properties(const QString &hash) { return forHash(QStringLiteral("properties"), hash); }
+APIEndpoint webseeds(const QString &hash) { return forHash(QStringLiteral("webseeds"), hash); }
+APIEndpoint files(const QString &hash) { return forHash(QStringLiteral("files"), hash); }
+APIEndpoint pieceStates(const QString &hash) { return forHash(QStringLiteral("pieceStates"), hash); }
+
+APIEndpoint addPeers(const QStringList &hashes, const QStringList &peers)
+{
+    return torrents(QStringLiteral("addPeers"),
+                    FormBody().add(u"hashes", joined(hashes)).add(u"peers", peers.join(u'|')),
+                    {{400, Case::missingParameter, QStringLiteral("Failed to add peers!")}});
+}
+
+APIEndpoint increasePrio(const QStringList &hashes) { return forHashes(QStringLiteral("increasePrio"), hashes, queueRules); }
+APIEndpoint decreasePrio(const QStringList &hashes) { return forHashes(QStringLiteral("decreasePrio"), hashes, queueRules); }
+APIEndpoint topPrio(const QStringList &hashes) { return forHashes(QStringLiteral("topPrio"), hashes, queueRules); }
+APIEndpoint bottomPrio(const QStringList &hashes) { return forHashes(QStringLiteral("bottomPrio"), hashes, queueRules); }
+
+APIEndpoint filePrio(const QString &hash, const QList<int> &fileIndexes, int priority)
+{
+    QStringList ids;
+    ids.reserve(fileIndexes.size());
+    for (const int index : fileIndexes)
+        ids << QString::number(index);
+    // Both "no metadata yet" and "no such file" are 409; only the server's text tells them apart.
+    return torrents(QStringLiteral("filePrio"),
+                    FormBody().add(u"hash", hash).add(u"id", ids.join(u'|')).add(u"priority", priority),
+                    {{400, Case::missingParameter, {}},
+                     {409, Case::metadataNotDownloaded, {}, QStringLiteral("metadata")},
+                     {409, Case::fileIdNotValid, {}}});
+}
+
+APIEndpoint setDownloadLimit(const QStringList &hashes, qint64 limit)
+{
+    return torrents(QStringLiteral("setDownloadLimit"), FormBody().add(u"hashes", joined(hashes)).add(u"limit", limit),
+                    {{400, Case::missingParameter, {}}});
+}
+
+APIEndpoint setUploadLimit(const QStringList &hashes, qint64 limit)
+{
+    return torrents(QStringLiteral("setUploadLimit"), FormBody().add(u"hashes", joined(hashes)).add(u"limit", limit),
+                    {{400, Case::missingParameter, {}}});
+}
+
+APIEndpoint setShareLimits(const QStringList &hashes, double ratioLimit, qint64 seedingTimeLimit,
+                           qint64 inactiveSeedingTimeLimit, const WebAPIVersion &apiVersion)
+{
+    FormBody form;
+    form.add(u"hashes", joined(hashes))
+        .add(u"ratioLimit", ratioLimit)
+        .add(u"seedingTimeLimit", seedingTimeLimit)
+        .add(u"inactiveSeedingTimeLimit", inactiveSeedingTimeLimit);
+    if (apiVersion >= shareLimitActionRequired)
+        form.add(u"shareLimitAction", QStringLiteral("Default"));
+    return torrents(QStringLiteral("setShareLimits"), form, {{400, Case::missingParameter, {}}});
+}
+
+APIEndpoint setLocation(const QStringList &hashes, const QString &location)
+{
+    // A plain "Forbidden" is a missing session, not a folder the server cannot write to.
+    auto endpoint = torrents(QStringLiteral("setLocation"),
+                             FormBody().add(u"hashes", joined(hashes)).add(u"location", location),
+                             {{400, Case::missingParameter,
+                               QStringLiteral("An error occurred while setting the torrent location!")},
+                              {409, Case::failedCreateDirectory, {}},
+                              {403, Case::writeAccessDenied, {}, QStringLiteral("write")}});
+    endpoint.subjectPath = location;
+    return endpoint;
+}
+
+APIEndpoint rename(const QString &hash, const QString &name)
+{
+    return torrents(QStringLiteral("rename"), FormBody().add(u"hash", hash).add(u"name", name),
+                    {{409, Case::missingParameter, QStringLiteral("Invalid torrent name!")}});
+}
+
+static APIEndpoint renamePath(QString action, const QString &hash, const QString &oldPath, const QString &newPath)
+{
+    return torrents(std::move(action), FormBody().add(u"hash", hash).add(u"oldPath", oldPath).add(u"newPath", newPath),
+                    {{400, Case::missingParameter, QStringLiteral("Failed to rename!")},
+                     {409, Case::missingParameter, QStringLiteral("Failed to rename!")}});
+}
+
+APIEndpoint renameFile(const QString &hash, const QString &oldPath, const QString &newPath)
+{
+    return renamePath(QStringLiteral("renameFile"), hash, oldPath, newPath);
+}
+
+APIEndpoint renameFolder(const QString &hash, const QString &oldPath, const QString &newPath)
+{
+    return renamePath(QStringLiteral("renameFolder"), hash, oldPath, newPath);
+}
+
+APIEndpoint setCategory(const QStringList &hashes, const QString &category)
+{
+    return torrents(QStringLiteral("setCategory"), FormBody().add(u"hashes", joined(hashes)).add(u"category", category),
+                    {{409, Case::missingParameter, QStringLiteral("Category does not exist!")}});
+}
+
+static APIEndpoint categoryEdit(QString action, const QString &name, const QString &savePath, const QString &failure)
+{
+    // 5.2 answers 404 for a category that does not exist: it names no torrent.
+    return torrents(std::move(action), FormBody().add(u"category", name).add(u"savePath", savePath),
+                    {{400, Case::missingParameter, failure},
+                     {409, Case::missingParameter, failure},
+                     {404, Case::missingParameter, failure}});
+}
+
+APIEndpoint createCategory(const QString &name, const QString &savePath)
+{
+    return categoryEdit(QStringLiteral("createCategory"), name, savePath, QStringLiteral("Failed to create category!"));
+}
+
+APIEndpoint editCategory(const QString &name, const QString &savePath)
+{
+    return categoryEdit(QStringLiteral("editCategory"), name, savePath, QStringLiteral("Failed to edit category!"));
+}
+
+APIEndpoint removeCategories(const QStringList &names)
+{
+    return torrents(QStringLiteral("removeCategories"), FormBody().add(u"categories", names.join(u'\n')));
+}
+
+static QString joinedTags(const QStringList &tags)
+{
+    return tags.join(QStringLiteral(", "));
+}
+
+APIEndpoint addTags(const QStringList &hashes, const QStringList &tags)
+{
+    return torrents(QStringLiteral("addTags"), FormBody().add(u"hashes", joined(hashes)).add(u"tags", joinedTags(tags)));
+}
+
+APIEndpoint removeTags(const QStringList &hashes, const QStringList &tags)
+{
+    return torrents(QStringLiteral("removeTags"),
+                    FormBody().add(u"hashes", joined(hashes)).add(u"tags", joinedTags(tags)));
+}
+
+APIEndpoint createTags(const QStringList &tags)
+{
+    return torrents(QStringLiteral("createTags"), FormBody().add(u"tags", joinedTags(tags)));
+}
+
+APIEndpoint deleteTags(const QStringList &tags)
+{
+    return torrents(QStringLiteral("deleteTags"), FormBody().add(u"tags", joinedTags(tags)));
+}
+
+APIEndpoint setAutoManagement(const QStringList &hashes, bool enable)
+{
+    return torrents(QStringLiteral("setAutoManagement"),
+                    FormBody().add(u"hashes", joined(hashes)).add(u"enable", enable));
+}
+
+APIEndpoint toggleSequentialDownload(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("toggleSequentialDownload"), hashes);
+}
+
+APIEndpoint toggleFirstLastPiecePrio(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("toggleFirstLastPiecePrio"), hashes);
+}
+
+APIEndpoint setSuperSeeding(const QStringList &hashes, bool value)
+{
+    return torrents(QStringLiteral("setSuperSeeding"), FormBody().add(u"hashes", joined(hashes)).add(u"value", value));
+}
+
+APIEndpoint downloadLimit(const QStringList &hashes) { return forHashes(QStringLiteral("downloadLimit"), hashes); }
+APIEndpoint uploadLimit(const QStringList &hashes) { return forHashes(QStringLiteral("uploadLimit"), hashes); }
+
+} // namespace TntManagement
+
+namespace TransferInfo {
+
+APIEndpoint banPeers(const QStringList &peers)
+{
+    return post(Group::transferInfo, QStringLiteral("banPeers"), FormBody().add(u"peers", peers.join(u'|')));
+}
+
+APIEndpoint speedLimitsMode() { return get(Group::transferInfo, QStringLiteral("speedLimitsMode")); }
+APIEndpoint toggleSpeedLimitsMode() { return post(Group::transferInfo, QStringLiteral("toggleSpeedLimitsMode")); }
+APIEndpoint downloadLimit() { return get(Group::transferInfo, QStringLiteral("downloadLimit")); }
+APIEndpoint uploadLimit() { return get(Group::transferInfo, QStringLiteral("uploadLimit")); }
+
+APIEndpoint setDownloadLimit(qint64 limit)
+{
+    return post(Group::transferInfo, QStringLiteral("setDownloadLimit"), FormBody().add(u"limit", limit));
+}
+
+APIEndpoint setUploadLimit(qint64 limit)
+{
+    return post(Group::transferInfo, QStringLiteral("setUploadLimit"), FormBody().add(u"limit", limit));
+}
+
+} // namespace TransferInfo
+
+} // namespace API::Endpoint

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "api/APIEndpoint.h"
+#include "api/AuthMethod.h"
+#include "api/WebAPIVersion.h"
+
+#include <QStringList>
+
+#include <optional>
+
+// The catalogue of every request Quillo sends, one function per server action. Where the server
+// disagrees with a naive reading of its documentation, the server is followed (see each comment).
+namespace API::Endpoint {
+
+namespace Auth {
+APIEndpoint login(const UserCredentials &credentials);
+APIEndpoint logout();
+} // namespace Auth
+
+namespace Application {
+APIEndpoint setPreferences(const QByteArray &preferencesJson);
+APIEndpoint networkInterfaceAddressList(const QString &interfaceName);
+APIEndpoint version();
+APIEndpoint webapiVersion();
+APIEndpoint buildInfo();
+APIEndpoint shutdown(); // POST: a GET gets 405
+APIEndpoint preferences();
+APIEndpoint defaultSavePath();
+APIEndpoint networkInterfaceList();
+APIEndpoint rotateAPIKey();
+APIEndpoint deleteAPIKey();
+} // namespace Application
+
+namespace Sync {
+APIEndpoint maindata(qint64 rid);
+APIEndpoint torrentPeers(const QString &hash, qint64 rid);
+} // namespace Sync
+
+namespace TntManagement {
+APIEndpoint pause(const QStringList &hashes);
+APIEndpoint stop(const QStringList &hashes);
+APIEndpoint resume(const QStringList &hashes);
+APIEndpoint start(const QStringList &hashes);
+APIEndpoint setForceStart(const QStringList &hashes, bool value);
+APIEndpoint recheck(const QStringList &hashes);
+APIEndpoint reannounce(const QStringList &hashes);
+APIEndpoint add(const MultipartBody &upload);
+APIEndpoint fetchMetadata(const QString &source, const std::optional<QString> &downloader = std::nullopt);
+APIEndpoint parseMetadata(const MultipartBody &upload);
+APIEndpoint deleteTnts(const QStringList &hashes, bool deleteFiles); // the server's "delete"
+APIEndpoint trackers(const QString &hash);
+APIEndpoint addTrackers(const QString &hash, const QStringList &urls);
+// The old URL is "origUrl" before API 2.15 and "url" from it on; "oldUrl" gets 400 everywhere.
+APIEndpoint editTracker(const QString &hash, const QString &origUrl, const QString &newUrl,
+                        const WebAPIVersion &apiVersion);
+// URLs joined with "|": a line-feed-joined list removes nothing.
+APIEndpoint removeTrackers(const QString &hash, const QStringList &urls);
+APIEndpoint properties(const QString &hash);
+APIEndpoint webseeds(const QString &hash);
+APIEndpoint files(const QString &hash);
+APIEndpoint pieceStates(const QString &hash);
+APIEndpoint addPeers(const QStringList &hashes, const QStringList &peers);
+APIEndpoint increasePrio(const QStringList &hashes);
+APIEndpoint decreasePrio(const QStringList &hashes);
+APIEndpoint topPrio(const QStringList &hashes);
+APIEndpoint bottomPrio(const QStringList &hashes);
+APIEndpoint filePrio(const QString &hash, const QList<int> &fileIndexes, int priority);
+// Per-torrent limits need the hashes: without them the server answers 400.
+APIEndpoint setDownloadLimit(const QStringList &hashes, qint64 limit);
+APIEndpoint setUploadLimit(const QStringList &hashes, qint64 limit);
+// API 2.15 and later also require "shareLimitAction".
+APIEndpoint setShareLimits(const QStringList &hashes, double ratioLimit, qint64 seedingTimeLimit,
+                           qint64 inactiveSeedingTimeLimit, const WebAPIVersion &apiVersion);
+APIEndpoint setLocation(const QStringList &hashes, const QString &location);
+APIEndpoint rename(const QString &hash, const QString &name);
+APIEndpoint renameFile(const QString &hash, const QString &oldPath, const QString &newPath);
+APIEndpoint renameFolder(const QString &hash, const QString &oldPath, const QString &newPath);
+APIEndpoint setCategory(const QStringList &hashes, const QString &category);
+APIEndpoint createCategory(const QString &name, const QString &savePath);
+APIEndpoint editCategory(const QString &name, const QString &savePath);
+APIEndpoint removeCategories(const QStringList &names);
+APIEndpoint addTags(const QStringList &hashes, const QStringList &tags);
+APIEndpoint removeTags(const QStringList &hashes, const QStringList &tags);
+APIEndpoint createTags(const QStringList &tags);
+APIEndpoint deleteTags(const QStringList &tags);
+APIEndpoint setAutoManagement(const QStringList &hashes, bool enable);
+APIEndpoint toggleSequentialDownload(const QStringList &hashes);
+APIEndpoint toggleFirstLastPiecePrio(const QStringList &hashes);
+APIEndpoint setSuperSeeding(const QStringList &hashes, bool value);
+// Reads of per-torrent limits are POSTed with the hashes; the answer maps hash to limit.
+APIEndpoint downloadLimit(const QStringList &hashes);
+APIEndpoint uploadLimit(const QStringList &hashes);
+} // namespace TntManagement
+
+namespace TransferInfo {
+APIEndpoint banPeers(const QStringList &peers); // "ip:port" or "[v6]:port"
+APIEndpoint speedLimitsMode();
+APIEndpoint toggleSpeedLimitsMode();
+// The global limits, bytes per second, 0 for none.
+APIEndpoint downloadLimit();
+APIEndpoint uploadLimit();
+APIEndpoint setDownloadLimit(qint64 limit);
+APIEndpoint setUploadLimit(qint64 limit);
+} // namespace TransferInfo
+
+} // namespace API::Endpoint

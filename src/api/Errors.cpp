@@ -1,0 +1,157 @@
+#include "api/Errors.h"
+
+namespace API {
+
+namespace {
+
+QString autorizationDescription(AutorizationError::Case kind)
+{
+    switch (kind) {
+    case AutorizationError::Case::unauthorized: return QStringLiteral("You are not authorized!");
+    case AutorizationError::Case::forbidden: return QStringLiteral("Forbidden!");
+    case AutorizationError::Case::badCredentials: return QStringLiteral("Invalid username or password!");
+    case AutorizationError::Case::invalidAPIKey: return QStringLiteral("Invalid API key!");
+    }
+    Q_UNREACHABLE();
+}
+
+QString autorizationReason(AutorizationError::Case kind)
+{
+    switch (kind) {
+    case AutorizationError::Case::unauthorized: return QStringLiteral("Authorization required.");
+    case AutorizationError::Case::forbidden:
+        return QStringLiteral("Your IP address has been banned after too many failed authentication attempts.");
+    case AutorizationError::Case::badCredentials: return QStringLiteral("Invalid username or password!");
+    case AutorizationError::Case::invalidAPIKey:
+        return QStringLiteral("The API key is invalid or has been revoked. "
+                              "API keys are supported by qBittorrent 5.2 and later.");
+    }
+    Q_UNREACHABLE();
+}
+
+struct TntTexts
+{
+    QString description;
+    QString reason;
+};
+
+TntTexts tntTexts(TntManagmentError::Case kind, const QString &path)
+{
+    using C = TntManagmentError::Case;
+    switch (kind) {
+    case C::writeAccessDenied:
+        return {QStringLiteral("You does not have write access to %1").arg(path),
+                QStringLiteral("The server cannot write to this folder.")};
+    case C::failedCreateDirectory:
+        return {QStringLiteral("An error occurred while setting the torrent location!"),
+                QStringLiteral("The server could not create the folder %1.").arg(path)};
+    case C::hashNotFound:
+        return {QStringLiteral("Torrent not found!"), QStringLiteral("The torrent is no longer on the server.")};
+    case C::queueingDisabled:
+        return {QStringLiteral("Torrent queueing is disabled!"),
+                QStringLiteral("Turn on torrent queueing in the server's settings to change queue positions.")};
+    case C::missingParameter:
+        return {QStringLiteral("An unexpected error occurred!"),
+                QStringLiteral("The server refused the request's parameters.")};
+    case C::fileIdNotValid:
+        return {QStringLiteral("Invalid file!"), QStringLiteral("The torrent has no file with this index.")};
+    case C::metadataNotDownloaded:
+        return {QStringLiteral("Torrent metadata is not downloaded yet!"),
+                QStringLiteral("Try again when the server has received the torrent's metadata.")};
+    case C::invalideFile:
+        return {QStringLiteral("Failed to add torrent!"), QStringLiteral("The torrent file is not valid.")};
+    case C::addingRejected:
+        return {QStringLiteral("Failed to add torrent!"),
+                QStringLiteral("The server added nothing: the torrent may already be there.")};
+    case C::invalidSource:
+        return {QStringLiteral("Invalid torrent source!"),
+                QStringLiteral("The link is neither a magnet link, a torrent URL nor an info-hash.")};
+    case C::badNewURL:
+        return {QStringLiteral("Invalid tracker URL!"), QStringLiteral("The new tracker URL is not valid.")};
+    case C::trackerAlreadyExistOrNotFound:
+        return {QStringLiteral("Failed to edit tracker!"),
+                QStringLiteral("The new URL is already a tracker of this torrent, or the old one is gone.")};
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
+
+AutorizationError::AutorizationError(Case kind)
+    : Error(autorizationDescription(kind), autorizationReason(kind))
+    , m_case(kind)
+{
+}
+
+NetworkError::NetworkError(Case kind, QString description, QString failureReason, std::optional<QUrl> target)
+    : Error(std::move(description), std::move(failureReason))
+    , m_case(kind)
+    , m_target(std::move(target))
+{
+}
+
+NetworkError NetworkError::invalideResponse(const std::optional<QUrl> &url)
+{
+    return {Case::invalideResponse, QStringLiteral("Server return invalide response!"),
+            url ? QStringLiteral("URL: ") + url->toString() : QString()};
+}
+
+NetworkError NetworkError::urlBuildError(const QString &scheme, const QString &host, std::optional<int> port,
+                                         const QString &path)
+{
+    const QString portText = port ? QString::number(*port) : QStringLiteral("nil");
+    return {Case::urlBuildError, QStringLiteral("Unable to build url!"),
+            QStringLiteral("scheme: %1\nhost: %2\nport: %3\npath: %4").arg(scheme, host, portText, path)};
+}
+
+NetworkError NetworkError::redirectBlocked(const std::optional<QUrl> &target)
+{
+    QString reason = QStringLiteral("For security, Quillo doesn't follow redirects to another host or from "
+                                    "HTTPS to HTTP. Check the connection address.");
+    if (target)
+        reason += QStringLiteral("\n\nRedirect target: ") + target->toString();
+    return {Case::redirectBlocked, QStringLiteral("The server redirected the request to another address!"),
+            reason, target};
+}
+
+NetworkError NetworkError::unknown(const Error &wrapped)
+{
+    return {Case::unknown, QStringLiteral("An unexpected error occurred!"), wrapped.description()};
+}
+
+NetworkError NetworkError::connectionError()
+{
+    return {Case::connectionError, QStringLiteral("Connection error!"),
+            QStringLiteral("Check network or client configuration.")};
+}
+
+NetworkError NetworkError::disconnected()
+{
+    return {Case::disconnected, QStringLiteral("Quillo is not connected to qBt!"),
+            QStringLiteral("Click on the lock icon in the top right corner to connect.")};
+}
+
+ResponseDecodingError::ResponseDecodingError(std::optional<QString> decoderError)
+    : Error(decoderError ? QStringLiteral("Could not decode JSON data")
+                         : QStringLiteral("Could not decode response data to string!"),
+            decoderError.value_or(QString()))
+    , m_decoderError(std::move(decoderError))
+{
+}
+
+TntManagmentError::TntManagmentError(Case kind, const QString &path, const QString &serverMessage,
+                                     const QString &description)
+    : Error(description.isEmpty() ? tntTexts(kind, path).description : description,
+            serverMessage.isEmpty() ? tntTexts(kind, path).reason : serverMessage)
+    , m_case(kind)
+{
+}
+
+TransportError::TransportError(QNetworkReply::NetworkError code, const QString &message, bool timedOut)
+    : Error(message, timedOut ? QStringLiteral("The server did not answer in time.") : QString())
+    , m_code(code)
+    , m_timedOut(timedOut)
+{
+}
+
+} // namespace API

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "api/AuthMethod.h"
+
+#include <QDateTime>
+#include <QUuid>
+
+#include <optional>
+
+// One saved connection to a qBittorrent server.
+struct ClientConfiguration
+{
+    QUuid id = QUuid::createUuid();
+    QString name;
+    QString host;
+    std::optional<int> port;
+    QString path; // base path of the WebUI behind a reverse proxy; empty for the root
+    bool useHTTPS = false;
+    bool isCurrent = false;
+    QDateTime addedDate = QDateTime::currentDateTimeUtc();
+    bool autoLogin = true;
+    API::AuthMethod authMethod = API::AuthMethod::cookieLogin;
+    bool isLocal = false;
+
+    // Identity and creation time do not make two connections different.
+    friend bool operator==(const ClientConfiguration &a, const ClientConfiguration &b)
+    {
+        return a.name == b.name && a.host == b.host && a.port == b.port && a.path == b.path
+            && a.useHTTPS == b.useHTTPS && a.isCurrent == b.isCurrent && a.autoLogin == b.autoLogin
+            && a.authMethod == b.authMethod && a.isLocal == b.isLocal;
+    }
+};

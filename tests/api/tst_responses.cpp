@@ -1,0 +1,345 @@
+#include "api/Client.h"
+#include "api/ClientError.h"
+#include "api/Endpoint.h"
+#include "api/Errors.h"
+#include "support/Await.h"
+#include "support/FakeServer.h"
+
+#include <QCoroTask>
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+
+using namespace API;
+using namespace std::chrono_literals;
+namespace E = API::Endpoint;
+using Response = FakeServer::Response;
+
+Q_DECLARE_METATYPE(API::APIEndpoint)
+Q_DECLARE_METATYPE(API::AuthMethod)
+Q_DECLARE_METATYPE(API::UserCredentials)
+Q_DECLARE_METATYPE(FakeServer::Response)
+
+namespace {
+
+struct Failure
+{
+    QString description;
+    QString failureReason;
+};
+
+// Runs the request and returns what the user would read, or an empty failure on success.
+Failure failureOf(QCoro::Task<> task)
+{
+    try {
+        QuilloTest::wait(std::move(task));
+    } catch (...) {
+        const ClientError error(QStringLiteral("title"), std::current_exception());
+        return {error.description(), error.failureReason()};
+    }
+    return {};
+}
+
+QCoro::Task<> performIgnoringBody(Client &client, APIEndpoint endpoint)
+{
+    co_await client.perform(std::move(endpoint));
+}
+
+const QStringList oneHash{QStringLiteral("h1")};
+const QString notAuthorized = QStringLiteral("You are not authorized!");
+const QString authRequired = QStringLiteral("Authorization required.");
+const QString redirectReason = QStringLiteral("For security, Quillo doesn't follow redirects to another host or "
+                                              "from HTTPS to HTTP. Check the connection address.");
+
+} // namespace
+
+// How answers become results or the errors users read.
+class TestResponses : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void statusToError_data()
+    {
+        QTest::addColumn<AuthMethod>("method");
+        QTest::addColumn<UserCredentials>("credentials");
+        QTest::addColumn<APIEndpoint>("endpoint");
+        QTest::addColumn<Response>("response");
+        QTest::addColumn<QString>("description");
+        QTest::addColumn<QString>("failureReason");
+
+        const UserCredentials password{QStringLiteral("admin"), QStringLiteral("pw"), {}};
+        const UserCredentials userOnly{QStringLiteral("admin"), {}, {}};
+        const UserCredentials key{{}, {}, QStringLiteral("qbt_revoked")};
+        const auto row = [](const char *name, AuthMethod method, const UserCredentials &credentials,
+                            const APIEndpoint &endpoint, const Response &response, const QString &description,
+                            const QString &reason) {
+            QTest::newRow(name) << method << credentials << endpoint << response << description << reason;
+        };
+        const auto text = &Response::text;
+
+        row("success passes the body", AuthMethod::cookieLogin, password, E::Application::version(),
+            text(200, "v5.1.0"), {}, {});
+        row("unlisted 4xx passes as data", AuthMethod::cookieLogin, password, E::Application::version(),
+            text(418, "teapot"), {}, {});
+        row("unknown status counts as success", AuthMethod::cookieLogin, password, E::Sync::maindata(0),
+            text(299, "{}"), {}, {});
+        row("401 with basic credentials", AuthMethod::basic, password, E::Sync::maindata(0), text(401, ""),
+            QStringLiteral("Invalid username or password!"), QStringLiteral("Invalid username or password!"));
+        row("401 with basic but no password", AuthMethod::basic, userOnly, E::Sync::maindata(0), text(401, ""),
+            notAuthorized, authRequired);
+        row("401 with login", AuthMethod::cookieLogin, password, E::Auth::login(password), text(401, ""),
+            notAuthorized, authRequired);
+        row("403 without session", AuthMethod::cookieLogin, password, E::Sync::maindata(0), text(403, "Forbidden"),
+            notAuthorized, authRequired);
+        row("403 with api key", AuthMethod::apiKey, key, E::Application::version(), text(403, "Forbidden"),
+            QStringLiteral("Invalid API key!"),
+            QStringLiteral("The API key is invalid or has been revoked. API keys are supported by qBittorrent 5.2 and later."));
+        row("403 with api key missing", AuthMethod::apiKey, {}, E::Application::version(), text(403, "Forbidden"),
+            notAuthorized, authRequired);
+        row("403 for a banned address", AuthMethod::cookieLogin, password, E::Auth::login(password),
+            text(403, "Your IP address has been banned after too many failed authentication attempts."),
+            QStringLiteral("Forbidden!"),
+            QStringLiteral("Your IP address has been banned after too many failed authentication attempts."));
+        row("500", AuthMethod::cookieLogin, password, E::Sync::maindata(0), text(500, "boom"),
+            QStringLiteral("Connection error!"), QStringLiteral("Check network or client configuration."));
+        row("503", AuthMethod::none, {}, E::TntManagement::start(oneHash), text(503, ""),
+            QStringLiteral("Connection error!"), QStringLiteral("Check network or client configuration."));
+        row("404 on a torrent action", AuthMethod::none, {}, E::TntManagement::properties(QStringLiteral("h1")),
+            text(404, "Not Found"), QStringLiteral("Torrent not found!"),
+            QStringLiteral("The torrent is no longer on the server."));
+        row("404 elsewhere passes", AuthMethod::none, {}, E::Application::defaultSavePath(), text(404, "x"), {}, {});
+        row("queueing disabled", AuthMethod::none, {}, E::TntManagement::topPrio(oneHash),
+            text(409, "Torrent queueing must be enabled"), QStringLiteral("Torrent queueing is disabled!"),
+            QStringLiteral("Torrent queueing must be enabled"));
+        row("location cannot be created", AuthMethod::none, {},
+            E::TntManagement::setLocation(oneHash, QStringLiteral("/root/x")), text(409, "Cannot make save path"),
+            QStringLiteral("An error occurred while setting the torrent location!"), QStringLiteral("Cannot make save path"));
+        row("location not writable", AuthMethod::none, {},
+            E::TntManagement::setLocation(oneHash, QStringLiteral("/srv/ro")), text(403, "Cannot write to directory"),
+            QStringLiteral("You does not have write access to /srv/ro"), QStringLiteral("Cannot write to directory"));
+        row("location without session", AuthMethod::cookieLogin, password,
+            E::TntManagement::setLocation(oneHash, QStringLiteral("/srv")), text(403, "Forbidden"), notAuthorized,
+            authRequired);
+        row("file priority without metadata", AuthMethod::none, {},
+            E::TntManagement::filePrio(QStringLiteral("h1"), {0}, 1),
+            text(409, "Torrent's metadata has not yet downloaded"),
+            QStringLiteral("Torrent metadata is not downloaded yet!"),
+            QStringLiteral("Torrent's metadata has not yet downloaded"));
+        row("file id out of range", AuthMethod::none, {}, E::TntManagement::filePrio(QStringLiteral("h1"), {9}, 1),
+            text(409, "File ID is not valid"), QStringLiteral("Invalid file!"), QStringLiteral("File ID is not valid"));
+        row("category missing", AuthMethod::none, {}, E::TntManagement::setCategory(oneHash, QStringLiteral("nope")),
+            text(409, "Incorrect category name"), QStringLiteral("Category does not exist!"),
+            QStringLiteral("Incorrect category name"));
+        row("category not created", AuthMethod::none, {},
+            E::TntManagement::createCategory(QStringLiteral("a\\b"), {}), text(409, "Incorrect category name"),
+            QStringLiteral("Failed to create category!"), QStringLiteral("Incorrect category name"));
+        row("edit of a missing category on 5.2", AuthMethod::none, {},
+            E::TntManagement::editCategory(QStringLiteral("gone"), {}), text(404, ""),
+            QStringLiteral("Failed to edit category!"), QStringLiteral("The server refused the request's parameters."));
+        row("no valid peers", AuthMethod::none, {}, E::TntManagement::addPeers(oneHash, {QStringLiteral("x")}),
+            text(400, "No valid peers were specified"), QStringLiteral("Failed to add peers!"),
+            QStringLiteral("No valid peers were specified"));
+        row("invalid torrent file", AuthMethod::none, {}, E::TntManagement::add({"b", "x"}), text(415, ""),
+            QStringLiteral("Failed to add torrent!"), QStringLiteral("The torrent file is not valid."));
+        row("tracker url taken", AuthMethod::none, {},
+            E::TntManagement::editTracker(QStringLiteral("h1"), QStringLiteral("a"), QStringLiteral("b"), {2, 11, 4}),
+            text(409, "New tracker URL already exists"), QStringLiteral("Failed to edit tracker!"),
+            QStringLiteral("New tracker URL already exists"));
+    }
+
+    void statusToError()
+    {
+        QFETCH(AuthMethod, method);
+        QFETCH(UserCredentials, credentials);
+        QFETCH(APIEndpoint, endpoint);
+        QFETCH(Response, response);
+        QFETCH(QString, description);
+        QFETCH(QString, failureReason);
+
+        FakeServer server;
+        server.answerAll(response);
+        Client client(server.configuration(method));
+        client.setCredentials(credentials);
+        const Failure failure = failureOf(performIgnoringBody(client, endpoint));
+        QCOMPARE(failure.description, description);
+        QCOMPARE(failure.failureReason, failureReason);
+    }
+
+    void loginAnswer_data()
+    {
+        QTest::addColumn<Response>("response");
+        QTest::addColumn<bool>("accepted");
+        QTest::newRow("Ok.") << Response::text(200, "Ok.") << true;
+        QTest::newRow("Fails.") << Response::text(200, "Fails.") << false;
+        QTest::newRow("fails in any case") << Response::text(200, "LOGIN FAILS") << false;
+        QTest::newRow("any other text") << Response::text(200, "Welcome") << true;
+        QTest::newRow("empty 204 of 5.2") << Response::text(204, "") << true;
+        QTest::newRow("401 of 5.2") << Response::text(401, "") << false;
+    }
+
+    void loginAnswer()
+    {
+        QFETCH(Response, response);
+        QFETCH(bool, accepted);
+        FakeServer server;
+        server.answerAll(response);
+        Client client(server.configuration());
+        client.setCredentials({QStringLiteral("admin"), QStringLiteral("wrong"), {}});
+        const Failure failure = failureOf(client.login());
+        QCOMPARE(failure.description.isEmpty(), accepted);
+        if (!accepted) {
+            QCOMPARE(failure.description, notAuthorized);
+            QCOMPARE(failure.failureReason, authRequired);
+        }
+    }
+
+    void logoutOfAGoneSessionSucceeds_data()
+    {
+        QTest::addColumn<int>("status");
+        QTest::newRow("401") << 401;
+        QTest::newRow("403") << 403;
+    }
+
+    void logoutOfAGoneSessionSucceeds()
+    {
+        QFETCH(int, status);
+        FakeServer server;
+        server.answerAll(Response::text(status, "Forbidden"));
+        Client client(server.configuration());
+        QCOMPARE(failureOf(client.logout()).description, QString());
+    }
+
+    void undecodableBodies()
+    {
+        FakeServer server;
+        Client client(server.configuration());
+        server.answerAll(Response::text(200, "\xff\xfe v4"));
+        Failure failure = failureOf([&]() -> QCoro::Task<> { co_await client.version(); }());
+        QCOMPARE(failure.description, QStringLiteral("Could not decode response data to string!"));
+        QCOMPARE(failure.failureReason, QString());
+
+        server.answerAll(Response::json(R"({"qt":"6.4.2","libtorrent":1})"));
+        failure = failureOf([&]() -> QCoro::Task<> { co_await client.buildInfo(); }());
+        QCOMPARE(failure.description, QStringLiteral("Could not decode JSON data"));
+        QVERIFY2(failure.failureReason.contains(u"libtorrent"), qPrintable(failure.failureReason));
+    }
+
+    void redirectsAreNeverFollowed_data()
+    {
+        QTest::addColumn<QByteArray>("location");
+        QTest::addColumn<QString>("target");
+        QTest::newRow("to https on the same host") << QByteArray("https://127.0.0.1:9443/api/v2/app/version")
+                                                   << QStringLiteral("https://127.0.0.1:9443/api/v2/app/version");
+        QTest::newRow("relative target is resolved") << QByteArray("/login.html") << QStringLiteral("/login.html");
+        QTest::newRow("no target") << QByteArray() << QString();
+    }
+
+    void redirectsAreNeverFollowed()
+    {
+        QFETCH(QByteArray, location);
+        QFETCH(QString, target);
+        FakeServer server;
+        server.answerAll(Response::redirect(302, location));
+        Client client(server.configuration());
+        if (target.startsWith(u'/'))
+            target.prepend(QStringLiteral("http://127.0.0.1:%1").arg(server.port()));
+        const Failure failure = failureOf(performIgnoringBody(client, E::Application::version()));
+        QCOMPARE(failure.description, QStringLiteral("The server redirected the request to another address!"));
+        QCOMPARE(failure.failureReason,
+                 target.isEmpty() ? redirectReason : redirectReason + QStringLiteral("\n\nRedirect target: ") + target);
+        QCOMPARE(server.requests().size(), 1);
+    }
+
+    void sameHostPolicyFollowsOnlySameHost()
+    {
+        FakeServer server;
+        const QByteArray base = "http://127.0.0.1:" + QByteArray::number(server.port());
+        server.setHandler([&base](const FakeServer::Request &request) {
+            if (request.target == "/api/v2/app/version")
+                return Response::redirect(307, base + "/moved/api/v2/app/version");
+            if (request.target == "/api/v2/app/webapiVersion")
+                return Response::redirect(307, "http://localhost.invalid/api/v2/app/webapiVersion");
+            return Response::text(200, "v5.1.0");
+        });
+        Client client(server.configuration());
+        client.setRedirectPolicy({.followsSameHost = true});
+        QCOMPARE(QuilloTest::wait(client.version()), QStringLiteral("v5.1.0"));
+        QCOMPARE(server.requests().size(), 2);
+
+        const Failure failure = failureOf([&]() -> QCoro::Task<> { co_await client.webapiVersion(); }());
+        QCOMPARE(failure.description, QStringLiteral("The server redirected the request to another address!"));
+        QVERIFY(failure.failureReason.endsWith(u"Redirect target: http://localhost.invalid/api/v2/app/webapiVersion"));
+        QCOMPARE(server.requests().size(), 3);
+    }
+
+    void transportFailures_data()
+    {
+        QTest::addColumn<Response>("response");
+        QTest::addColumn<bool>("timeout");
+        QTest::newRow("dropped connection") << Response::dropConnection() << false;
+        QTest::newRow("garbage instead of HTTP") << Response::rawBytes("\x01\x02 not http\r\n\r\n") << false;
+        QTest::newRow("no answer") << Response::stallForever() << true;
+        Response slow = Response::text(200, "late");
+        slow.delay = 2s;
+        QTest::newRow("answer after the deadline") << slow << true;
+    }
+
+    void transportFailures()
+    {
+        QFETCH(Response, response);
+        QFETCH(bool, timeout);
+        FakeServer server;
+        server.answerAll(response);
+        Client client(server.configuration());
+        client.setTimeouts({.idle = 300ms, .overall = 600ms});
+        try {
+            QuilloTest::wait(client.perform(E::Sync::maindata(0)));
+            QFAIL("the request must fail");
+        } catch (const TransportError &error) {
+            QCOMPARE(error.isTimeout(), timeout);
+            QVERIFY(!error.isCancelled());
+            const ClientError shown(QStringLiteral("Failed to get main data."), std::current_exception());
+            QCOMPARE(shown.description(), QStringLiteral("An unexpected error occurred!"));
+            QCOMPARE(shown.failureReason(), error.description());
+            QVERIFY(!shown.failureReason().isEmpty());
+        }
+    }
+
+    void cancelledRequestsSayCancelled()
+    {
+        FakeServer server;
+        server.answerAll(Response::stallForever());
+        Client client(server.configuration());
+        QTimer::singleShot(50ms, &client, &Client::cancelAll);
+        try {
+            QuilloTest::wait(client.perform(E::Sync::maindata(0)));
+            QFAIL("the request must fail");
+        } catch (const TransportError &error) {
+            QVERIFY(error.isCancelled());
+            QVERIFY(!error.isTimeout());
+        }
+    }
+
+    void destroyingTheClientEndsItsRequests()
+    {
+        FakeServer server;
+        server.answerAll(Response::stallForever());
+        QPointer<Client> client = new Client(server.configuration());
+        bool cancelled = false;
+        const auto pending = [&]() -> QCoro::Task<> {
+            try {
+                co_await client->perform(E::Sync::maindata(0));
+            } catch (const TransportError &error) {
+                cancelled = error.isCancelled();
+            }
+        };
+        QTimer::singleShot(50ms, [&client] { delete client; });
+        QuilloTest::wait(pending());
+        QVERIFY(cancelled);
+        QVERIFY(client.isNull());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestResponses)
+#include "tst_responses.moc"

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "core/ClientConfiguration.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QObject>
+#include <QPair>
+#include <QTcpServer>
+
+#include <chrono>
+#include <functional>
+
+class QTcpSocket;
+
+// A scripted HTTP/1.1 server on 127.0.0.1 for what no real server here does: newer login answers,
+// header authentication, redirects, 5xx, slow, dropped or garbled answers. It records every request.
+class FakeServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Headers = QList<QPair<QByteArray, QByteArray>>;
+
+    struct Request
+    {
+        QByteArray method;
+        QByteArray target; // path and query as sent
+        Headers headers;
+        QByteArray body;
+
+        QByteArray header(const QByteArray &name) const; // case-insensitive; empty when absent
+        bool hasHeader(const QByteArray &name) const;
+    };
+
+    struct Response
+    {
+        enum class Kind { answer, drop, stall, raw };
+
+        Kind kind = Kind::answer;
+        int status = 200;
+        QByteArray body;
+        Headers headers;
+        std::chrono::milliseconds delay{0}; // before anything is sent
+
+        static Response text(int status, const QByteArray &body);
+        static Response json(const QByteArray &body);
+        static Response redirect(int status, const QByteArray &location);
+        static Response dropConnection();
+        static Response stallForever();
+        static Response rawBytes(const QByteArray &bytes);
+    };
+
+    using Handler = std::function<Response(const Request &)>;
+
+    explicit FakeServer(QObject *parent = nullptr);
+
+    quint16 port() const { return m_server.serverPort(); }
+    ClientConfiguration configuration(API::AuthMethod method = API::AuthMethod::cookieLogin) const;
+
+    // Every request gets the handler's answer; by default 200 with the body "Ok.".
+    void setHandler(Handler handler) { m_handler = std::move(handler); }
+    void answerAll(const Response &response);
+
+    const QList<Request> &requests() const { return m_requests; }
+    void clearRequests() { m_requests.clear(); }
+
+private:
+    void accept();
+    void readFrom(QTcpSocket *socket);
+    void respond(QTcpSocket *socket, const Response &response);
+
+    QTcpServer m_server;
+    Handler m_handler;
+    QList<Request> m_requests;
+};
