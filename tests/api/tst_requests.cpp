@@ -103,6 +103,9 @@ private Q_SLOTS:
             "POST /api/v2/torrents/fetchMetadata", form, "source=magnet%3A?xt%3Durn%3Abtih%3Aabc%26dn%3Dx");
         row("upload", {}, E::TntManagement::add({"XyZ", "--XyZ\r\n...--XyZ--\r\n"}), "POST /api/v2/torrents/add",
             "multipart/form-data; boundary=XyZ", "--XyZ\r\n...--XyZ--\r\n");
+        row("metadata upload", {}, E::TntManagement::parseMetadata({"b0", "--b0--\r\n"}),
+            "POST /api/v2/torrents/parseMetadata", "multipart/form-data; boundary=b0", "--b0--\r\n");
+        row("api key rotation", {}, E::Application::rotateAPIKey(), "POST /api/v2/app/rotateAPIKey", {}, {});
         row("global limit", {}, E::TransferInfo::setUploadLimit(2048), "POST /api/v2/transfer/setUploadLimit", form,
             "limit=2048");
         row("global limit read", {}, E::TransferInfo::downloadLimit(), "GET /api/v2/transfer/downloadLimit", {}, {});

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "api/AuthMethod.h"
+#include "core/ClientConfiguration.h"
+
+#include <QProcess>
+#include <QString>
+#include <QtTest/QTest>
+
+#include <chrono>
+#include <memory>
+#include <vector>
+
+class QTemporaryDir;
+
+// A real qbittorrent-nox on 127.0.0.1 with a fresh profile, confined to loopback (no DHT, LSD,
+// PeX, port forwarding or geolocation download). Stopped by its process id when destroyed.
+class QbtServer
+{
+public:
+    enum class Flavor {
+        Bookworm45, // the host's /usr/bin/qbittorrent-nox 4.5.2, WebUI API 2.8.19
+        Trixie51,   // 5.1.0 from the Debian trixie root of scripts/qbt-trixie-root, WebUI API 2.11.4
+    };
+
+    struct StartResult
+    {
+        std::unique_ptr<QbtServer> server; // null when it could not start
+        QString failure;                   // why not, for QSKIP or QFAIL
+    };
+
+    // A folder the test fills and the server reads: the same folder under two names, because the
+    // 5.1 server sees it from inside its root.
+    struct DataDir
+    {
+        QString localPath;
+        QString serverPath;
+    };
+
+    static StartResult start(Flavor flavor);
+    static QString flavorName(Flavor flavor);
+    // QUILLO_REQUIRE_REAL_SERVERS=1 turns a server that cannot start into a failure, not a skip.
+    static bool realServersRequired();
+    // The trixie root the 5.1 server runs from: $QUILLO_TRIXIE_ROOT, else the cache folder that
+    // scripts/qbt-trixie-root fills.
+    static QString trixieRoot();
+
+    ~QbtServer();
+    QbtServer(const QbtServer &) = delete;
+    QbtServer &operator=(const QbtServer &) = delete;
+
+    Flavor flavor() const { return m_flavor; }
+    int webPort() const { return m_webPort; }
+    int peerPort() const { return m_peerPort; }
+    qint64 processId() const { return m_process.processId(); }
+    std::chrono::milliseconds startupTime() const { return m_startupTime; }
+    // The server's own name for its default save path.
+    QString defaultSavePath() const;
+
+    ClientConfiguration configuration() const;
+    API::UserCredentials credentials() const;
+
+    // A fresh empty folder, removed with the server; empty paths when it cannot be made.
+    DataDir makeDataDir();
+
+    // Ends the server (SIGTERM, then SIGKILL after 10 s); safe to call twice. The profile and data
+    // folders are removed when the object goes.
+    void stop();
+
+private:
+    explicit QbtServer(Flavor flavor);
+    QString startProcess(); // empty on success, else why not
+    QString waitUntilAnswering();
+    QString diagnostics();
+    QString serverPathOf(const QString &localPath) const;
+
+    Flavor m_flavor;
+    QString m_root; // the trixie root; empty for the host's server
+    std::unique_ptr<QTemporaryDir> m_profile;
+    std::vector<std::unique_ptr<QTemporaryDir>> m_dataDirs;
+    QProcess m_process;
+    int m_webPort = 0;
+    int m_peerPort = 0;
+    std::chrono::milliseconds m_startupTime{0};
+};
+
+Q_DECLARE_METATYPE(QbtServer::Flavor)
+
+// Every real-server test handles an unavailable server the same way: skip, or fail when real
+// servers are required.
+#define QUILLO_REQUIRE_SERVER(startResult)                                                                  \
+    do {                                                                                                   \
+        if (!(startResult).server) {                                                                       \
+            const QByteArray quilloWhyNot = (startResult).failure.toLocal8Bit();                           \
+            if (QbtServer::realServersRequired())                                                          \
+                QFAIL(quilloWhyNot.constData());                                                           \
+            QSKIP(quilloWhyNot.constData());                                                               \
+        }                                                                                                  \
+    } while (false)
