@@ -16,7 +16,7 @@ QPushButton *makeChoice(const QString &title, const QString &detail, const QStri
     button->setIcon(QIcon::fromTheme(iconName));
     button->setIconSize(QSize(32, 32));
     button->setText(title + u'\n' + detail);
-    button->setMinimumSize(360, 72);
+    button->setFixedSize(400, 72);
     button->setStyleSheet(QStringLiteral("QPushButton { text-align: left; padding: 8px 14px; }"));
     return button;
 }

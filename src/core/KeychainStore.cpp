@@ -1,0 +1,148 @@
+#include "core/KeychainStore.h"
+
+#include "platform/Secrets.h"
+
+#include <QCoroFuture>
+#include <QLoggingCategory>
+#include <QStringDecoder>
+#include <QtConcurrent/QtConcurrentRun>
+
+Q_LOGGING_CATEGORY(lcKeychain, "KeychainSecurity")
+
+using API::AuthMethod;
+using API::UserCredentials;
+
+namespace {
+
+QByteArray secretOf(AuthMethod method, const UserCredentials &credentials)
+{
+    switch (method) {
+    case AuthMethod::none: return {};
+    case AuthMethod::cookieLogin:
+    case AuthMethod::basic: return credentials.password.toUtf8();
+    case AuthMethod::apiKey: return credentials.apiKey.toUtf8();
+    }
+    Q_UNREACHABLE();
+}
+
+UserCredentials credentialsOf(AuthMethod method, const Platform::Secrets::Item &item)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString secret = decoder.decode(item.data);
+    if (decoder.hasError())
+        throw KeychainStore::KeychainError::dataCorrupted();
+    switch (method) {
+    case AuthMethod::none: return {};
+    case AuthMethod::cookieLogin:
+    case AuthMethod::basic: return {item.account, secret, {}};
+    case AuthMethod::apiKey: return {{}, {}, secret};
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
+
+KeychainStore::KeychainError::KeychainError(Case kind, int status, QString description, QString reason)
+    : API::Error(std::move(description), std::move(reason))
+    , m_case(kind)
+    , m_status(status)
+{
+}
+
+KeychainStore::KeychainError KeychainStore::KeychainError::unhandled(int status, const QString &message)
+{
+    return {Case::unhandled, status, QStringLiteral("Keychain error %1").arg(status), message};
+}
+
+KeychainStore::KeychainError KeychainStore::KeychainError::dataCorrupted()
+{
+    return {Case::dataCorrupted, 0, QStringLiteral("Keychain data is corrupted"),
+            QStringLiteral("The stored credential is not text.")};
+}
+
+KeychainStore::KeychainStore()
+{
+    m_executor.setMaxThreadCount(1);
+}
+
+KeychainStore::~KeychainStore()
+{
+    m_executor.waitForDone();
+}
+
+QString KeychainStore::service(const ClientConfiguration &configuration, bool withAuthMethod)
+{
+    QString text = QStringLiteral("%1://%2:%3/%4")
+                       .arg(configuration.useHTTPS ? QStringLiteral("https") : QStringLiteral("http"),
+                            configuration.host)
+                       .arg(configuration.port.value_or(0))
+                       .arg(configuration.path);
+    if (withAuthMethod)
+        text += u'#' + API::rawText(configuration.authMethod);
+    return text;
+}
+
+QString KeychainStore::account(AuthMethod method, const UserCredentials &credentials)
+{
+    switch (method) {
+    case AuthMethod::none: return QStringLiteral("No Authentication");
+    case AuthMethod::cookieLogin:
+    case AuthMethod::basic: return credentials.username;
+    case AuthMethod::apiKey: return QStringLiteral("API Key");
+    }
+    Q_UNREACHABLE();
+}
+
+QCoro::Task<bool> KeychainStore::save(ClientConfiguration configuration, UserCredentials credentials)
+{
+    co_return co_await QtConcurrent::run(&m_executor, [configuration, credentials] {
+        const AuthMethod method = configuration.authMethod;
+        try {
+            Platform::Secrets::store(service(configuration), account(method, credentials), secretOf(method, credentials),
+                                     !configuration.isLocal);
+            qCInfo(lcKeychain, "Item added/updated in keychain!");
+            return true;
+        } catch (const Platform::Secrets::Failure &failure) {
+            qCWarning(lcKeychain, "Item not saved to keychain! %s",
+                      KeychainError::unhandled(failure.code, QString::fromUtf8(failure.what())).what());
+            return false;
+        }
+    });
+}
+
+QCoro::Task<std::optional<UserCredentials>> KeychainStore::read(ClientConfiguration configuration)
+{
+    co_return co_await QtConcurrent::run(&m_executor, [configuration]() -> std::optional<UserCredentials> {
+        try {
+            auto item = Platform::Secrets::find(service(configuration));
+            if (!item && configuration.authMethod == AuthMethod::cookieLogin)
+                item = Platform::Secrets::find(service(configuration, false));
+            if (!item) {
+                qCInfo(lcKeychain, "Item not found in keychain! %s", qUtf8Printable(service(configuration)));
+                return std::nullopt;
+            }
+            return credentialsOf(configuration.authMethod, *item);
+        } catch (const Platform::Secrets::Failure &failure) {
+            qCWarning(lcKeychain, "Item not found in keychain! %s", failure.what());
+        } catch (const KeychainError &error) {
+            qCWarning(lcKeychain, "Item not found in keychain! %s", error.what());
+        }
+        return std::nullopt;
+    });
+}
+
+QCoro::Task<bool> KeychainStore::remove(ClientConfiguration configuration)
+{
+    co_return co_await QtConcurrent::run(&m_executor, [configuration] {
+        try {
+            if (Platform::Secrets::remove(service(configuration))) {
+                qCInfo(lcKeychain, "Item removed from keychain!");
+                return true;
+            }
+            qCWarning(lcKeychain, "Item not removed from keychain! %s", "no such item");
+        } catch (const Platform::Secrets::Failure &failure) {
+            qCWarning(lcKeychain, "Item not removed from keychain! %s", failure.what());
+        }
+        return false;
+    });
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "api/AuthMethod.h"
+#include "api/Error.h"
+#include "core/ClientConfiguration.h"
+
+#include <QCoroTask>
+#include <QThreadPool>
+
+#include <optional>
+
+// The credentials of saved connections, kept only in the system keychain. Every keychain call runs
+// on one worker thread, one at a time, so the main thread never waits for a keychain prompt.
+class KeychainStore
+{
+public:
+    class KeychainError : public API::Error
+    {
+    public:
+        enum class Case { unhandled, dataCorrupted };
+
+        static KeychainError unhandled(int status, const QString &message);
+        static KeychainError dataCorrupted();
+
+        Case kind() const { return m_case; }
+        int status() const { return m_status; }
+
+    private:
+        KeychainError(Case kind, int status, QString description, QString reason);
+
+        Case m_case;
+        int m_status;
+    };
+
+    KeychainStore();
+    ~KeychainStore();
+
+    // Failures are logged and reported as `false` or an absent credential: they never touch the
+    // connection itself.
+    QCoro::Task<bool> save(ClientConfiguration configuration, API::UserCredentials credentials);
+    QCoro::Task<std::optional<API::UserCredentials>> read(ClientConfiguration configuration);
+    QCoro::Task<bool> remove(ClientConfiguration configuration);
+
+    // "http://192.168.1.10:8080/#basic": the item's service text; without the method it is the form
+    // older versions stored login passwords under.
+    static QString service(const ClientConfiguration &configuration, bool withAuthMethod = true);
+    static QString account(API::AuthMethod method, const API::UserCredentials &credentials);
+
+private:
+    QThreadPool m_executor;
+};
