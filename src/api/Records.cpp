@@ -1,0 +1,775 @@
+#include "api/Records.h"
+
+#include "api/Errors.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <simdjson.h>
+
+#include <bit>
+#include <concepts>
+#include <cmath>
+#include <span>
+#include <string>
+#include <type_traits>
+#include <unordered_map>
+#include <vector>
+
+// One strict decoder for every answer, on simdjson's on-demand API: it measured fastest for the
+// big main-data answers (docs/PERFORMANCE.md) and keeps small answers under the same rules.
+namespace API {
+
+namespace od = simdjson::ondemand;
+
+namespace {
+
+// Where the decoder stands, as a chain on the stack: built into text only when a decode fails.
+struct Path
+{
+    const Path *parent = nullptr;
+    std::string_view key;
+    std::size_t index = 0;
+    bool isIndex = false;
+};
+
+void appendPath(QString &text, const Path *path)
+{
+    if (!path)
+        return;
+    appendPath(text, path->parent);
+    if (path->isIndex) {
+        text += QLatin1Char('[') + QString::number(path->index) + QLatin1Char(']');
+        return;
+    }
+    if (path->key.empty() && !path->parent)
+        return;
+    if (!text.isEmpty())
+        text += QLatin1Char('.');
+    text += QString::fromUtf8(path->key.data(), static_cast<qsizetype>(path->key.size()));
+}
+
+[[noreturn]] void fail(const Path &path, const QString &what)
+{
+    QString text;
+    appendPath(text, &path);
+    throw ResponseDecodingError(text.isEmpty() ? what : text + QStringLiteral(": ") + what);
+}
+
+[[noreturn]] void fail(const Path &path, simdjson::error_code error)
+{
+    fail(path, QString::fromUtf8(simdjson::error_message(error)));
+}
+
+template<typename T>
+T take(simdjson::simdjson_result<T> &&result, const Path &path)
+{
+    T value;
+    if (const auto error = std::move(result).get(value))
+        fail(path, error);
+    return value;
+}
+
+od::object objectOf(od::value &value, const Path &path)
+{
+    od::object object;
+    if (const auto error = value.get_object().get(object))
+        error == simdjson::INCORRECT_TYPE ? fail(path, QStringLiteral("expected an object")) : fail(path, error);
+    return object;
+}
+
+od::array arrayOf(od::value &value, const Path &path)
+{
+    od::array array;
+    if (const auto error = value.get_array().get(array))
+        error == simdjson::INCORRECT_TYPE ? fail(path, QStringLiteral("expected an array")) : fail(path, error);
+    return array;
+}
+
+QString toQString(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// ---- Scalars. A JSON number is one type: an integer literal reads into a double, but a
+// fraction or an exponent never reads into an integer. Nothing converts from strings. The
+// readers report a wrong JSON type as an error code so that optional fields can accept null
+// without a second look at every value.
+
+simdjson::error_code tryRead(od::value &value, const Path &, qint64 &out)
+{
+    int64_t number = 0;
+    const auto error = value.get_int64().get(number);
+    out = number;
+    return error;
+}
+
+simdjson::error_code tryRead(od::value &value, const Path &, double &out)
+{
+    return value.get_double().get(out);
+}
+
+simdjson::error_code tryRead(od::value &value, const Path &, bool &out)
+{
+    return value.get_bool().get(out);
+}
+
+simdjson::error_code tryRead(od::value &value, const Path &, QString &out)
+{
+    std::string_view text;
+    const auto error = value.get_string().get(text);
+    if (!error)
+        out = toQString(text);
+    return error;
+}
+
+// Seconds since 1970, fractions and negatives allowed; kept to the millisecond.
+simdjson::error_code tryRead(od::value &value, const Path &path, QDateTime &out)
+{
+    double seconds = 0;
+    if (const auto error = value.get_double().get(seconds))
+        return error;
+    if (!(std::abs(seconds) <= 9.0e12))
+        fail(path, QStringLiteral("date out of range"));
+    out = QDateTime::fromMSecsSinceEpoch(std::llround(seconds * 1000.0), Qt::UTC);
+    return simdjson::SUCCESS;
+}
+
+simdjson::error_code tryRead(od::value &value, const Path &path, TntModelState &out)
+{
+    std::string_view word;
+    if (const auto error = value.get_string().get(word))
+        return error;
+    const auto state = tntModelStateFromText(word);
+    if (!state)
+        fail(path, QStringLiteral("unknown state \"%1\"").arg(toQString(word)));
+    out = *state;
+    return simdjson::SUCCESS;
+}
+
+simdjson::error_code tryRead(od::value &value, const Path &path, ConnectionStatus &out)
+{
+    std::string_view word;
+    if (const auto error = value.get_string().get(word))
+        return error;
+    if (word == "connected")
+        out = ConnectionStatus::connected;
+    else if (word == "firewalled")
+        out = ConnectionStatus::firewalled;
+    else if (word == "disconnected")
+        out = ConnectionStatus::disconnected;
+    else
+        fail(path, QStringLiteral("unknown connection status \"%1\"").arg(toQString(word)));
+    return simdjson::SUCCESS;
+}
+
+simdjson::error_code tryRead(od::value &value, const Path &path, TntModelTrackerStatus &out)
+{
+    qint64 number = 0;
+    if (const auto error = tryRead(value, path, number))
+        return error;
+    const auto status = tntModelTrackerStatusFromValue(number);
+    if (!status)
+        fail(path, QStringLiteral("unknown tracker status %1").arg(number));
+    out = *status;
+    return simdjson::SUCCESS;
+}
+
+template<typename T>
+constexpr const char *expectedText()
+{
+    if constexpr (std::is_same_v<T, qint64> || std::is_same_v<T, TntModelTrackerStatus>)
+        return "expected an integer";
+    else if constexpr (std::is_same_v<T, double> || std::is_same_v<T, QDateTime>)
+        return "expected a number";
+    else if constexpr (std::is_same_v<T, bool>)
+        return "expected a boolean";
+    else
+        return "expected a string";
+}
+
+template<typename T>
+[[noreturn]] void failRead(const Path &path, simdjson::error_code error)
+{
+    switch (error) {
+    case simdjson::INCORRECT_TYPE:
+    case simdjson::NUMBER_ERROR:
+    case simdjson::NUMBER_OUT_OF_RANGE:
+        fail(path, QLatin1String(expectedText<T>()));
+    default:
+        fail(path, error);
+    }
+}
+
+template<typename T>
+concept Scalar = requires(od::value &value, const Path &path, T &out) {
+    { tryRead(value, path, out) } -> std::same_as<simdjson::error_code>;
+};
+
+template<Scalar T>
+void read(od::value &value, const Path &path, T &out)
+{
+    if (const auto error = tryRead(value, path, out))
+        failRead<T>(path, error);
+}
+
+template<typename T>
+void read(od::value &value, const Path &path, QList<T> &out);
+template<typename T>
+void read(od::value &value, const Path &path, QHash<QString, T> &out);
+template<typename R>
+void readRecord(od::value &value, const Path &path, R &out);
+
+bool isNull(od::value &value)
+{
+    bool null = false;
+    return !value.is_null().get(null) && null;
+}
+
+// Optional fields: a missing key or null leaves them empty; any other value must have the type.
+template<typename T>
+void read(od::value &value, const Path &path, std::optional<T> &out)
+{
+    if constexpr (Scalar<T>) {
+        const auto error = tryRead(value, path, out.emplace());
+        if (!error)
+            return;
+        if (!isNull(value))
+            failRead<T>(path, error);
+        out.reset();
+    } else {
+        if (isNull(value)) {
+            out.reset();
+            return;
+        }
+        readRecord(value, path, out.emplace());
+    }
+}
+
+template<typename T>
+void read(od::value &value, const Path &path, QList<T> &out)
+{
+    od::array array = arrayOf(value, path);
+    out.clear();
+    std::size_t index = 0;
+    for (auto element : array) {
+        const Path here{&path, {}, index++, true};
+        od::value item = take(std::move(element), here);
+        T decoded{};
+        if constexpr (std::is_class_v<T> && !std::is_same_v<T, QString>)
+            readRecord(item, here, decoded);
+        else
+            read(item, here, decoded);
+        out.append(std::move(decoded));
+    }
+}
+
+template<typename T>
+void read(od::value &value, const Path &path, QHash<QString, T> &out)
+{
+    od::object object = objectOf(value, path);
+    out.clear();
+    // Sized up front: growing a table of large records moves every record again.
+    out.reserve(static_cast<qsizetype>(take(object.count_fields(), path)));
+    for (auto member : object) {
+        od::field field = take(std::move(member), path);
+        const std::string_view key = take(field.unescaped_key(), path);
+        const Path here{&path, key};
+        T &decoded = out[toQString(key)];
+        decoded = T{};
+        if constexpr (std::is_same_v<T, QStringList>)
+            read(field.value(), here, decoded);
+        else
+            readRecord(field.value(), here, decoded);
+    }
+}
+
+// ---- Records: a table of coding keys per record. Server keys match through the snake-case
+// conversion; the index holds each field's camel key and the snake key that converts to it, so
+// only unusual spellings pay for a conversion.
+
+template<typename R>
+struct Field
+{
+    std::string_view key;
+    bool required;
+    void (*decode)(R &, od::value &, const Path &);
+};
+
+template<typename M>
+struct MemberOf;
+template<typename R, typename T>
+struct MemberOf<T R::*>
+{
+    using Record = R;
+};
+
+template<auto member>
+void decodeMember(typename MemberOf<decltype(member)>::Record &record, od::value &value, const Path &path)
+{
+    read(value, path, record.*member);
+}
+
+template<auto member>
+constexpr Field<typename MemberOf<decltype(member)>::Record> optional(std::string_view key)
+{
+    return {key, false, &decodeMember<member>};
+}
+
+template<auto member>
+constexpr Field<typename MemberOf<decltype(member)>::Record> required(std::string_view key)
+{
+    return {key, true, &decodeMember<member>};
+}
+
+template<typename R>
+std::span<const Field<R>> fieldsOf();
+
+std::string toSnakeCase(std::string_view camel)
+{
+    std::string snake;
+    snake.reserve(camel.size() + 4);
+    for (const char c : camel) {
+        if (c >= 'A' && c <= 'Z') {
+            snake += '_';
+            snake += static_cast<char>(c - 'A' + 'a');
+        } else {
+            snake += c;
+        }
+    }
+    return snake;
+}
+
+template<typename R>
+class KeyIndex
+{
+public:
+    KeyIndex()
+        : m_fields(fieldsOf<R>())
+    {
+        m_snake.reserve(m_fields.size());
+        for (const auto &field : m_fields) {
+            m_snake.push_back(toSnakeCase(field.key));
+            Q_ASSERT(convertFromSnakeCase(m_snake.back()) == QByteArray(field.key.data(), qsizetype(field.key.size())));
+        }
+        for (std::size_t i = 0; i < m_fields.size(); ++i) {
+            m_byKey.emplace(m_fields[i].key, static_cast<int>(i));
+            m_byKey.emplace(m_snake[i], static_cast<int>(i));
+            if (m_fields[i].required)
+                m_requiredMask |= std::uint64_t{1} << i;
+        }
+    }
+
+    const Field<R> &field(int id) const { return m_fields[static_cast<std::size_t>(id)]; }
+    std::uint64_t requiredMask() const { return m_requiredMask; }
+    const std::string &snakeKey(int id) const { return m_snake[static_cast<std::size_t>(id)]; }
+    std::size_t size() const { return m_fields.size(); }
+
+    // The field a server key names, or -1.
+    int find(std::string_view key) const
+    {
+        const int id = lookup(key);
+        if (id >= 0 || key.find('_') == std::string_view::npos)
+            return id;
+        const QByteArray converted = convertFromSnakeCase(key);
+        return lookup(std::string_view(converted.constData(), static_cast<std::size_t>(converted.size())));
+    }
+
+private:
+    int lookup(std::string_view key) const
+    {
+        const auto it = m_byKey.find(key);
+        return it == m_byKey.end() ? -1 : it->second;
+    }
+
+    std::span<const Field<R>> m_fields;
+    std::vector<std::string> m_snake;
+    std::unordered_map<std::string_view, int> m_byKey;
+    std::uint64_t m_requiredMask = 0;
+};
+
+template<typename R>
+const KeyIndex<R> &keyIndex()
+{
+    static const KeyIndex<R> index;
+    return index;
+}
+
+// A server writes every object of a kind with the same keys in the same order: the keys of the
+// last object read, and what they matched, make the next object's lookups plain comparisons.
+struct ShapeKey
+{
+    std::string key;
+    int id;
+};
+constexpr std::size_t maxShapeLength = 128;
+
+template<typename R>
+std::vector<ShapeKey> &lastShape()
+{
+    thread_local std::vector<ShapeKey> shape;
+    return shape;
+}
+
+template<typename R>
+void readRecord(od::value &value, const Path &path, R &out)
+{
+    od::object object = objectOf(value, path);
+    const KeyIndex<R> &index = keyIndex<R>();
+    std::vector<ShapeKey> &shape = lastShape<R>();
+    std::uint64_t seen = 0;
+    std::size_t position = 0;
+    for (auto member : object) {
+        od::field field = take(std::move(member), path);
+        const std::string_view key = take(field.unescaped_key(), path);
+        int id = -1;
+        if (position < shape.size() && shape[position].key == key) {
+            id = shape[position].id;
+        } else {
+            id = index.find(key);
+            if (position < shape.size())
+                shape[position] = {std::string(key), id};
+            else if (position < maxShapeLength)
+                shape.push_back({std::string(key), id});
+        }
+        ++position;
+        if (id < 0)
+            continue;
+        seen |= std::uint64_t{1} << id;
+        index.field(id).decode(out, field.value(), Path{&path, key});
+    }
+    const std::uint64_t missing = index.requiredMask() & ~seen;
+    if (missing) {
+        const int id = std::countr_zero(missing);
+        fail(Path{&path, index.snakeKey(id)}, QStringLiteral("missing"));
+    }
+}
+
+// ---- Tables, in declaration order.
+
+using TS = STntModel;
+constexpr Field<TS> tntFields[] = {
+    optional<&TS::addedOn>("addedOn"),
+    optional<&TS::amountLeft>("amountLeft"),
+    optional<&TS::autoTmm>("autoTmm"),
+    optional<&TS::availability>("availability"),
+    optional<&TS::category>("category"),
+    optional<&TS::completed>("completed"),
+    optional<&TS::completionOn>("completionOn"),
+    optional<&TS::contentPath>("contentPath"),
+    optional<&TS::dlLimit>("dlLimit"),
+    optional<&TS::dlspeed>("dlspeed"),
+    optional<&TS::downloaded>("downloaded"),
+    optional<&TS::downloadedSession>("downloadedSession"),
+    optional<&TS::eta>("eta"),
+    optional<&TS::fLPiecePrio>("fLPiecePrio"),
+    optional<&TS::forceStart>("forceStart"),
+    optional<&TS::infohashV1>("infohashV1"),
+    optional<&TS::infohashV2>("infohashV2"),
+    optional<&TS::lastActivity>("lastActivity"),
+    optional<&TS::magnetUri>("magnetUri"),
+    optional<&TS::maxRatio>("maxRatio"),
+    optional<&TS::maxSeedingTime>("maxSeedingTime"),
+    optional<&TS::name>("name"),
+    optional<&TS::numComplete>("numComplete"),
+    optional<&TS::numIncomplete>("numIncomplete"),
+    optional<&TS::numLeechs>("numLeechs"),
+    optional<&TS::numSeeds>("numSeeds"),
+    optional<&TS::priority>("priority"),
+    optional<&TS::progress>("progress"),
+    optional<&TS::ratio>("ratio"),
+    optional<&TS::ratioLimit>("ratioLimit"),
+    optional<&TS::savePath>("savePath"),
+    optional<&TS::seedingTime>("seedingTime"),
+    optional<&TS::seedingTimeLimit>("seedingTimeLimit"),
+    optional<&TS::seenComplete>("seenComplete"),
+    optional<&TS::seqDl>("seqDl"),
+    optional<&TS::size>("size"),
+    optional<&TS::state>("state"),
+    optional<&TS::superSeeding>("superSeeding"),
+    optional<&TS::tags>("tags"),
+    optional<&TS::timeActive>("timeActive"),
+    optional<&TS::totalSize>("totalSize"),
+    optional<&TS::tracker>("tracker"),
+    optional<&TS::upLimit>("upLimit"),
+    optional<&TS::uploaded>("uploaded"),
+    optional<&TS::uploadedSession>("uploadedSession"),
+    optional<&TS::upspeed>("upspeed"),
+};
+
+using GT = SGlobalTransferInfo;
+constexpr Field<GT> globalFields[] = {
+    optional<&GT::alltimeDl>("alltimeDl"),
+    optional<&GT::dlInfoSpeed>("dlInfoSpeed"),
+    optional<&GT::dlInfoData>("dlInfoData"),
+    optional<&GT::upInfoSpeed>("upInfoSpeed"),
+    optional<&GT::alltimeUl>("alltimeUl"),
+    optional<&GT::upInfoData>("upInfoData"),
+    optional<&GT::dlRateLimit>("dlRateLimit"),
+    optional<&GT::upRateLimit>("upRateLimit"),
+    optional<&GT::dhtNodes>("dhtNodes"),
+    optional<&GT::connectionStatus>("connectionStatus"),
+    optional<&GT::queueing>("queueing"),
+    optional<&GT::useAltSpeedLimits>("useAltSpeedLimits"),
+    optional<&GT::refreshInterval>("refreshInterval"),
+    optional<&GT::freeSpaceOnDisk>("freeSpaceOnDisk"),
+    optional<&GT::globalRatio>("globalRatio"),
+};
+
+constexpr Field<Category> categoryFields[] = {
+    optional<&Category::name>("name"),
+    optional<&Category::savePath>("savePath"),
+};
+
+// "torrentsRemoved" is the key that "torrents_removed" converts to: removed torrents must leave.
+constexpr Field<MainData> mainDataFields[] = {
+    required<&MainData::rid>("rid"),
+    optional<&MainData::fullUpdate>("fullUpdate"),
+    optional<&MainData::tnts>("torrents"),
+    optional<&MainData::tntsRemoved>("torrentsRemoved"),
+    optional<&MainData::categories>("categories"),
+    optional<&MainData::categoriesRemoved>("categoriesRemoved"),
+    optional<&MainData::tags>("tags"),
+    optional<&MainData::tagsRemoved>("tagsRemoved"),
+    optional<&MainData::serverState>("serverState"),
+    optional<&MainData::trackers>("trackers"),
+    optional<&MainData::trackersRemoved>("trackersRemoved"),
+};
+
+constexpr Field<Peer> peerFields[] = {
+    optional<&Peer::client>("client"),
+    optional<&Peer::connection>("connection"),
+    optional<&Peer::country>("country"),
+    optional<&Peer::countryCode>("countryCode"),
+    optional<&Peer::dlSpeed>("dlSpeed"),
+    optional<&Peer::downloaded>("downloaded"),
+    optional<&Peer::files>("files"),
+    optional<&Peer::flags>("flags"),
+    optional<&Peer::flagsDesc>("flagsDesc"),
+    optional<&Peer::ip>("ip"),
+    optional<&Peer::peerIdClient>("peerIdClient"),
+    optional<&Peer::port>("port"),
+    optional<&Peer::progress>("progress"),
+    optional<&Peer::relevance>("relevance"),
+    optional<&Peer::upSpeed>("upSpeed"),
+    optional<&Peer::uploaded>("uploaded"),
+};
+
+constexpr Field<PeersData> peersDataFields[] = {
+    required<&PeersData::rid>("rid"),
+    optional<&PeersData::fullUpdate>("fullUpdate"),
+    optional<&PeersData::showFlags>("showFlags"),
+    optional<&PeersData::peers>("peers"),
+    optional<&PeersData::peersRemoved>("peersRemoved"),
+};
+
+using GP = SGenericProperties;
+constexpr Field<GP> propertiesFields[] = {
+    required<&GP::savePath>("savePath"),
+    required<&GP::creationDate>("creationDate"),
+    required<&GP::pieceSize>("pieceSize"),
+    required<&GP::comment>("comment"),
+    required<&GP::totalWasted>("totalWasted"),
+    required<&GP::totalUploaded>("totalUploaded"),
+    required<&GP::totalUploadedSession>("totalUploadedSession"),
+    required<&GP::totalDownloaded>("totalDownloaded"),
+    required<&GP::totalDownloadedSession>("totalDownloadedSession"),
+    required<&GP::upLimit>("upLimit"),
+    required<&GP::dlLimit>("dlLimit"),
+    required<&GP::timeElapsed>("timeElapsed"),
+    required<&GP::seedingTime>("seedingTime"),
+    required<&GP::nbConnections>("nbConnections"),
+    required<&GP::nbConnectionsLimit>("nbConnectionsLimit"),
+    required<&GP::shareRatio>("shareRatio"),
+    required<&GP::additionDate>("additionDate"),
+    required<&GP::completionDate>("completionDate"),
+    required<&GP::createdBy>("createdBy"),
+    required<&GP::dlSpeedAvg>("dlSpeedAvg"),
+    required<&GP::dlSpeed>("dlSpeed"),
+    required<&GP::eta>("eta"),
+    required<&GP::infohashV1>("infohashV1"),
+    optional<&GP::infohashV2>("infohashV2"),
+    required<&GP::lastSeen>("lastSeen"),
+    required<&GP::peers>("peers"),
+    required<&GP::peersTotal>("peersTotal"),
+    required<&GP::piecesHave>("piecesHave"),
+    required<&GP::piecesNum>("piecesNum"),
+    required<&GP::reannounce>("reannounce"),
+    required<&GP::seeds>("seeds"),
+    required<&GP::seedsTotal>("seedsTotal"),
+    required<&GP::totalSize>("totalSize"),
+    required<&GP::upSpeedAvg>("upSpeedAvg"),
+    required<&GP::upSpeed>("upSpeed"),
+};
+
+constexpr Field<Tracker> trackerFields[] = {
+    required<&Tracker::url>("url"),
+    required<&Tracker::status>("status"),
+    required<&Tracker::tier>("tier"),
+    required<&Tracker::numPeers>("numPeers"),
+    required<&Tracker::numSeeds>("numSeeds"),
+    required<&Tracker::numLeeches>("numLeeches"),
+    required<&Tracker::numDownloaded>("numDownloaded"),
+    required<&Tracker::msg>("msg"),
+};
+
+constexpr Field<File> fileFields[] = {
+    required<&File::index>("index"),
+    required<&File::name>("name"),
+    required<&File::size>("size"),
+    required<&File::progress>("progress"),
+    required<&File::priority>("priority"),
+    required<&File::pieceRange>("pieceRange"),
+    required<&File::availability>("availability"),
+};
+
+constexpr Field<WebSeed> webSeedFields[] = {required<&WebSeed::url>("url")};
+constexpr Field<Key> keyFields[] = {required<&Key::apiKey>("apiKey")};
+
+template<> std::span<const Field<STntModel>> fieldsOf() { return tntFields; }
+template<> std::span<const Field<SGlobalTransferInfo>> fieldsOf() { return globalFields; }
+template<> std::span<const Field<Category>> fieldsOf() { return categoryFields; }
+template<> std::span<const Field<MainData>> fieldsOf() { return mainDataFields; }
+template<> std::span<const Field<Peer>> fieldsOf() { return peerFields; }
+template<> std::span<const Field<PeersData>> fieldsOf() { return peersDataFields; }
+template<> std::span<const Field<SGenericProperties>> fieldsOf() { return propertiesFields; }
+template<> std::span<const Field<Tracker>> fieldsOf() { return trackerFields; }
+template<> std::span<const Field<File>> fieldsOf() { return fileFields; }
+template<> std::span<const Field<WebSeed>> fieldsOf() { return webSeedFields; }
+template<> std::span<const Field<Key>> fieldsOf() { return keyFields; }
+
+// ---- Documents.
+
+template<typename T>
+struct IsList : std::false_type
+{
+};
+template<typename T>
+struct IsList<QList<T>> : std::true_type
+{
+};
+
+// simdjson reads up to SIMDJSON_PADDING bytes past the end; a body with that much spare capacity
+// is parsed in place, any other is copied once.
+template<typename T>
+T decodeDocument(const QByteArray &json)
+{
+    const auto size = static_cast<std::size_t>(json.size());
+    simdjson::padded_string copy;
+    simdjson::padded_string_view input;
+    if (static_cast<std::size_t>(json.capacity()) >= size + simdjson::SIMDJSON_PADDING) {
+        input = simdjson::padded_string_view(json.constData(), size, static_cast<std::size_t>(json.capacity()));
+    } else {
+        copy = simdjson::padded_string(json.constData(), size);
+        input = copy;
+    }
+
+    const Path root;
+    od::parser parser;
+    od::document document = take(parser.iterate(input), root);
+    od::value value = take(document.get_value(), root);
+    T result{};
+    if constexpr (IsList<T>::value)
+        read(value, root, result);
+    else
+        readRecord(value, root, result);
+    // Anything after the top-level value makes the body malformed.
+    const auto location = document.current_location();
+    if (location.error() != simdjson::OUT_OF_BOUNDS)
+        fail(root, QStringLiteral("unexpected content after the JSON value"));
+    return result;
+}
+
+template<typename T>
+T decodeGuarded(const QByteArray &json)
+{
+    try {
+        return decodeDocument<T>(json);
+    } catch (const simdjson::simdjson_error &error) {
+        throw ResponseDecodingError(QString::fromUtf8(error.what()));
+    }
+}
+
+} // namespace
+
+QByteArray convertFromSnakeCase(std::string_view key)
+{
+    const auto first = key.find_first_not_of('_');
+    if (first == std::string_view::npos)
+        return QByteArray(key.data(), static_cast<qsizetype>(key.size()));
+    const auto last = key.find_last_not_of('_');
+    const std::string_view middle = key.substr(first, last - first + 1);
+    if (middle.find('_') == std::string_view::npos)
+        return QByteArray(key.data(), static_cast<qsizetype>(key.size()));
+
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
+    QByteArray result(key.data(), static_cast<qsizetype>(first));
+    result.reserve(static_cast<qsizetype>(key.size()));
+    bool firstPart = true;
+    bool startOfPart = true;
+    for (const char c : middle) {
+        if (c == '_') {
+            // Empty parts between repeated underscores vanish.
+            if (!startOfPart)
+                firstPart = false;
+            startOfPart = true;
+            continue;
+        }
+        result += (firstPart || !startOfPart) ? lower(c) : upper(c);
+        startOfPart = false;
+    }
+    result.append(key.data() + last + 1, static_cast<qsizetype>(key.size() - last - 1));
+    return result;
+}
+
+MainData decodeMainData(const QByteArray &json) { return decodeGuarded<MainData>(json); }
+PeersData decodePeersData(const QByteArray &json) { return decodeGuarded<PeersData>(json); }
+SGenericProperties decodeGenericProperties(const QByteArray &json)
+{
+    return decodeGuarded<SGenericProperties>(json);
+}
+QList<Tracker> decodeTrackers(const QByteArray &json) { return decodeGuarded<QList<Tracker>>(json); }
+QList<File> decodeFiles(const QByteArray &json) { return decodeGuarded<QList<File>>(json); }
+QList<WebSeed> decodeWebSeeds(const QByteArray &json) { return decodeGuarded<QList<WebSeed>>(json); }
+Key decodeKey(const QByteArray &json) { return decodeGuarded<Key>(json); }
+
+QByteArray encodeKey(const Key &key)
+{
+    return QJsonDocument(QJsonObject{{QStringLiteral("apiKey"), key.apiKey}}).toJson(QJsonDocument::Compact);
+}
+
+QString Peer::debugDescription() const
+{
+    const auto text = [](const auto &field) -> QString {
+        if (!field)
+            return QStringLiteral("nil");
+        using T = std::decay_t<decltype(*field)>;
+        if constexpr (std::is_same_v<T, QString>)
+            return *field;
+        else
+            return QString::number(*field);
+    };
+    QString description = QStringLiteral("\nPeer\n\t- client: ") + text(client);
+    const auto line = [&](const char *name, const QString &value) {
+        description += QStringLiteral("\n\t- ") + QLatin1String(name) + QStringLiteral(": ") + value;
+    };
+    line("connection", text(connection));
+    line("country", text(country));
+    line("countryCode", text(countryCode));
+    line("dlSpeed", text(dlSpeed));
+    line("downloaded", text(downloaded));
+    line("files", text(files));
+    line("flags", text(flags));
+    line("flagsDesc", text(flagsDesc));
+    line("ip", text(ip));
+    line("peerIdClient", text(peerIdClient));
+    line("port", text(port));
+    line("progress", text(progress));
+    line("relevance", text(relevance));
+    line("upSpeed", text(upSpeed));
+    line("uploaded", text(uploaded));
+    return description;
+}
+
+} // namespace API

@@ -1,0 +1,251 @@
+#pragma once
+
+#include "model/TntState.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+// The JSON answers of the sync and detail endpoints as plain values. They are decoded once (on any
+// thread), merged into the models and dropped. Optional scalars are std::optional; an optional
+// collection is empty when the server left it out. Integers are 64-bit; dates are UTC instants.
+namespace API {
+
+enum class ConnectionStatus { connected, firewalled, disconnected };
+
+struct STntModel
+{
+    std::optional<QDateTime> addedOn;
+    std::optional<qint64> amountLeft;
+    std::optional<bool> autoTmm;
+    std::optional<double> availability;
+    std::optional<QString> category;
+    std::optional<qint64> completed;
+    std::optional<QDateTime> completionOn;
+    std::optional<QString> contentPath;
+    std::optional<qint64> dlLimit;
+    std::optional<qint64> dlspeed;
+    std::optional<qint64> downloaded;
+    std::optional<qint64> downloadedSession;
+    std::optional<double> eta;
+    std::optional<bool> fLPiecePrio;
+    std::optional<bool> forceStart;
+    std::optional<QString> infohashV1;
+    std::optional<QString> infohashV2;
+    std::optional<QDateTime> lastActivity;
+    std::optional<QString> magnetUri;
+    std::optional<double> maxRatio;
+    std::optional<qint64> maxSeedingTime;
+    std::optional<QString> name;
+    std::optional<qint64> numComplete;
+    std::optional<qint64> numIncomplete;
+    std::optional<qint64> numLeechs;
+    std::optional<qint64> numSeeds;
+    std::optional<qint64> priority;
+    std::optional<double> progress;
+    std::optional<double> ratio;
+    std::optional<double> ratioLimit;
+    std::optional<QString> savePath;
+    std::optional<qint64> seedingTime;
+    std::optional<qint64> seedingTimeLimit;
+    std::optional<QDateTime> seenComplete;
+    std::optional<bool> seqDl;
+    std::optional<qint64> size;
+    std::optional<TntModelState> state;
+    std::optional<bool> superSeeding;
+    std::optional<QString> tags;
+    std::optional<qint64> timeActive;
+    std::optional<qint64> totalSize;
+    std::optional<QString> tracker;
+    std::optional<qint64> upLimit;
+    std::optional<qint64> uploaded;
+    std::optional<qint64> uploadedSession;
+    std::optional<qint64> upspeed;
+
+    friend bool operator==(const STntModel &, const STntModel &) = default;
+};
+
+struct SGlobalTransferInfo
+{
+    std::optional<qint64> alltimeDl;
+    std::optional<qint64> dlInfoSpeed;
+    std::optional<qint64> dlInfoData;
+    std::optional<qint64> upInfoSpeed;
+    std::optional<qint64> alltimeUl;
+    std::optional<qint64> upInfoData;
+    std::optional<qint64> dlRateLimit;
+    std::optional<qint64> upRateLimit;
+    std::optional<qint64> dhtNodes;
+    std::optional<ConnectionStatus> connectionStatus;
+    std::optional<bool> queueing;
+    std::optional<bool> useAltSpeedLimits;
+    std::optional<qint64> refreshInterval;
+    std::optional<qint64> freeSpaceOnDisk;
+    std::optional<QString> globalRatio;
+
+    friend bool operator==(const SGlobalTransferInfo &, const SGlobalTransferInfo &) = default;
+};
+
+struct Category
+{
+    std::optional<QString> name;
+    std::optional<QString> savePath;
+
+    friend bool operator==(const Category &, const Category &) = default;
+};
+
+struct MainData
+{
+    qint64 rid = 0;
+    std::optional<bool> fullUpdate;
+    QHash<QString, STntModel> tnts;
+    QStringList tntsRemoved;
+    QHash<QString, Category> categories;
+    QStringList categoriesRemoved;
+    QStringList tags;
+    QStringList tagsRemoved;
+    std::optional<SGlobalTransferInfo> serverState;
+    // Tracker URL → hashes of the torrents using it (qBittorrent 5.0 and later).
+    QHash<QString, QStringList> trackers;
+    QStringList trackersRemoved;
+};
+
+struct Peer
+{
+    std::optional<QString> client;
+    std::optional<QString> connection;
+    std::optional<QString> country;
+    std::optional<QString> countryCode;
+    std::optional<qint64> dlSpeed;
+    std::optional<qint64> downloaded;
+    std::optional<QString> files;
+    std::optional<QString> flags;
+    std::optional<QString> flagsDesc;
+    std::optional<QString> ip;
+    std::optional<QString> peerIdClient;
+    std::optional<qint64> port;
+    std::optional<double> progress;
+    std::optional<double> relevance;
+    std::optional<qint64> upSpeed;
+    std::optional<qint64> uploaded;
+
+    QString debugDescription() const;
+
+    friend bool operator==(const Peer &, const Peer &) = default;
+};
+
+struct PeersData
+{
+    qint64 rid = 0;
+    std::optional<bool> fullUpdate;
+    std::optional<bool> showFlags;
+    // Keyed by the peer's address and port exactly as the server writes them.
+    QHash<QString, Peer> peers;
+    QStringList peersRemoved;
+};
+
+struct SGenericProperties
+{
+    QString savePath;
+    QDateTime creationDate;
+    qint64 pieceSize = 0;
+    QString comment;
+    qint64 totalWasted = 0;
+    qint64 totalUploaded = 0;
+    qint64 totalUploadedSession = 0;
+    qint64 totalDownloaded = 0;
+    qint64 totalDownloadedSession = 0;
+    qint64 upLimit = 0;
+    qint64 dlLimit = 0;
+    double timeElapsed = 0;
+    double seedingTime = 0;
+    qint64 nbConnections = 0;
+    qint64 nbConnectionsLimit = 0;
+    double shareRatio = 0;
+    QDateTime additionDate;
+    QDateTime completionDate;
+    QString createdBy;
+    qint64 dlSpeedAvg = 0;
+    qint64 dlSpeed = 0;
+    double eta = 0;
+    QString infohashV1;
+    std::optional<QString> infohashV2;
+    QDateTime lastSeen;
+    qint64 peers = 0;
+    qint64 peersTotal = 0;
+    qint64 piecesHave = 0;
+    qint64 piecesNum = 0;
+    double reannounce = 0;
+    qint64 seeds = 0;
+    qint64 seedsTotal = 0;
+    qint64 totalSize = 0;
+    qint64 upSpeedAvg = 0;
+    qint64 upSpeed = 0;
+
+    friend bool operator==(const SGenericProperties &, const SGenericProperties &) = default;
+};
+
+struct Tracker
+{
+    QString url;
+    TntModelTrackerStatus status = TntModelTrackerStatus::disabled;
+    qint64 tier = 0;
+    qint64 numPeers = 0;
+    qint64 numSeeds = 0;
+    qint64 numLeeches = 0;
+    qint64 numDownloaded = 0;
+    QString msg;
+
+    friend bool operator==(const Tracker &, const Tracker &) = default;
+};
+
+struct File
+{
+    qint64 index = 0;
+    QString name;
+    qint64 size = 0;
+    double progress = 0;
+    // The server's integer priority; see tntModelFilePriorityFromValue.
+    double priority = 0;
+    QList<qint64> pieceRange;
+    double availability = 0;
+
+    friend bool operator==(const File &, const File &) = default;
+};
+
+struct WebSeed
+{
+    QString url;
+
+    friend bool operator==(const WebSeed &, const WebSeed &) = default;
+};
+
+// The key credential; stored as JSON, so it is encoded as well as decoded.
+struct Key
+{
+    QString apiKey;
+
+    friend bool operator==(const Key &, const Key &) = default;
+};
+
+// Each decoder takes the whole answer body and throws ResponseDecodingError naming the offending
+// key. They keep no state and may run on any thread.
+MainData decodeMainData(const QByteArray &json);
+PeersData decodePeersData(const QByteArray &json);
+SGenericProperties decodeGenericProperties(const QByteArray &json);
+QList<Tracker> decodeTrackers(const QByteArray &json);
+QList<File> decodeFiles(const QByteArray &json);
+QList<WebSeed> decodeWebSeeds(const QByteArray &json);
+Key decodeKey(const QByteArray &json);
+QByteArray encodeKey(const Key &key);
+
+// The key conversion every answer goes through: "dl_info_speed" → "dlInfoSpeed",
+// "f_l_piece_prio" → "fLPiecePrio"; a key without inner underscores stays as it is.
+QByteArray convertFromSnakeCase(std::string_view key);
+
+} // namespace API

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QObject>
+
+// Declared apart from the test bodies: moc cannot parse the JSON fixtures' raw strings.
+class TestRecords : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void keyConversion_data();
+    void keyConversion();
+    void torrentFields_data();
+    void torrentFields();
+    void mainDataCollections();
+    void mainDataFailures_data();
+    void mainDataFailures();
+    void malformedBodies_data();
+    void malformedBodies();
+    void peers();
+    void trackers_data();
+    void trackers();
+    void detailRecordsRequireEveryField_data();
+    void detailRecordsRequireEveryField();
+    void files();
+    void properties();
+    void smallRecords();
+    void decodesOnWorkers();
+};
