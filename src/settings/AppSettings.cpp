@@ -1,0 +1,124 @@
+#include "settings/AppSettings.h"
+
+#include <QLoggingCategory>
+
+Q_LOGGING_CATEGORY(lcSettings, "AppSettings")
+
+namespace {
+
+int clampedInt(qint64 value)
+{
+    return static_cast<int>(std::clamp<qint64>(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+}
+
+} // namespace
+
+void AppSettings::registerDefaults(UserDefaults &defaults)
+{
+    using K = UserDefaultsKey;
+    defaults.registerDefaults({{K::refreshInterval, 2000},
+                               {K::intervalIncreaseValue, 1000},
+                               {K::dataTransferRateAvgCoefficient, 5},
+                               {K::showTntAddingWindow, true},
+                               {K::deleteTntFileOnAdditionCanceled, false},
+                               {K::autoDeleteTntFile, false},
+                               {K::animateDockIcon, true},
+                               {K::shareAnonymousStatistics, true}});
+}
+
+UpdateInterval AppSettings::updateIntervalFromStored(const QVariant &stored)
+{
+    bool ok = false;
+    const int position = stored.toInt(&ok);
+    if (!ok || position < 0 || position > static_cast<int>(UpdateInterval::mounce))
+        return UpdateInterval::weak;
+    return static_cast<UpdateInterval>(position);
+}
+
+AppSettings::AppSettings(UserDefaults &defaults, QObject *parent)
+    : QObject(parent)
+    , m_defaults(defaults)
+{
+    using K = UserDefaultsKey;
+    registerDefaults(defaults);
+    m_updateCheckInterval = updateIntervalFromStored(defaults.value(K::updateCheckInterval));
+    m_refreshInterval = clampedInt(defaults.integerValue(K::refreshInterval, 2000));
+    m_intervalIncreaseValue = clampedInt(defaults.integerValue(K::intervalIncreaseValue, 1000));
+    m_setRefreshIntervalAuto = defaults.boolValue(K::setRefreshIntervalAuto, false);
+    m_showTntAddingWindow = defaults.boolValue(K::showTntAddingWindow, true);
+    m_autoDeleteTntFile = defaults.boolValue(K::autoDeleteTntFile, false);
+    m_deleteTntFileOnAdditionCanceled = defaults.boolValue(K::deleteTntFileOnAdditionCanceled, false);
+    m_selectedSound = defaults.stringValue(K::dlFinishedNotification, QStringLiteral("Funk"));
+    m_animateDockIcon = defaults.boolValue(K::animateDockIcon, true);
+    m_shareAnonymousStatistics = defaults.boolValue(K::shareAnonymousStatistics, true);
+    m_avgCoefficient = clampedInt(defaults.integerValue(K::dataTransferRateAvgCoefficient, 5));
+}
+
+template<typename T>
+void AppSettings::write(T &field, const T &value, UserDefaultsKey key, const QVariant &stored)
+{
+    if (field == value)
+        return;
+    field = value;
+    m_defaults.setValue(key, stored);
+    qCDebug(lcSettings, "%s changed", qUtf8Printable(keyName(key)));
+    Q_EMIT changed(key);
+}
+
+void AppSettings::setUpdateCheckInterval(UpdateInterval value)
+{
+    write(m_updateCheckInterval, value, UserDefaultsKey::updateCheckInterval, static_cast<int>(value));
+}
+
+void AppSettings::setRefreshInterval(int milliseconds)
+{
+    write(m_refreshInterval, milliseconds, UserDefaultsKey::refreshInterval, milliseconds);
+}
+
+void AppSettings::setIntervalIncreaseValue(int milliseconds)
+{
+    write(m_intervalIncreaseValue, milliseconds, UserDefaultsKey::intervalIncreaseValue, milliseconds);
+}
+
+void AppSettings::setSetRefreshIntervalAuto(bool value)
+{
+    write(m_setRefreshIntervalAuto, value, UserDefaultsKey::setRefreshIntervalAuto, value);
+}
+
+void AppSettings::setShowTntAddingWindow(bool value)
+{
+    write(m_showTntAddingWindow, value, UserDefaultsKey::showTntAddingWindow, value);
+}
+
+void AppSettings::setAutoDeleteTntFile(bool value)
+{
+    write(m_autoDeleteTntFile, value, UserDefaultsKey::autoDeleteTntFile, value);
+}
+
+void AppSettings::setDeleteTntFileOnAdditionCanceled(bool value)
+{
+    write(m_deleteTntFileOnAdditionCanceled, value, UserDefaultsKey::deleteTntFileOnAdditionCanceled, value);
+}
+
+void AppSettings::setSelectedSound(const QString &name)
+{
+    write(m_selectedSound, name, UserDefaultsKey::dlFinishedNotification, name);
+}
+
+void AppSettings::setAnimateDockIcon(bool value)
+{
+    write(m_animateDockIcon, value, UserDefaultsKey::animateDockIcon, value);
+}
+
+void AppSettings::setShareAnonymousStatistics(bool value)
+{
+    write(m_shareAnonymousStatistics, value, UserDefaultsKey::shareAnonymousStatistics, value);
+}
+
+void AppSettings::setAvgCoefficient(int samples)
+{
+    const int before = m_avgCoefficient;
+    write(m_avgCoefficient, samples, UserDefaultsKey::dataTransferRateAvgCoefficient, samples);
+    if (before != m_avgCoefficient)
+        Q_EMIT dataTransferRateAvgCoefficientDidChange(samples);
+}

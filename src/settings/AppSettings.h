@@ -1,0 +1,69 @@
+#pragma once
+
+#include "settings/UserDefaults.h"
+
+#include <QObject>
+
+// How often to look for a new version; stored as its position. The misspellings are the
+// program's own case names.
+enum class UpdateInterval { disabled, day, weak, mounce };
+
+// The settings that logic outside the views needs, loaded once and written through on every change.
+class AppSettings : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit AppSettings(UserDefaults &defaults, QObject *parent = nullptr);
+
+    // The registration domain: read until the user writes a value of their own.
+    static void registerDefaults(UserDefaults &defaults);
+    static UpdateInterval updateIntervalFromStored(const QVariant &stored);
+
+    UserDefaults &defaults() const { return m_defaults; }
+
+    UpdateInterval updateCheckInterval() const { return m_updateCheckInterval; }
+    int refreshInterval() const { return m_refreshInterval; }
+    int intervalIncreaseValue() const { return m_intervalIncreaseValue; }
+    bool setRefreshIntervalAuto() const { return m_setRefreshIntervalAuto; }
+    bool showTntAddingWindow() const { return m_showTntAddingWindow; }
+    bool autoDeleteTntFile() const { return m_autoDeleteTntFile; }
+    bool deleteTntFileOnAdditionCanceled() const { return m_deleteTntFileOnAdditionCanceled; }
+    QString selectedSound() const { return m_selectedSound; }
+    bool animateDockIcon() const { return m_animateDockIcon; }
+    bool shareAnonymousStatistics() const { return m_shareAnonymousStatistics; }
+    int avgCoefficient() const { return m_avgCoefficient; }
+
+    void setUpdateCheckInterval(UpdateInterval value);
+    void setRefreshInterval(int milliseconds);
+    void setIntervalIncreaseValue(int milliseconds);
+    void setSetRefreshIntervalAuto(bool value);
+    void setShowTntAddingWindow(bool value);
+    void setAutoDeleteTntFile(bool value);
+    void setDeleteTntFileOnAdditionCanceled(bool value);
+    void setSelectedSound(const QString &name);
+    void setAnimateDockIcon(bool value);
+    void setShareAnonymousStatistics(bool value);
+    void setAvgCoefficient(int samples);
+
+Q_SIGNALS:
+    void changed(UserDefaultsKey key);
+    void dataTransferRateAvgCoefficientDidChange(int samples);
+
+private:
+    template<typename T>
+    void write(T &field, const T &value, UserDefaultsKey key, const QVariant &stored);
+
+    UserDefaults &m_defaults;
+    UpdateInterval m_updateCheckInterval;
+    int m_refreshInterval;
+    int m_intervalIncreaseValue;
+    bool m_setRefreshIntervalAuto;
+    bool m_showTntAddingWindow;
+    bool m_autoDeleteTntFile;
+    bool m_deleteTntFileOnAdditionCanceled;
+    QString m_selectedSound;
+    bool m_animateDockIcon;
+    bool m_shareAnonymousStatistics;
+    int m_avgCoefficient;
+};

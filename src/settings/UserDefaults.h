@@ -1,0 +1,44 @@
+#pragma once
+
+#include "settings/UserDefaultsKey.h"
+
+#include <QHash>
+#include <QObject>
+#include <QSettings>
+#include <QVariant>
+
+#include <memory>
+
+// The per-user settings store: an INI file (XDG config folder by default) with a registration
+// domain whose values are read until the user writes their own.
+class UserDefaults : public QObject
+{
+    Q_OBJECT
+
+public:
+    // The application's own store in the user's config folder.
+    explicit UserDefaults(QObject *parent = nullptr);
+    // A store in a file of its own (tests, demo sessions).
+    explicit UserDefaults(const QString &iniPath, QObject *parent = nullptr);
+
+    void registerDefaults(const QHash<UserDefaultsKey, QVariant> &values);
+
+    bool contains(UserDefaultsKey key) const;
+    QVariant value(UserDefaultsKey key) const; // stored, else registered, else invalid
+    bool boolValue(UserDefaultsKey key, bool fallback = false) const;
+    qint64 integerValue(UserDefaultsKey key, qint64 fallback = 0) const;
+    QString stringValue(UserDefaultsKey key, const QString &fallback = {}) const;
+    QByteArray dataValue(UserDefaultsKey key) const;
+
+    void setValue(UserDefaultsKey key, const QVariant &value);
+    void remove(UserDefaultsKey key);
+    void sync() { m_settings->sync(); }
+    QString fileName() const { return m_settings->fileName(); }
+
+Q_SIGNALS:
+    void valueChanged(UserDefaultsKey key);
+
+private:
+    std::unique_ptr<QSettings> m_settings;
+    QHash<UserDefaultsKey, QVariant> m_registered;
+};

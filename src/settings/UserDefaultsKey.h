@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+
+// Every setting of the application itself, by its key in the per-user settings store. The
+// misspellings ("skipedVersion", "tntTableCconfiguration") are the keys.
+enum class UserDefaultsKey {
+    dataTransferRateAvgCoefficient,
+    skipedVersion,
+    tntTableCconfiguration,
+    selectedTntDetailTab,
+    tntContentTableConfiguration,
+    tntTrackerTableConfiguration,
+    tntPeerTableConfiguration,
+    showSessionStats,
+    showAllTimeStats,
+    showFreeSpace,
+    showGlobalRatio,
+    clientConfigurations,
+    didMigrateServerConfigurationsToDefaults,
+    selectedSidebarItems,
+    statesIsExpanded,
+    categoriesIsExpanded,
+    tagsIsExpanded,
+    selectedSettingsTab,
+    alternateRows,
+    confirmTntDeleting,
+    showTntAddingWindow,
+    autoDeleteTntFile,
+    deleteTntFileOnAdditionCanceled,
+    selectedBrowser,
+    dlFinishedNotification,
+    animateDockIcon,
+    setRefreshIntervalAuto,
+    refreshInterval,
+    intervalIncreaseValue,
+    updateCheckInterval,
+    lastCheckForUpdate,
+    dlRateRatio,
+    upRateRatio,
+    altDlRateRatio,
+    altUpRateRatio,
+    pathMapping,
+    shareAnonymousStatistics,
+    telemetryInstallID,
+    lastTelemetryPing,
+    telemetryForgetSentAt,
+    categoryForNewTnt,
+    tagsForNewTnt,
+    tntAddingTableConfiguration,
+};
+
+QString keyName(UserDefaultsKey key);
