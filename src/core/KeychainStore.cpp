@@ -63,6 +63,7 @@ KeychainStore::KeychainError KeychainStore::KeychainError::dataCorrupted()
 KeychainStore::KeychainStore()
 {
     m_executor.setMaxThreadCount(1);
+    m_executor.setExpiryTimeout(-1); // one thread for the store's life, as the keychain executor
 }
 
 KeychainStore::~KeychainStore()

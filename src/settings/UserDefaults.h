@@ -30,6 +30,10 @@ public:
     QString stringValue(UserDefaultsKey key, const QString &fallback = {}) const;
     QByteArray dataValue(UserDefaultsKey key) const;
 
+    // Keys outside the application's own set: records of older versions and safety copies.
+    QVariant rawValue(const QString &key) const { return m_settings->value(key); }
+    void setRawValue(const QString &key, const QVariant &value) { m_settings->setValue(key, value); }
+
     void setValue(UserDefaultsKey key, const QVariant &value);
     void remove(UserDefaultsKey key);
     void sync() { m_settings->sync(); }

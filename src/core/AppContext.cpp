@@ -1,0 +1,501 @@
+#include "core/AppContext.h"
+
+#include "api/Client.h"
+#include "api/Endpoint.h"
+#include "api/Errors.h"
+#include "core/InternalError.h"
+#include "core/KeychainStore.h"
+
+#include <QLoggingCategory>
+#include <QPointer>
+#include <QThread>
+
+Q_LOGGING_CATEGORY(lcContext, "AppContext")
+
+using API::AuthMethod;
+using API::UserCredentials;
+
+namespace {
+
+QString describe(const ClientConfiguration &configuration)
+{
+    return QStringLiteral("name: %1\naddress: %2://%3:%4%5\nauthentication: %6%7")
+        .arg(configuration.name, configuration.useHTTPS ? QStringLiteral("https") : QStringLiteral("http"),
+             configuration.host, configuration.port ? QString::number(*configuration.port) : QStringLiteral("-"),
+             configuration.path, API::rawText(configuration.authMethod),
+             configuration.isLocal ? QStringLiteral("\nlocal daemon") : QString());
+}
+
+// Being the selected connection does not make two saved connections different.
+bool sameSettings(ClientConfiguration a, const ClientConfiguration &b)
+{
+    a.isCurrent = b.isCurrent;
+    return a == b;
+}
+
+template<typename E>
+std::optional<E> thrown(const std::exception_ptr &error)
+{
+    try {
+        std::rethrow_exception(error);
+    } catch (const E &typed) {
+        return typed;
+    } catch (...) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+// Every coroutine below that awaits checks this after each co_await: the context may have been
+// destroyed, or the connection replaced, while it waited.
+#define QUILLO_RETURN_IF_STALE(self, generation)                                                                       \
+    if (!(self) || (self)->m_generation != (generation))                                                               \
+    co_return
+
+AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject *parent)
+    : QObject(parent)
+    , m_defaults(defaults)
+    , m_keychain(keychain)
+    , m_settings(defaults)
+    , m_store(defaults)
+    , m_configurations(m_store.load())
+{
+}
+
+AppContext::~AppContext() = default;
+
+void AppContext::setConfigurations(QList<ClientConfiguration> configurations)
+{
+    m_configurations = std::move(configurations);
+    m_store.save(m_configurations);
+    Q_EMIT configurationsChanged();
+}
+
+void AppContext::addConfiguration(const ClientConfiguration &configuration)
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+    for (const ClientConfiguration &existing : std::as_const(m_configurations)) {
+        if (sameSettings(existing, configuration))
+            throw InternalError(InternalError::Case::serverConfigurationAlreadyExist);
+    }
+    auto configurations = m_configurations;
+    configurations.append(configuration);
+    setConfigurations(std::move(configurations));
+}
+
+void AppContext::updateConfiguration(const ClientConfiguration &configuration)
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+    auto configurations = m_configurations;
+    qsizetype index = -1;
+    for (qsizetype i = 0; i < configurations.size(); ++i) {
+        if (configurations[i].id == configuration.id)
+            index = i;
+        else if (sameSettings(configurations[i], configuration))
+            throw InternalError(InternalError::Case::serverConfigurationAlreadyExist);
+    }
+    if (index < 0)
+        return;
+    configurations[index] = configuration;
+    setConfigurations(std::move(configurations));
+    if (m_configuration && m_configuration->id == configuration.id)
+        m_configuration = configuration;
+}
+
+QCoro::Task<> AppContext::removeConfiguration(QUuid id)
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+    auto configurations = m_configurations;
+    const auto found = std::find_if(configurations.begin(), configurations.end(),
+                                    [&id](const ClientConfiguration &c) { return c.id == id; });
+    if (found == configurations.end())
+        co_return;
+    const ClientConfiguration removed = *found;
+    configurations.erase(found);
+    if (m_configuration && m_configuration->id == id) {
+        resetServerState();
+        m_client.reset();
+        m_configuration.reset();
+        Q_EMIT connectionStateChanged();
+    }
+    setConfigurations(std::move(configurations));
+    co_await m_keychain.remove(removed);
+}
+
+QCoro::Task<> AppContext::removeAllConfigurations()
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+    // The local daemon's connection is not a remote one and stays.
+    QList<ClientConfiguration> kept;
+    QList<ClientConfiguration> removed;
+    for (const ClientConfiguration &configuration : std::as_const(m_configurations))
+        (configuration.isLocal ? kept : removed).append(configuration);
+    if (m_configuration && !m_configuration->isLocal) {
+        resetServerState();
+        m_client.reset();
+        m_configuration.reset();
+        Q_EMIT connectionStateChanged();
+    }
+    setConfigurations(std::move(kept));
+    for (const ClientConfiguration &configuration : std::as_const(removed))
+        co_await m_keychain.remove(configuration);
+}
+
+void AppContext::resetServerState()
+{
+    qCInfo(lcContext, "Resetting app state");
+    stopPolling();
+    m_rid = 0;
+    m_isAuthorized = false;
+    m_qbtVersion.clear();
+    m_webAPIVersion = {};
+    m_qbtBuildInfo = {};
+    m_connectionLossCount = 0;
+    m_connectionError.clear();
+    m_isReconnecting = false;
+    presentLoginPrompt(false);
+}
+
+void AppContext::makeClient(const ClientConfiguration &configuration)
+{
+    m_client = std::make_unique<API::Client>(configuration);
+    ++m_generation;
+}
+
+void AppContext::fail(const QString &title, const std::exception_ptr &error)
+{
+    m_clientError.emplace(title, error);
+    qCWarning(lcContext, "%s %s %s", qUtf8Printable(title), qUtf8Printable(m_clientError->description()),
+              qUtf8Printable(m_clientError->failureReason()));
+    Q_EMIT clientErrorChanged();
+}
+
+void AppContext::dismissClientError()
+{
+    m_clientError.reset();
+    Q_EMIT clientErrorChanged();
+}
+
+void AppContext::presentLoginPrompt(bool presented)
+{
+    if (m_isLoginPromptPresented == presented)
+        return;
+    m_isLoginPromptPresented = presented;
+    Q_EMIT loginPromptChanged();
+}
+
+void AppContext::startPolling()
+{
+    qCInfo(lcContext, "Start polling");
+    m_isPolling = true;
+    Q_EMIT pollingStarted();
+}
+
+void AppContext::stopPolling()
+{
+    if (!m_isPolling)
+        return;
+    m_isPolling = false;
+    Q_EMIT pollingStopped();
+}
+
+void AppContext::persistAutoLogin(bool autoLogin)
+{
+    if (!m_configuration || m_configuration->autoLogin == autoLogin)
+        return;
+    ClientConfiguration changed = *m_configuration;
+    changed.autoLogin = autoLogin;
+    updateConfiguration(changed);
+}
+
+QCoro::Task<> AppContext::selectConfiguration(QUuid id)
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+    auto configurations = m_configurations;
+    const auto found = std::find_if(configurations.begin(), configurations.end(),
+                                    [&id](const ClientConfiguration &c) { return c.id == id; });
+    if (found == configurations.end())
+        co_return;
+    for (ClientConfiguration &configuration : configurations)
+        configuration.isCurrent = configuration.id == id;
+    qCInfo(lcContext, "New client configuration:\n%s", qUtf8Printable(describe(*found)));
+    m_configuration = *found;
+    setConfigurations(std::move(configurations));
+    co_await connect(std::nullopt);
+}
+
+QCoro::Task<> AppContext::connect(std::optional<UserCredentials> credentials)
+{
+    resetServerState();
+    makeClient(*m_configuration);
+    m_progressMessage = ProgressMessage::connecting;
+    Q_EMIT connectionStateChanged();
+    const QPointer<AppContext> self(this);
+    const quint64 generation = m_generation;
+
+    // The bypass check comes first: a server that lets this client in needs no credentials at all.
+    const std::optional<bool> bypassed = co_await checkAuthorizationBypass();
+    QUILLO_RETURN_IF_STALE(self, generation);
+    if (!bypassed) {
+        m_progressMessage = ProgressMessage::none;
+        Q_EMIT connectionStateChanged();
+        co_return;
+    }
+    if (!*bypassed) {
+        const AuthMethod method = m_configuration->authMethod;
+        if (method == AuthMethod::none) {
+            fail(QStringLiteral("Failed to login."),
+                 std::make_exception_ptr(API::AutorizationError(API::AutorizationError::Case::unauthorized)));
+            m_progressMessage = ProgressMessage::none;
+            Q_EMIT connectionStateChanged();
+            co_return;
+        }
+        if (!credentials && m_configuration->autoLogin) {
+            credentials = co_await m_keychain.read(*m_configuration);
+            QUILLO_RETURN_IF_STALE(self, generation);
+            if (credentials && credentials->isMissing(method))
+                credentials.reset();
+        }
+        if (!credentials) {
+            qCInfo(lcContext, "Saved credentials not found. Showing login view.");
+            m_progressMessage = ProgressMessage::none;
+            presentLoginPrompt(true);
+            Q_EMIT connectionStateChanged();
+            co_return;
+        }
+        qCInfo(lcContext, "Found saved credentials for %s. Logging in...", qUtf8Printable(API::rawText(method)));
+        m_client->setCredentials(*credentials);
+        const bool authenticated = co_await authenticate();
+        QUILLO_RETURN_IF_STALE(self, generation);
+        if (!authenticated) {
+            m_progressMessage = ProgressMessage::none;
+            Q_EMIT connectionStateChanged();
+            co_return;
+        }
+    }
+    m_isAuthorized = true;
+    co_await finishConnecting();
+}
+
+QCoro::Task<std::optional<bool>> AppContext::checkAuthorizationBypass()
+{
+    qCInfo(lcContext, "Checking authorization bypass...");
+    const QPointer<AppContext> self(this);
+    const quint64 generation = m_generation;
+    std::exception_ptr failure;
+    try {
+        co_await m_client->perform(API::Endpoint::Application::version());
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!self || self->m_generation != generation)
+        co_return std::nullopt;
+    if (!failure) {
+        qCInfo(lcContext, "Authorization bypass %s", "enabled");
+        co_return true;
+    }
+    if (!thrown<API::AutorizationError>(failure)) {
+        fail(QStringLiteral("Failed to check authorization bypass."), failure);
+        co_return std::nullopt;
+    }
+    qCInfo(lcContext, "Authorization bypass %s", "disabled");
+    co_return false;
+}
+
+// Shows the login prompt again when the server refused the credentials.
+QCoro::Task<bool> AppContext::authenticate()
+{
+    qCInfo(lcContext, "Loggin in...");
+    const QPointer<AppContext> self(this);
+    const quint64 generation = m_generation;
+    std::exception_ptr failure;
+    try {
+        if (m_configuration->authMethod == AuthMethod::cookieLogin)
+            co_await m_client->login();
+        else // header authentication: the first authorised request proves it
+            co_await m_client->perform(API::Endpoint::Application::version());
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!self || self->m_generation != generation)
+        co_return false;
+    qCInfo(lcContext, "Loggin in %s.", failure ? "failed" : "success");
+    if (failure) {
+        fail(QStringLiteral("Failed to login."), failure);
+        if (thrown<API::AutorizationError>(failure))
+            presentLoginPrompt(true);
+        co_return false;
+    }
+    qCInfo(lcContext, "Loggin in success.");
+    co_return true;
+}
+
+QCoro::Task<> AppContext::finishConnecting()
+{
+    const QPointer<AppContext> self(this);
+    const quint64 generation = m_generation;
+    std::exception_ptr failure;
+    QString failedTitle;
+    try {
+        failedTitle = QStringLiteral("Failed to get QBt version.");
+        QString version = co_await m_client->version();
+        QUILLO_RETURN_IF_STALE(self, generation);
+        m_qbtVersion = std::move(version);
+        qCInfo(lcContext, "qBt version: %s", qUtf8Printable(m_qbtVersion));
+        failedTitle = QStringLiteral("Failed to get web API version.");
+        const API::WebAPIVersion apiVersion = co_await m_client->webapiVersion();
+        QUILLO_RETURN_IF_STALE(self, generation);
+        m_webAPIVersion = apiVersion;
+        qCInfo(lcContext, "Web API version: %s", qUtf8Printable(m_webAPIVersion.toString()));
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!self || self->m_generation != generation)
+        co_return;
+    if (failure) {
+        fail(failedTitle, failure);
+        m_progressMessage = ProgressMessage::none;
+        Q_EMIT connectionStateChanged();
+        co_return;
+    }
+    try {
+        API::BuildInfo buildInfo = co_await m_client->buildInfo();
+        QUILLO_RETURN_IF_STALE(self, generation);
+        m_qbtBuildInfo = std::move(buildInfo);
+    } catch (const std::exception &error) {
+        // Nothing depends on it: a server that cannot say is still usable.
+        qCWarning(lcContext, "Build info unavailable: %s", error.what());
+    }
+    QUILLO_RETURN_IF_STALE(self, generation);
+    m_progressMessage = ProgressMessage::none;
+    Q_EMIT connectionStateChanged();
+    startPolling();
+}
+
+QCoro::Task<> AppContext::logIn(UserCredentials credentials, bool autoLogin)
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+    if (!m_configuration || !m_client)
+        co_return;
+    const QPointer<AppContext> self(this);
+    const quint64 generation = m_generation;
+    presentLoginPrompt(false);
+    m_progressMessage = ProgressMessage::connecting;
+    Q_EMIT connectionStateChanged();
+    m_client->setCredentials(credentials);
+    const bool authenticated = co_await authenticate();
+    QUILLO_RETURN_IF_STALE(self, generation);
+    if (!authenticated) {
+        m_progressMessage = ProgressMessage::none;
+        Q_EMIT connectionStateChanged();
+        co_return;
+    }
+    persistAutoLogin(autoLogin);
+    if (autoLogin)
+        co_await m_keychain.save(*m_configuration, credentials);
+    else
+        co_await m_keychain.remove(*m_configuration);
+    QUILLO_RETURN_IF_STALE(self, generation);
+    m_isAuthorized = true;
+    co_await finishConnecting();
+}
+
+void AppContext::cancelLogin()
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+    qCInfo(lcContext, "Loggin in cancelled.");
+    presentLoginPrompt(false);
+    m_progressMessage = ProgressMessage::none;
+    Q_EMIT connectionStateChanged();
+}
+
+QCoro::Task<> AppContext::logOut()
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+    if (!m_client)
+        co_return;
+    qCInfo(lcContext, "Logging out...");
+    const QPointer<AppContext> self(this);
+    const quint64 generation = m_generation;
+    stopPolling();
+    std::exception_ptr failure;
+    try {
+        co_await m_client->logout();
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    QUILLO_RETURN_IF_STALE(self, generation);
+    if (failure)
+        fail(QStringLiteral("Failed to logout."), failure);
+    m_isAuthorized = false;
+    m_connectionLossCount = 0;
+    m_connectionError.clear();
+    Q_EMIT connectionStateChanged();
+}
+
+void AppContext::reportSyncFailure(const QString &operation, const std::exception_ptr &error)
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+    if (const auto transport = thrown<API::TransportError>(error)) {
+        if (transport->isCancelled())
+            return;
+        qCWarning(lcContext, "%s Connection lost: %s", qUtf8Printable(operation), transport->what());
+        m_connectionError = transport->description();
+        stopPolling();
+        ++m_connectionLossCount;
+        Q_EMIT connectionStateChanged();
+        return;
+    }
+    try {
+        std::rethrow_exception(error);
+    } catch (const std::exception &other) {
+        qCWarning(lcContext, "%s Error: %s", qUtf8Printable(operation), other.what());
+    }
+}
+
+QCoro::Task<> AppContext::reconnect()
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+    if (!m_client || !m_configuration || m_isReconnecting)
+        co_return;
+    qCInfo(lcContext, "Reconnecting...");
+    m_isReconnecting = true;
+    Q_EMIT connectionStateChanged();
+    const QPointer<AppContext> self(this);
+    const quint64 generation = m_generation;
+    std::exception_ptr failure;
+    try {
+        co_await m_client->perform(API::Endpoint::Application::version());
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    QUILLO_RETURN_IF_STALE(self, generation);
+    m_isReconnecting = false;
+    if (!failure) {
+        qCInfo(lcContext, "Session is still valid.");
+        m_connectionLossCount = 0;
+        m_connectionError.clear();
+        Q_EMIT connectionStateChanged();
+        startPolling();
+        co_return;
+    }
+    if (thrown<API::AutorizationError>(failure) && m_configuration->authMethod == AuthMethod::cookieLogin) {
+        qCInfo(lcContext, "Session expired. Logging in again...");
+        // A named value, not a temporary in the co_await expression: g++ 12 destroys such
+        // temporaries twice.
+        std::optional<UserCredentials> known = m_client->credentials();
+        if (known->isMissing(AuthMethod::cookieLogin))
+            known.reset();
+        co_await connect(std::move(known));
+        co_return;
+    }
+    if (thrown<API::TransportError>(failure)) {
+        qCWarning(lcContext, "Reconnection failed: connection is still lost.");
+        ++m_connectionLossCount; // the next countdown is longer
+    } else {
+        qCWarning(lcContext, "Reconnection failed: authorization required.");
+    }
+    Q_EMIT connectionStateChanged();
+    fail(QStringLiteral("Failed to reconnect."), failure);
+}

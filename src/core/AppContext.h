@@ -1,0 +1,122 @@
+#pragma once
+
+#include "api/BuildInfo.h"
+#include "api/ClientError.h"
+#include "api/WebAPIVersion.h"
+#include "core/ClientConfiguration.h"
+#include "core/ConnectionStore.h"
+#include "settings/AppSettings.h"
+
+#include <QCoroTask>
+#include <QObject>
+
+#include <memory>
+#include <optional>
+
+namespace API {
+class Client;
+class TransportError;
+} // namespace API
+class KeychainStore;
+
+// The one central state of the application: the saved connections, the selected one with its
+// client, and the user-facing error and progress state. Lives on the main thread; every operation
+// that talks to the server is a coroutine that reports failures through `clientError`.
+class AppContext : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum class ProgressMessage { none, connecting, removal, empty };
+    static constexpr int maxAutoReconnectAttempts = 5;
+
+    AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject *parent = nullptr);
+    ~AppContext() override;
+
+    AppSettings &settings() { return m_settings; }
+    KeychainStore &keychain() { return m_keychain; }
+
+    const QList<ClientConfiguration> &clientConfigurations() const { return m_configurations; }
+    const std::optional<ClientConfiguration> &clientConfiguration() const { return m_configuration; }
+    API::Client *client() const { return m_client.get(); }
+    bool isAuthorized() const { return m_isAuthorized; }
+    bool isPolling() const { return m_isPolling; }
+    ProgressMessage progressMessage() const { return m_progressMessage; }
+    const std::optional<API::ClientError> &clientError() const { return m_clientError; }
+    const QString &qbtVersion() const { return m_qbtVersion; }
+    const API::WebAPIVersion &webAPIVersion() const { return m_webAPIVersion; }
+    const API::BuildInfo &qbtBuildInfo() const { return m_qbtBuildInfo; }
+    qint64 rid() const { return m_rid; }
+    int connectionLossCount() const { return m_connectionLossCount; }
+    // What broke the connection, as the user reads it; empty while connected.
+    const QString &connectionError() const { return m_connectionError; }
+    bool isReconnecting() const { return m_isReconnecting; }
+    bool isLoginPromptPresented() const { return m_isLoginPromptPresented; }
+
+    // The saved list. Adding or saving a connection equal to another fails with
+    // InternalError::serverConfigurationAlreadyExist and leaves the list as it was.
+    void addConfiguration(const ClientConfiguration &configuration);
+    void updateConfiguration(const ClientConfiguration &configuration);
+    QCoro::Task<> removeConfiguration(QUuid id);
+    QCoro::Task<> removeAllConfigurations();
+
+    // Opens a saved connection: new client, credentials, bypass check, log in, version probes, polling.
+    QCoro::Task<> selectConfiguration(QUuid id);
+    // The login prompt's answer. With `autoLogin` the credentials are kept in the keychain.
+    QCoro::Task<> logIn(API::UserCredentials credentials, bool autoLogin);
+    void cancelLogin();
+    QCoro::Task<> logOut();
+    QCoro::Task<> reconnect();
+
+    // Called by the poller when a sync request failed; a cancelled request is not a loss.
+    void reportSyncFailure(const QString &operation, const std::exception_ptr &error);
+    void dismissClientError();
+
+Q_SIGNALS:
+    void configurationsChanged();
+    void connectionStateChanged();
+    void clientErrorChanged();
+    void loginPromptChanged();
+    // The poller's seam: start after a successful connection, stop on loss or log out.
+    void pollingStarted();
+    void pollingStopped();
+
+private:
+    void resetServerState();
+    void makeClient(const ClientConfiguration &configuration);
+    void fail(const QString &title, const std::exception_ptr &error);
+    void setConfigurations(QList<ClientConfiguration> configurations);
+    void persistAutoLogin(bool autoLogin);
+    void presentLoginPrompt(bool presented);
+    void startPolling();
+    void stopPolling();
+    // Whether the server lets this client in as it is; none when the check itself failed.
+    QCoro::Task<std::optional<bool>> checkAuthorizationBypass();
+    QCoro::Task<bool> authenticate();
+    QCoro::Task<> finishConnecting();
+    // Opens the selected connection from step 3 on; `credentials` skips the keychain lookup.
+    QCoro::Task<> connect(std::optional<API::UserCredentials> credentials);
+
+    UserDefaults &m_defaults;
+    KeychainStore &m_keychain;
+    AppSettings m_settings;
+    ConnectionStore m_store;
+    QList<ClientConfiguration> m_configurations;
+    std::optional<ClientConfiguration> m_configuration;
+    std::unique_ptr<API::Client> m_client;
+    // Bumped whenever the client is replaced: a coroutine that finds it changed after a co_await
+    // belongs to a connection that is gone and stops.
+    quint64 m_generation = 0;
+    bool m_isAuthorized = false;
+    bool m_isPolling = false;
+    bool m_isReconnecting = false;
+    bool m_isLoginPromptPresented = false;
+    ProgressMessage m_progressMessage = ProgressMessage::none;
+    std::optional<API::ClientError> m_clientError;
+    QString m_qbtVersion;
+    API::WebAPIVersion m_webAPIVersion;
+    API::BuildInfo m_qbtBuildInfo;
+    qint64 m_rid = 0;
+    int m_connectionLossCount = 0;
+    QString m_connectionError;
+};

@@ -1,0 +1,308 @@
+#include "api/Client.h"
+#include "api/Errors.h"
+#include "core/AppContext.h"
+#include "core/InternalError.h"
+#include "core/KeychainStore.h"
+#include "support/Await.h"
+#include "support/FakeServer.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using API::AuthMethod;
+using API::UserCredentials;
+using QuilloTest::wait;
+using Response = FakeServer::Response;
+
+Q_DECLARE_METATYPE(API::AuthMethod)
+
+namespace {
+
+const UserCredentials admin{QStringLiteral("admin"), QStringLiteral("s3cret&=pässword"), {}};
+const QString apiKey = QStringLiteral("qbt_0123456789abcdef");
+
+// A server that behaves like qBittorrent where it matters here: it answers the version, web API
+// version and build info; everything but login needs a session cookie, a correct Authorization
+// header, or the bypass.
+struct ScriptedQbt
+{
+    bool bypass = false;
+    int loginStatus = 200; // 204 as qBittorrent 5.2 answers
+    QByteArray sessionCookie = "SID=abc";
+    bool sessionValid = true;
+    int logins = 0;
+
+    Response answer(const FakeServer::Request &request)
+    {
+        const QByteArray target = request.target;
+        if (target.endsWith("/auth/login")) {
+            ++logins;
+            const bool right = request.body == "username=admin&password=s3cret%26%3Dp%C3%A4ssword";
+            if (!right)
+                return Response::text(200, "Fails.");
+            sessionValid = true;
+            Response ok = Response::text(loginStatus, loginStatus == 204 ? "" : "Ok.");
+            ok.headers.append({QByteArray("Set-Cookie"), sessionCookie + "; HttpOnly; path=/"});
+            return ok;
+        }
+        const QByteArray authorization = request.header("Authorization");
+        const bool basicRight = authorization == "Basic " + QByteArray("admin:s3cret&=pässword").toBase64();
+        const bool keyRight = authorization == "Bearer " + apiKey.toUtf8();
+        const bool cookieRight = sessionValid && request.header("Cookie").contains(sessionCookie);
+        if (!bypass && !basicRight && !keyRight && !cookieRight) {
+            if (authorization.startsWith("Basic "))
+                return Response::text(401, "");
+            return Response::text(403, "Forbidden");
+        }
+        if (target.endsWith("/app/version"))
+            return Response::text(200, "v5.2.0");
+        if (target.endsWith("/app/webapiVersion"))
+            return Response::text(200, "2.15.1");
+        if (target.endsWith("/app/buildInfo"))
+            return Response::json(R"({"qt":"6.9.1","libtorrent":"2.0.11.0","boost":"1.88.0","openssl":"3.5.0","bitness":64})");
+        return Response::text(200, "");
+    }
+};
+
+} // namespace
+
+// The connection lifecycle against a scripted server and a real Secret Service.
+class TestAppContext : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    std::unique_ptr<FakeServer> m_server;
+    ScriptedQbt m_qbt;
+    std::unique_ptr<UserDefaults> m_defaults;
+    // One store for the whole run, as in the application: GLib keeps per-thread data that a worker
+    // thread leaves behind when it ends.
+    KeychainStore m_keychainStore;
+    KeychainStore *m_keychain = &m_keychainStore;
+    std::unique_ptr<AppContext> m_context;
+
+    QString iniPath() const { return m_dir.filePath(QStringLiteral("Quillo.ini")); }
+
+    // A saved connection to the scripted server, with `credentials` in the keychain when given.
+    QUuid addConnection(AuthMethod method, const std::optional<UserCredentials> &credentials = std::nullopt)
+    {
+        ClientConfiguration configuration = m_server->configuration(method);
+        configuration.name = QStringLiteral("Scripted");
+        if (credentials)
+            wait(m_keychain->save(configuration, *credentials));
+        m_context->addConfiguration(configuration);
+        return configuration.id;
+    }
+
+    int loginRequests() const
+    {
+        return static_cast<int>(std::count_if(m_server->requests().cbegin(), m_server->requests().cend(),
+                                              [](const auto &r) { return r.target.endsWith("/auth/login"); }));
+    }
+
+    QString alert() const
+    {
+        const auto &error = m_context->clientError();
+        return error ? error->title() + u'|' + error->description() + u'|' + error->failureReason() : QString();
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        QFile::remove(iniPath());
+        m_qbt = {};
+        m_server = std::make_unique<FakeServer>();
+        m_server->setHandler([this](const FakeServer::Request &request) { return m_qbt.answer(request); });
+        m_defaults = std::make_unique<UserDefaults>(iniPath());
+        m_context = std::make_unique<AppContext>(*m_defaults, *m_keychain);
+    }
+
+    void cleanup()
+    {
+        m_context.reset();
+        m_defaults.reset();
+        m_server.reset();
+    }
+
+    void bypassConnectsWithoutLogin_data()
+    {
+        QTest::addColumn<AuthMethod>("method");
+        QTest::newRow("none") << AuthMethod::none;
+        QTest::newRow("login configured but not needed") << AuthMethod::cookieLogin;
+    }
+
+    void bypassConnectsWithoutLogin()
+    {
+        QFETCH(AuthMethod, method);
+        m_qbt.bypass = true;
+        QSignalSpy polling(m_context.get(), &AppContext::pollingStarted);
+        wait(m_context->selectConfiguration(addConnection(method)));
+        QVERIFY(m_context->isAuthorized());
+        QCOMPARE(polling.size(), 1);
+        QCOMPARE(loginRequests(), 0);
+        QCOMPARE(m_context->qbtVersion(), QStringLiteral("v5.2.0"));
+        QCOMPARE(m_context->webAPIVersion().toString(), QStringLiteral("2.15.1"));
+        QCOMPARE(m_context->qbtBuildInfo().libtorrent, QStringLiteral("2.0.11.0"));
+        QCOMPARE(alert(), QString());
+    }
+
+    void serverRefusesAConnectionWithoutAuthentication()
+    {
+        wait(m_context->selectConfiguration(addConnection(AuthMethod::none)));
+        QVERIFY(!m_context->isAuthorized());
+        QCOMPARE(alert(), QStringLiteral("Failed to login.|You are not authorized!|Authorization required."));
+        QVERIFY(!m_context->isLoginPromptPresented());
+    }
+
+    void storedCredentials_data()
+    {
+        QTest::addColumn<AuthMethod>("method");
+        QTest::addColumn<UserCredentials>("stored");
+        QTest::addColumn<int>("loginStatus");
+        QTest::addColumn<QString>("expectedAlert");
+        const UserCredentials wrong{QStringLiteral("admin"), QStringLiteral("wrong"), {}};
+        QTest::newRow("login") << AuthMethod::cookieLogin << admin << 200 << QString();
+        QTest::newRow("login answered 204") << AuthMethod::cookieLogin << admin << 204 << QString();
+        QTest::newRow("login refused") << AuthMethod::cookieLogin << wrong << 200
+                                       << QStringLiteral("Failed to login.|You are not authorized!|Authorization required.");
+        QTest::newRow("basic") << AuthMethod::basic << admin << 200 << QString();
+        QTest::newRow("basic refused") << AuthMethod::basic << wrong << 200
+                                       << QStringLiteral("Failed to login.|Invalid username or password!|Invalid username or password!");
+        QTest::newRow("api key") << AuthMethod::apiKey << UserCredentials{{}, {}, apiKey} << 200 << QString();
+        QTest::newRow("api key revoked")
+            << AuthMethod::apiKey << UserCredentials{{}, {}, QStringLiteral("qbt_revoked")} << 200
+            << QStringLiteral("Failed to login.|Invalid API key!|The API key is invalid or has been revoked. "
+                              "API keys are supported by qBittorrent 5.2 and later.");
+    }
+
+    void storedCredentials()
+    {
+        QFETCH(AuthMethod, method);
+        QFETCH(UserCredentials, stored);
+        QFETCH(int, loginStatus);
+        QFETCH(QString, expectedAlert);
+        m_qbt.loginStatus = loginStatus;
+        wait(m_context->selectConfiguration(addConnection(method, stored)));
+        QCOMPARE(alert(), expectedAlert);
+        QCOMPARE(m_context->isAuthorized(), expectedAlert.isEmpty());
+        QCOMPARE(m_context->isPolling(), expectedAlert.isEmpty());
+        // Refused credentials bring the prompt back; nothing saved is touched.
+        QCOMPARE(m_context->isLoginPromptPresented(), !expectedAlert.isEmpty());
+        QCOMPARE(m_context->clientConfigurations().size(), 1);
+        QCOMPARE(wait(m_keychain->read(m_context->clientConfigurations().constFirst())), std::optional(stored));
+    }
+
+    void promptWhenNothingIsStored()
+    {
+        wait(m_context->selectConfiguration(addConnection(AuthMethod::cookieLogin)));
+        QVERIFY(m_context->isLoginPromptPresented());
+        QCOMPARE(loginRequests(), 0);
+
+        m_context->cancelLogin();
+        QVERIFY(!m_context->isLoginPromptPresented());
+        QVERIFY(m_context->clientConfiguration().has_value());
+        QVERIFY(!m_context->isAuthorized());
+        QCOMPARE(alert(), QString());
+    }
+
+    void promptAnswerIsKeptOnlyWithAutoLogin()
+    {
+        const QUuid id = addConnection(AuthMethod::cookieLogin);
+        wait(m_context->selectConfiguration(id));
+        wait(m_context->logIn(admin, true));
+        QVERIFY(m_context->isAuthorized());
+        QCOMPARE(wait(m_keychain->read(*m_context->clientConfiguration())), std::optional(admin));
+
+        wait(m_context->logIn(admin, false));
+        QVERIFY(!m_context->clientConfiguration()->autoLogin);
+        QCOMPARE(wait(m_keychain->read(*m_context->clientConfiguration())), std::optional<UserCredentials>());
+
+        // Neither the settings file nor any log line ever holds the password.
+        m_defaults->sync();
+        QFile settings(iniPath());
+        QVERIFY(settings.open(QIODevice::ReadOnly));
+        QVERIFY(!settings.readAll().contains(admin.password.toUtf8()));
+    }
+
+    void lossAndReconnection()
+    {
+        wait(m_context->selectConfiguration(addConnection(AuthMethod::cookieLogin, admin)));
+        QVERIFY(m_context->isPolling());
+
+        m_context->reportSyncFailure(QStringLiteral("Sync"), std::make_exception_ptr(API::TransportError(
+                                                                  QNetworkReply::OperationCanceledError, QStringLiteral("cancelled"))));
+        QCOMPARE(m_context->connectionLossCount(), 0);
+
+        const auto lost = std::make_exception_ptr(API::TransportError(QNetworkReply::ConnectionRefusedError,
+                                                                      QStringLiteral("Connection refused")));
+        m_context->reportSyncFailure(QStringLiteral("Sync"), lost);
+        QCOMPARE(m_context->connectionLossCount(), 1);
+        QCOMPARE(m_context->connectionError(), QStringLiteral("Connection refused"));
+        QVERIFY(!m_context->isPolling());
+
+        wait(m_context->reconnect());
+        QCOMPARE(m_context->connectionLossCount(), 0);
+        QVERIFY(m_context->connectionError().isEmpty());
+        QVERIFY(m_context->isPolling());
+        QCOMPARE(loginRequests(), 1);
+    }
+
+    void expiredSessionLogsInAgain()
+    {
+        wait(m_context->selectConfiguration(addConnection(AuthMethod::cookieLogin, admin)));
+        m_context->reportSyncFailure(QStringLiteral("Sync"), std::make_exception_ptr(API::TransportError(
+                                                                  QNetworkReply::RemoteHostClosedError, QStringLiteral("closed"))));
+        m_qbt.sessionValid = false; // the server restarted and forgot the session
+        wait(m_context->reconnect());
+        QVERIFY(m_context->isAuthorized());
+        QVERIFY(m_context->isPolling());
+        QCOMPARE(m_context->connectionLossCount(), 0);
+        QCOMPARE(loginRequests(), 2);
+        QCOMPARE(alert(), QString());
+    }
+
+    void reconnectingToAGoneServerCountsAnotherLoss()
+    {
+        wait(m_context->selectConfiguration(addConnection(AuthMethod::cookieLogin, admin)));
+        m_context->reportSyncFailure(QStringLiteral("Sync"), std::make_exception_ptr(API::TransportError(
+                                                                  QNetworkReply::RemoteHostClosedError, QStringLiteral("closed"))));
+        m_server.reset();
+        wait(m_context->reconnect());
+        QCOMPARE(m_context->connectionLossCount(), 2);
+        QVERIFY(alert().startsWith(u"Failed to reconnect.|An unexpected error occurred!|"));
+        QVERIFY(!m_context->isPolling());
+    }
+
+    void duplicatesAreRefused()
+    {
+        addConnection(AuthMethod::basic);
+        ClientConfiguration same = m_server->configuration(AuthMethod::basic);
+        same.name = QStringLiteral("Scripted");
+        try {
+            m_context->addConfiguration(same);
+            QFAIL("a duplicate must be refused");
+        } catch (const InternalError &error) {
+            QCOMPARE(error.description(), QStringLiteral("Server with these settings already exists!"));
+        }
+        same.authMethod = AuthMethod::apiKey; // another method is another connection
+        m_context->addConfiguration(same);
+        QCOMPARE(m_context->clientConfigurations().size(), 2);
+    }
+
+    void removingAConnectionForgetsItsCredentials()
+    {
+        const QUuid id = addConnection(AuthMethod::basic, admin);
+        wait(m_context->selectConfiguration(id));
+        const ClientConfiguration removed = *m_context->clientConfiguration();
+        wait(m_context->removeConfiguration(id));
+        QVERIFY(!m_context->clientConfiguration());
+        QVERIFY(m_context->clientConfigurations().isEmpty());
+        QCOMPARE(wait(m_keychain->read(removed)), std::optional<UserCredentials>());
+        QVERIFY(AppContext(*m_defaults, *m_keychain).clientConfigurations().isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestAppContext)
+#include "tst_appcontext.moc"
