@@ -60,16 +60,20 @@ KeychainStore::KeychainError KeychainStore::KeychainError::dataCorrupted()
             QStringLiteral("The stored credential is not text.")};
 }
 
-KeychainStore::KeychainStore()
+// One keychain thread for the whole process, never ended: the Secret Service client keeps
+// per-thread state that a thread leaves behind when it ends.
+QThreadPool &KeychainStore::executor()
 {
-    m_executor.setMaxThreadCount(1);
-    m_executor.setExpiryTimeout(-1); // one thread for the store's life, as the keychain executor
+    static QThreadPool *const pool = [] {
+        auto *created = new QThreadPool;
+        created->setObjectName(QStringLiteral("app.quillo.keychain.executor"));
+        created->setMaxThreadCount(1);
+        created->setExpiryTimeout(-1);
+        return created;
+    }();
+    return *pool;
 }
 
-KeychainStore::~KeychainStore()
-{
-    m_executor.waitForDone();
-}
 
 QString KeychainStore::service(const ClientConfiguration &configuration, bool withAuthMethod)
 {
@@ -96,7 +100,7 @@ QString KeychainStore::account(AuthMethod method, const UserCredentials &credent
 
 QCoro::Task<bool> KeychainStore::save(ClientConfiguration configuration, UserCredentials credentials)
 {
-    co_return co_await QtConcurrent::run(&m_executor, [configuration, credentials] {
+    co_return co_await QtConcurrent::run(&executor(), [configuration, credentials] {
         const AuthMethod method = configuration.authMethod;
         try {
             Platform::Secrets::store(service(configuration), account(method, credentials), secretOf(method, credentials),
@@ -113,7 +117,7 @@ QCoro::Task<bool> KeychainStore::save(ClientConfiguration configuration, UserCre
 
 QCoro::Task<std::optional<UserCredentials>> KeychainStore::read(ClientConfiguration configuration)
 {
-    co_return co_await QtConcurrent::run(&m_executor, [configuration]() -> std::optional<UserCredentials> {
+    co_return co_await QtConcurrent::run(&executor(), [configuration]() -> std::optional<UserCredentials> {
         try {
             auto item = Platform::Secrets::find(service(configuration));
             if (!item && configuration.authMethod == AuthMethod::cookieLogin)
@@ -134,7 +138,7 @@ QCoro::Task<std::optional<UserCredentials>> KeychainStore::read(ClientConfigurat
 
 QCoro::Task<bool> KeychainStore::remove(ClientConfiguration configuration)
 {
-    co_return co_await QtConcurrent::run(&m_executor, [configuration] {
+    co_return co_await QtConcurrent::run(&executor(), [configuration] {
         try {
             if (Platform::Secrets::remove(service(configuration))) {
                 qCInfo(lcKeychain, "Item removed from keychain!");

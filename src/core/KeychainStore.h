@@ -32,8 +32,10 @@ public:
         int m_status;
     };
 
-    KeychainStore();
-    ~KeychainStore();
+    // The jobs copy what they need and never touch the store, so it may go while they run.
+    KeychainStore() = default;
+    KeychainStore(const KeychainStore &) = delete;
+    KeychainStore &operator=(const KeychainStore &) = delete;
 
     // Failures are logged and reported as `false` or an absent credential: they never touch the
     // connection itself.
@@ -47,5 +49,5 @@ public:
     static QString account(API::AuthMethod method, const API::UserCredentials &credentials);
 
 private:
-    QThreadPool m_executor;
+    static QThreadPool &executor();
 };

@@ -77,8 +77,6 @@ class TestAppContext : public QObject
     std::unique_ptr<FakeServer> m_server;
     ScriptedQbt m_qbt;
     std::unique_ptr<UserDefaults> m_defaults;
-    // One store for the whole run, as in the application: GLib keeps per-thread data that a worker
-    // thread leaves behind when it ends.
     KeychainStore m_keychainStore;
     KeychainStore *m_keychain = &m_keychainStore;
     std::unique_ptr<AppContext> m_context;

@@ -49,7 +49,7 @@ std::optional<Ports> freePorts()
 
 // Beyond the safe recipe: peer geolocation (on by default) makes the server resolve a host and
 // download a database from the internet. Torrents added without a save path land in the profile.
-QByteArray configText(const Ports &ports, const QString &serverSavePath)
+QByteArray configText(const Ports &ports, const QString &serverSavePath, bool localHostAuth)
 {
     QByteArray text(R"conf([LegalNotice]
 Accepted=true
@@ -57,7 +57,7 @@ Accepted=true
 [Preferences]
 WebUI\Address=127.0.0.1
 WebUI\Port=@WEB@
-WebUI\LocalHostAuth=true
+WebUI\LocalHostAuth=@LOCALAUTH@
 WebUI\Username=admin
 WebUI\Password_PBKDF2="@ByteArray(ARQ77eY1NUZaQsuDHbIMCA==:0WMRkYTUWVT9wVvdDtHAjU9b3b7uB8NR1Gur2hmQCvCDpm39Q+PsJRJPaCU51dEiz+dTzh8qbPsL8WkFljQYFQ==)"
 Connection\ResolvePeerCountries=false
@@ -76,6 +76,7 @@ Session\DefaultSavePath=@SAVE@
 [Network]
 PortForwardingEnabled=false
 )conf");
+    text.replace("@LOCALAUTH@", localHostAuth ? "true" : "false");
     text.replace("@WEB@", QByteArray::number(ports.web));
     text.replace("@PEER@", QByteArray::number(ports.peer));
     text.replace("@SAVE@", serverSavePath.toUtf8());
@@ -169,9 +170,10 @@ QString QbtServer::trixieRoot()
     return QDir::cleanPath(cache + QStringLiteral("/quillo/trixie-qbt"));
 }
 
-QbtServer::StartResult QbtServer::start(Flavor flavor)
+QbtServer::StartResult QbtServer::start(Flavor flavor, Options options)
 {
     std::unique_ptr<QbtServer> server(new QbtServer(flavor));
+    server->m_options = options;
     QString failure = server->startProcess();
     if (failure.isEmpty())
         failure = server->waitUntilAnswering();
@@ -188,12 +190,10 @@ QbtServer::StartResult QbtServer::start(Flavor flavor)
 
 QString QbtServer::startProcess()
 {
-    QString program;
-    QStringList arguments;
     if (m_flavor == Flavor::Bookworm45) {
         if (!QFileInfo(hostBinary).isExecutable())
             return hostBinary + QStringLiteral(" is missing (apt-get install qbittorrent-nox)");
-        program = hostBinary;
+        m_program = hostBinary;
         removeAbandonedFolders(QDir::tempPath(), {hostProfilePrefix, hostDataPrefix});
         m_profile = std::make_unique<QTemporaryDir>(pidTemplate(QDir::tempPath(), hostProfilePrefix));
     } else {
@@ -203,8 +203,8 @@ QString QbtServer::startProcess()
                 .arg(m_root);
         if (::geteuid() != 0)
             return QStringLiteral("running the server in %1 needs chroot, which needs root").arg(m_root);
-        program = QStandardPaths::findExecutable(QStringLiteral("chroot"));
-        if (program.isEmpty())
+        m_program = QStandardPaths::findExecutable(QStringLiteral("chroot"));
+        if (m_program.isEmpty())
             return QStringLiteral("chroot is not installed");
         removeAbandonedFolders(m_root, {rootProfilePrefix, rootDataPrefix});
         m_profile = std::make_unique<QTemporaryDir>(pidTemplate(m_root, rootProfilePrefix));
@@ -222,10 +222,16 @@ QString QbtServer::startProcess()
     QFile config(configDir + QStringLiteral("/qBittorrent.conf"));
     // An existing save folder, else free_space_on_disk reads -1.
     if (!QDir().mkpath(configDir) || !QDir().mkpath(m_profile->path() + QStringLiteral("/downloads"))
-        || !config.open(QIODevice::WriteOnly) || config.write(configText(*ports, defaultSavePath())) < 0)
+        || !config.open(QIODevice::WriteOnly) || config.write(configText(*ports, defaultSavePath(), m_options.localHostAuth)) < 0)
         return QStringLiteral("cannot write %1: %2").arg(config.fileName(), config.errorString());
     config.close();
 
+    return launch();
+}
+
+QString QbtServer::launch()
+{
+    QStringList arguments;
     const QString serverProfile = QStringLiteral("--profile=") + serverPathOf(m_profile->path());
     if (m_flavor == Flavor::Bookworm45) {
         arguments = {serverProfile};
@@ -246,8 +252,8 @@ QString QbtServer::startProcess()
     m_process.setProcessEnvironment(environment);
     m_process.setWorkingDirectory(m_profile->path());
     // Files, not pipes: a pipe nobody drains while a test blocks could stall the server.
-    m_process.setStandardOutputFile(m_profile->path() + QStringLiteral("/stdout.txt"));
-    m_process.setStandardErrorFile(m_profile->path() + QStringLiteral("/stderr.txt"));
+    m_process.setStandardOutputFile(m_profile->path() + QStringLiteral("/stdout.txt"), QIODevice::Append);
+    m_process.setStandardErrorFile(m_profile->path() + QStringLiteral("/stderr.txt"), QIODevice::Append);
     // The server must not outlive a test that crashes or is killed before its destructor runs.
     const pid_t parent = ::getpid();
     m_process.setChildProcessModifier([parent] {
@@ -255,9 +261,9 @@ QString QbtServer::startProcess()
         if (::getppid() != parent)
             ::_exit(127);
     });
-    m_process.start(program, arguments);
+    m_process.start(m_program, arguments);
     if (!m_process.waitForStarted())
-        return QStringLiteral("cannot run %1: %2").arg(program, m_process.errorString());
+        return QStringLiteral("cannot run %1: %2").arg(m_program, m_process.errorString());
     return {};
 }
 
@@ -316,6 +322,15 @@ QString QbtServer::diagnostics()
     append(QStringLiteral("log"),
            readTail(m_profile->path() + QStringLiteral("/qBittorrent/data/logs/qbittorrent.log")));
     return text;
+}
+
+QString QbtServer::restart()
+{
+    stop();
+    QString failure = launch();
+    if (failure.isEmpty())
+        failure = waitUntilAnswering();
+    return failure;
 }
 
 void QbtServer::stop()

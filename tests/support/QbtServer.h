@@ -37,7 +37,14 @@ public:
         QString serverPath;
     };
 
-    static StartResult start(Flavor flavor);
+    struct Options
+    {
+        // Off: the server lets clients on loopback in without logging in (the bypass).
+        bool localHostAuth = true;
+    };
+
+    static StartResult start(Flavor flavor, Options options);
+    static StartResult start(Flavor flavor) { return start(flavor, Options{}); }
     static QString flavorName(Flavor flavor);
     // QUILLO_REQUIRE_REAL_SERVERS=1 turns a server that cannot start into a failure, not a skip.
     static bool realServersRequired();
@@ -66,15 +73,21 @@ public:
     // Ends the server (SIGTERM, then SIGKILL after 10 s); safe to call twice. The profile and data
     // folders are removed when the object goes.
     void stop();
+    // Stops and starts the same server again: same profile, same ports, sessions forgotten.
+    // Empty on success, else why not.
+    QString restart();
 
 private:
     explicit QbtServer(Flavor flavor);
     QString startProcess(); // empty on success, else why not
+    QString launch();
     QString waitUntilAnswering();
     QString diagnostics();
     QString serverPathOf(const QString &localPath) const;
 
     Flavor m_flavor;
+    Options m_options;
+    QString m_program;
     QString m_root; // the trixie root; empty for the host's server
     std::unique_ptr<QTemporaryDir> m_profile;
     std::vector<std::unique_ptr<QTemporaryDir>> m_dataDirs;
