@@ -1,0 +1,118 @@
+// Runs Quillo against a throwaway qBittorrent 4.5 server on loopback that holds a few sample
+// torrents made on the spot, with a throwaway settings folder holding one connection to it.
+// Closing Quillo stops the server and removes everything. Usage: quillo-demo <quillo executable>
+
+#include "api/Client.h"
+#include "api/Endpoint.h"
+#include "core/ConnectionStore.h"
+#include "settings/UserDefaults.h"
+#include "support/Await.h"
+#include "support/QbtServer.h"
+#include "support/TorrentFactory.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace {
+
+namespace T = API::Endpoint::TntManagement;
+using TorrentFactory::File;
+
+struct Sample
+{
+    QString name;
+    QList<File> files;
+    bool seeding;
+    QString category;
+    QStringList tags;
+};
+
+const QList<Sample> samples{
+    {QStringLiteral("Open Movie Collection"),
+     {{QStringLiteral("Sintel/sintel.mkv"), 3'200'000}, {QStringLiteral("Big Buck Bunny/bbb.mkv"), 2'400'000},
+      {QStringLiteral("README.txt"), 2'000}},
+     true, QStringLiteral("Movies"), {QStringLiteral("open-licence")}},
+    {QStringLiteral("Debian 12 netinst (sample)"), {{QStringLiteral("debian-12-netinst.iso"), 4'000'000}}, true,
+     QStringLiteral("Linux"), {}},
+    {QStringLiteral("Public Domain Audiobooks — Ülysses"),
+     {{QStringLiteral("01 Telemachus.ogg"), 900'000}, {QStringLiteral("02 Nestor.ogg"), 700'000}}, true,
+     QStringLiteral("Audio"), {QStringLiteral("books"), QStringLiteral("open-licence")}},
+    {QStringLiteral("Photo Archive 2024"), {{QStringLiteral("photos.tar"), 1'500'000}}, true, {}, {}},
+    {QStringLiteral("Fedora Workstation (sample)"), {{QStringLiteral("Fedora-Workstation.iso"), 5'000'000}}, false,
+     QStringLiteral("Linux"), {}},
+    {QStringLiteral("Creative Commons Music"),
+     {{QStringLiteral("album/track1.flac"), 1'200'000}, {QStringLiteral("album/track2.flac"), 1'100'000}}, false,
+     QStringLiteral("Audio"), {QStringLiteral("music")}},
+};
+
+void addSamples(QbtServer &server)
+{
+    API::Client client(server.configuration());
+    QuilloTest::wait(client.perform(T::createCategory(QStringLiteral("Movies"), {})));
+    QuilloTest::wait(client.perform(T::createCategory(QStringLiteral("Linux"), {})));
+    QuilloTest::wait(client.perform(T::createCategory(QStringLiteral("Audio"), {})));
+    for (const Sample &sample : samples) {
+        const QbtServer::DataDir dir = server.makeDataDir();
+        const auto torrent = TorrentFactory::multiFile(dir.localPath, sample.name, sample.files,
+                                                       {.announceUrls = {QStringLiteral("http://127.0.0.1:1/announce")}});
+        if (!sample.seeding) // nothing on disk: it waits for peers that never come
+            QDir(torrent.contentPath).removeRecursively();
+        QList<TorrentFactory::FormPart> parts{TorrentFactory::torrentPart(torrent), {"savepath", dir.serverPath.toUtf8()}};
+        if (!sample.category.isEmpty())
+            parts.append({"category", sample.category.toUtf8()});
+        if (!sample.tags.isEmpty())
+            parts.append({"tags", sample.tags.join(u',').toUtf8()});
+        QuilloTest::wait(client.perform(T::add(TorrentFactory::multipartBody(parts))));
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    if (argc < 2) {
+        qCritical("usage: quillo-demo <quillo executable> [arguments for Quillo]");
+        return 2;
+    }
+
+    QbtServer::StartResult started = QbtServer::start(QbtServer::Flavor::Bookworm45, {.localHostAuth = false});
+    if (!started.server) {
+        qCritical("The demo server did not start: %s", qUtf8Printable(started.failure));
+        return 1;
+    }
+    QbtServer &server = *started.server;
+    try {
+        addSamples(server);
+    } catch (const std::exception &error) {
+        qCritical("Could not add the sample torrents: %s", error.what());
+        return 1;
+    }
+
+    QTemporaryDir configHome;
+    {
+        UserDefaults defaults(configHome.filePath(QStringLiteral("Quillo/Quillo.ini")));
+        ClientConfiguration demo = server.configuration();
+        demo.name = QStringLiteral("Demo qBittorrent");
+        demo.authMethod = API::AuthMethod::none;
+        demo.isCurrent = true;
+        ConnectionStore(defaults).save({demo});
+    }
+
+    QProcess quillo;
+    quillo.setProcessChannelMode(QProcess::ForwardedChannels);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), configHome.path());
+    quillo.setProcessEnvironment(environment);
+    quillo.start(QString::fromLocal8Bit(argv[1]), QCoreApplication::arguments().mid(2));
+    if (!quillo.waitForStarted()) {
+        qCritical("Could not start Quillo: %s", qUtf8Printable(quillo.errorString()));
+        return 1;
+    }
+    qInfo("Demo server on http://127.0.0.1:%d (pid %lld); close Quillo to stop it.", server.webPort(),
+          static_cast<long long>(server.processId()));
+    quillo.waitForFinished(-1);
+    return quillo.exitCode();
+}
