@@ -1,0 +1,93 @@
+#include "model/GlobalTransferInfo.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using Samples = QList<qint64>;
+
+class TestTransferInfo : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void smoothedRate_data()
+    {
+        QTest::addColumn<int>("window");
+        QTest::addColumn<Samples>("samples");
+        QTest::addColumn<Samples>("shown");
+        QTest::newRow("average rounded up") << 5 << Samples{100, 200, 301} << Samples{100, 150, 201};
+        QTest::newRow("window slides") << 2 << Samples{100, 200, 400} << Samples{100, 150, 300};
+        QTest::newRow("zero resets at once") << 5 << Samples{100, 200, 0, 50} << Samples{100, 150, 0, 50};
+        QTest::newRow("negative resets too") << 5 << Samples{100, -1, 7} << Samples{100, 0, 7};
+        QTest::newRow("window of one is raw") << 1 << Samples{100, 300, 5} << Samples{100, 300, 5};
+        QTest::newRow("window of zero is raw") << 0 << Samples{100, 300} << Samples{100, 300};
+    }
+
+    void smoothedRate()
+    {
+        QFETCH(int, window);
+        QFETCH(Samples, samples);
+        QFETCH(Samples, shown);
+        GlobalTransferInfo info;
+        info.setAveragingWindow(window);
+        Samples seen;
+        for (const qint64 sample : samples) {
+            API::SGlobalTransferInfo delta;
+            delta.dlInfoSpeed = sample;
+            info.update(delta);
+            seen << info.dlInfoSpeed();
+        }
+        QCOMPARE(seen, shown);
+    }
+
+    void shrinkingTheWindowKeepsTheNewest()
+    {
+        DataRateBuffer buffer;
+        for (const qint64 sample : {10, 20, 30, 40, 50})
+            buffer.add(sample);
+        buffer.setCapacity(2);
+        QCOMPARE(buffer.count(), 2);
+        QCOMPARE(buffer.runningSum(), 90);
+        buffer.add(60);
+        QCOMPARE(buffer.runningSum(), 110);
+        QCOMPARE(buffer.shownRate(60), 55);
+        buffer.setCapacity(4); // growing keeps what is there and the ring order
+        buffer.add(70);
+        buffer.add(80);
+        QCOMPARE(buffer.runningSum(), 50 + 60 + 70 + 80);
+        buffer.add(90);
+        QCOMPARE(buffer.runningSum(), 60 + 70 + 80 + 90);
+    }
+
+    void deltaChangesOnlyWhatItCarries()
+    {
+        GlobalTransferInfo info;
+        API::SGlobalTransferInfo full;
+        full.dlInfoSpeed = 1000;
+        full.upInfoSpeed = 10;
+        full.connectionStatus = API::ConnectionStatus::connected;
+        full.refreshInterval = 1500;
+        full.globalRatio = QStringLiteral("1.25");
+        full.dhtNodes = 0;
+        QSignalSpy changed(&info, &GlobalTransferInfo::changed);
+        QCOMPARE(info.update(full), GlobalTransferInfo::Fields(GlobalTransferInfo::DlInfoSpeed | GlobalTransferInfo::UpInfoSpeed
+                                                                | GlobalTransferInfo::ConnectionStatusField
+                                                                | GlobalTransferInfo::RefreshInterval | GlobalTransferInfo::GlobalRatio));
+        API::SGlobalTransferInfo delta;
+        delta.alltimeDl = 5;
+        QCOMPARE(info.update(delta), GlobalTransferInfo::Fields(GlobalTransferInfo::AlltimeDl));
+        QCOMPARE(info.dlInfoSpeed(), 1000); // no sample, no change
+        QCOMPARE(info.update(delta), GlobalTransferInfo::Fields());
+        QCOMPARE(changed.size(), 2);
+
+        info.reset();
+        QCOMPARE(info.alltimeDl(), 0);
+        QCOMPARE(info.dlInfoSpeed(), 0);
+        QCOMPARE(info.globalRatio(), QStringLiteral("0"));
+        QCOMPARE(info.connectionStatus(), API::ConnectionStatus::connected);
+        QCOMPARE(info.refreshInterval(), 1500);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTransferInfo)
+#include "tst_transferinfo.moc"
