@@ -1,0 +1,153 @@
+#include "model/GlobalTransferInfo.h"
+#include "model/Poller.h"
+#include "settings/AppSettings.h"
+
+#include <QCoroTimer>
+#include <QHash>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// A job that takes a little while, and records how many of its kind run at once.
+struct Probe
+{
+    int started = 0;
+    int running = 0;
+    QHash<QString, int> runningByName;
+    int mostAtOnce = 0; // of one name: jobs of one loop must never overlap
+    QStringList order;
+
+    // The coroutine is a plain function: its arguments live in its frame, unlike the captures of
+    // a coroutine lambda, which live in a closure the caller may already have dropped.
+    static QCoro::Task<> run(Probe *probe, QString name)
+    {
+        ++probe->started;
+        ++probe->running;
+        probe->mostAtOnce = std::max(probe->mostAtOnce, ++probe->runningByName[name]);
+        probe->order << name;
+        QTimer timer;
+        timer.start(5ms);
+        co_await timer;
+        --probe->running;
+        --probe->runningByName[name];
+    }
+
+    Poller::Job job(const QString &name)
+    {
+        return [this, name] { return run(this, name); };
+    }
+};
+
+} // namespace
+
+class TestPoller : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void jobsRunInOrderNeverOverlapping()
+    {
+        Probe probe;
+        Poller poller;
+        poller.start(0ms, {probe.job(QStringLiteral("maindata")), probe.job(QStringLiteral("peers"))});
+        QTRY_VERIFY(probe.started >= 6);
+        QCOMPARE(probe.running, 1);
+        poller.stop();
+        QTRY_COMPARE(probe.running, 0); // a job under way finishes; the probe must outlive it
+        QCOMPARE(probe.mostAtOnce, 1);
+        QCOMPARE(probe.order.mid(0, 4), (QStringList{u"maindata"_qs, u"peers"_qs, u"maindata"_qs, u"peers"_qs}));
+    }
+
+    void startingAgainLeavesOneLoop()
+    {
+        Probe probe;
+        Poller poller;
+        poller.start(0ms, {probe.job(QStringLiteral("a"))});
+        poller.start(0ms, {probe.job(QStringLiteral("b"))});
+        QTRY_VERIFY(probe.started >= 10);
+        poller.stop();
+        QTRY_COMPARE(probe.running, 0);
+        QCOMPARE(probe.mostAtOnce, 1);
+        // The first loop's job under way finishes; nothing of that loop starts after the restart.
+        QCOMPARE(probe.order.count(u"a"_qs), 1);
+    }
+
+    void stoppedLoopRunsNothingMore()
+    {
+        Probe probe;
+        Poller poller;
+        poller.start(10ms, {probe.job(QStringLiteral("a"))});
+        QTRY_VERIFY(probe.started >= 2);
+        poller.stop();
+        QTRY_COMPARE(probe.running, 0);
+        const int after = probe.started;
+        QTest::qWait(60);
+        QCOMPARE(probe.started, after);
+        QVERIFY(!poller.isRunning());
+    }
+
+    void destroyingThePollerEndsTheLoop()
+    {
+        Probe probe;
+        auto *poller = new Poller;
+        poller->start(0ms, {probe.job(QStringLiteral("a"))});
+        QTRY_VERIFY(probe.started >= 1);
+        delete poller; // while a job is running
+        QTRY_COMPARE(probe.running, 0);
+        const int after = probe.started;
+        QTest::qWait(30);
+        QCOMPARE(probe.started, after);
+    }
+
+    void newIntervalWaitsForThePauseUnderWay()
+    {
+        Probe probe;
+        Poller poller;
+        poller.start(1h, {probe.job(QStringLiteral("a"))});
+        QTRY_COMPARE(probe.running, 0); // the first round is over: the hour-long pause has begun
+        poller.setPollingInterval(0ms); // the hour-long pause under way is not cut short
+        QTest::qWait(50);
+        QCOMPARE(probe.started, 1);
+        QCOMPARE(poller.pollingInterval(), 0ms);
+        poller.stop();
+    }
+
+    void interval_data()
+    {
+        QTest::addColumn<bool>("automatic");
+        QTest::addColumn<int>("increase");
+        QTest::addColumn<bool>("background");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("setting, foreground") << false << 1000 << false << 2500;
+        QTest::newRow("setting, background") << false << 1000 << true << 3500;
+        QTest::newRow("no increase") << false << 0 << true << 2500;
+        QTest::newRow("server's own") << true << 1000 << false << 1500;
+        QTest::newRow("server's own, background") << true << 1000 << true << 2500;
+    }
+
+    void interval()
+    {
+        QFETCH(bool, automatic);
+        QFETCH(int, increase);
+        QFETCH(bool, background);
+        QFETCH(int, expected);
+        QTemporaryDir dir;
+        UserDefaults defaults(dir.filePath(QStringLiteral("Quillo.ini")));
+        AppSettings settings(defaults);
+        settings.setRefreshInterval(2500);
+        settings.setIntervalIncreaseValue(increase);
+        settings.setSetRefreshIntervalAuto(automatic);
+        GlobalTransferInfo transfer;
+        API::SGlobalTransferInfo state;
+        state.refreshInterval = 1500;
+        transfer.update(state);
+        QCOMPARE(Poller::intervalFor(settings, transfer, background), std::chrono::milliseconds(expected));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPoller)
+#include "tst_poller.moc"
