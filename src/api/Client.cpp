@@ -4,12 +4,20 @@
 #include "api/Endpoint.h"
 #include "api/Errors.h"
 
+#include <QCoroFuture>
 #include <QCoroNetworkReply>
+#include <QHostAddress>
 #include <QLoggingCategory>
 #include <QNetworkReply>
 #include <QPointer>
 #include <QStringDecoder>
 #include <QTimer>
+#include <QtConcurrent/QtConcurrentRun>
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <optional>
 
 Q_LOGGING_CATEGORY(lcClient, "API.Client")
 
@@ -21,25 +29,6 @@ namespace {
 enum class EndedBy { none, idleTimeout, overallTimeout, redirectRefused };
 constexpr const char *endedByProperty = "quillo.endedBy";
 constexpr const char *refusedTargetProperty = "quillo.refusedTarget";
-
-enum class StatusClass { informational, success, redirection, clientError, serverError, unknown };
-
-StatusClass classify(int code)
-{
-    const auto in = [code](int low, int high) { return code >= low && code <= high; };
-    if (in(100, 102))
-        return StatusClass::informational;
-    if (in(200, 208) || code == 226)
-        return StatusClass::success;
-    if (in(300, 308))
-        return StatusClass::redirection;
-    if (in(400, 418) || in(421, 424) || code == 426 || code == 428 || code == 429 || code == 431 || code == 444
-        || code == 451 || in(495, 497) || code == 499)
-        return StatusClass::clientError;
-    if (in(500, 508) || code == 510 || code == 511)
-        return StatusClass::serverError;
-    return StatusClass::unknown;
-}
 
 QString normalisedBasePath(const QString &path)
 {
@@ -57,7 +46,68 @@ void endReply(QNetworkReply *reply, EndedBy reason)
     reply->abort();
 }
 
+// QFuture carries only QException types across threads; the outcome carries any exception.
+template<typename T>
+struct DecodeOutcome
+{
+    std::optional<T> value;
+    std::exception_ptr error;
+};
+
+// A plain function, not a coroutine: GCC 12 mishandles a coroutine parameter moved into a lambda.
+template<typename T>
+QFuture<DecodeOutcome<T>> decodeOnWorker(const QByteArray &body, T (*decode)(const QByteArray &))
+{
+    return QtConcurrent::run(
+        [decode](const QByteArray &bytes) {
+            DecodeOutcome<T> outcome;
+            try {
+                outcome.value = decode(bytes);
+            } catch (...) {
+                outcome.error = std::current_exception();
+            }
+            return outcome;
+        },
+        body);
+}
+
+template<typename T>
+T takeOutcome(DecodeOutcome<T> outcome)
+{
+    if (outcome.error)
+        std::rethrow_exception(outcome.error);
+    return std::move(*outcome.value);
+}
+
 } // namespace
+
+bool wantsCompression(const QString &host)
+{
+    QString name = host.trimmed().toLower();
+    if (name.startsWith(u'[') && name.endsWith(u']'))
+        name = name.mid(1, name.size() - 2);
+    if (name.endsWith(u'.'))
+        name.chop(1);
+    if (name == u"localhost" || name.endsWith(u".localhost") || name.endsWith(u".local"))
+        return false;
+
+    QHostAddress address;
+    if (!address.setAddress(name))
+        return true;
+    bool isMapped = false;
+    const quint32 mapped = address.toIPv4Address(&isMapped);
+    if (isMapped)
+        address = QHostAddress(mapped);
+    if (address.isLoopback() || address.isLinkLocal() || address.isUniqueLocalUnicast() || address.isSiteLocal())
+        return false;
+    static const std::array<std::pair<QHostAddress, int>, 3> privateV4{{
+        {QHostAddress(QStringLiteral("10.0.0.0")), 8},
+        {QHostAddress(QStringLiteral("172.16.0.0")), 12},
+        {QHostAddress(QStringLiteral("192.168.0.0")), 16},
+    }};
+    return std::none_of(privateV4.begin(), privateV4.end(),
+                        [&](const auto &subnet) { return address.isInSubnet(subnet.first, subnet.second); });
+}
 
 Client::Client(ClientConfiguration configuration, QObject *parent)
     : QObject(parent)
@@ -69,6 +119,23 @@ Client::Client(ClientConfiguration configuration, QObject *parent)
 Client::~Client()
 {
     cancelAll();
+}
+
+Client::StatusClass Client::classify(int status)
+{
+    const auto in = [status](int low, int high) { return status >= low && status <= high; };
+    if (in(100, 102))
+        return StatusClass::informational;
+    if (in(200, 208) || status == 226)
+        return StatusClass::success;
+    if (in(300, 308))
+        return StatusClass::redirection;
+    if (in(400, 418) || in(421, 424) || status == 426 || status == 428 || status == 429 || status == 431
+        || status == 444 || status == 451 || in(495, 497) || status == 499)
+        return StatusClass::clientError;
+    if (in(500, 508) || status == 510 || status == 511)
+        return StatusClass::serverError;
+    return StatusClass::unknown;
 }
 
 QString Client::userAgent()
@@ -100,6 +167,9 @@ QNetworkReply *Client::send(const APIEndpoint &endpoint, const QUrl &url)
     request.setHeader(QNetworkRequest::UserAgentHeader, userAgent());
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
+    // Qt asks for gzip unless told otherwise; an explicit encoding also stops it inflating.
+    if (!wantsCompression(url.host()))
+        request.setRawHeader("Accept-Encoding", "identity");
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          m_redirectPolicy.followsSameHost ? QNetworkRequest::UserVerifiedRedirectPolicy
                                                           : QNetworkRequest::ManualRedirectPolicy);
@@ -283,6 +353,42 @@ QCoro::Task<WebAPIVersion> Client::webapiVersion()
 QCoro::Task<BuildInfo> Client::buildInfo()
 {
     co_return BuildInfo::decode(co_await perform(Endpoint::Application::buildInfo()));
+}
+
+QCoro::Task<MainData> Client::mainData(qint64 rid)
+{
+    const QByteArray body = co_await perform(Endpoint::Sync::maindata(rid));
+    co_return takeOutcome(co_await decodeOnWorker(body, &decodeMainData));
+}
+
+QCoro::Task<PeersData> Client::peers(QString hash, qint64 rid)
+{
+    const QByteArray body = co_await perform(Endpoint::Sync::torrentPeers(hash, rid));
+    co_return takeOutcome(co_await decodeOnWorker(body, &decodePeersData));
+}
+
+QCoro::Task<SGenericProperties> Client::properties(QString hash)
+{
+    const QByteArray body = co_await perform(Endpoint::TntManagement::properties(hash));
+    co_return takeOutcome(co_await decodeOnWorker(body, &decodeGenericProperties));
+}
+
+QCoro::Task<QList<Tracker>> Client::trackers(QString hash)
+{
+    const QByteArray body = co_await perform(Endpoint::TntManagement::trackers(hash));
+    co_return takeOutcome(co_await decodeOnWorker(body, &decodeTrackers));
+}
+
+QCoro::Task<QList<File>> Client::files(QString hash)
+{
+    const QByteArray body = co_await perform(Endpoint::TntManagement::files(hash));
+    co_return takeOutcome(co_await decodeOnWorker(body, &decodeFiles));
+}
+
+QCoro::Task<QList<WebSeed>> Client::webSeeds(QString hash)
+{
+    const QByteArray body = co_await perform(Endpoint::TntManagement::webseeds(hash));
+    co_return takeOutcome(co_await decodeOnWorker(body, &decodeWebSeeds));
 }
 
 } // namespace API

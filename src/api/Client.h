@@ -3,6 +3,7 @@
 #include "api/APIEndpoint.h"
 #include "api/AuthMethod.h"
 #include "api/BuildInfo.h"
+#include "api/Records.h"
 #include "api/RedirectPolicy.h"
 #include "api/WebAPIVersion.h"
 #include "core/ClientConfiguration.h"
@@ -17,6 +18,10 @@
 class QNetworkReply;
 
 namespace API {
+
+// Whether answers from `host` should come gzipped. Inflating costs more than moving the plain bytes
+// over loopback or a local network (docs/PERFORMANCE.md), so only other hosts ask for gzip.
+bool wantsCompression(const QString &host);
 
 // The only code that speaks HTTP to the server. One client per selected connection: it owns the
 // network session and its cookie jar, so a new client forgets the previous server's session.
@@ -33,6 +38,8 @@ public:
         // No request may take longer than this, however steadily data trickles in.
         std::chrono::milliseconds overall{120'000};
     };
+
+    enum class StatusClass { informational, success, redirection, clientError, serverError, unknown };
 
     explicit Client(ClientConfiguration configuration, QObject *parent = nullptr);
     ~Client() override;
@@ -56,9 +63,21 @@ public:
     QCoro::Task<WebAPIVersion> webapiVersion();
     QCoro::Task<BuildInfo> buildInfo();
 
+    // The sync and detail reads: the request runs here, the body is decoded on a worker thread so
+    // that a large answer never stalls the interface. A body that does not decode throws
+    // ResponseDecodingError.
+    QCoro::Task<MainData> mainData(qint64 rid);
+    QCoro::Task<PeersData> peers(QString hash, qint64 rid);
+    QCoro::Task<SGenericProperties> properties(QString hash);
+    QCoro::Task<QList<Tracker>> trackers(QString hash);
+    QCoro::Task<QList<File>> files(QString hash);
+    QCoro::Task<QList<WebSeed>> webSeeds(QString hash);
+
     // Aborts every request in flight; their callers get a cancelled TransportError.
     void cancelAll();
 
+    // By the list of known codes; a code outside it is unknown.
+    static StatusClass classify(int status);
     static QString userAgent();
     static QString decodeText(const QByteArray &body); // throws ResponseDecodingError
 

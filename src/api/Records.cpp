@@ -114,8 +114,26 @@ simdjson::error_code tryRead(od::value &value, const Path &, bool &out)
     return value.get_bool().get(out);
 }
 
+// Most strings hold no escape: they convert straight from the input, skipping simdjson's unescaped
+// copy. Stage 1 has already checked their UTF-8 and control characters.
+std::optional<std::string_view> plainString(od::value &value)
+{
+    const std::string_view token = value.raw_json_token();
+    if (token.size() < 2 || token.front() != '"')
+        return std::nullopt;
+    const std::size_t close = token.find_last_of('"');
+    const std::string_view raw = token.substr(1, close - 1);
+    if (close == 0 || raw.find('\\') != std::string_view::npos)
+        return std::nullopt;
+    return raw;
+}
+
 simdjson::error_code tryRead(od::value &value, const Path &, QString &out)
 {
+    if (const auto raw = plainString(value)) {
+        out = toQString(*raw);
+        return simdjson::SUCCESS;
+    }
     std::string_view text;
     const auto error = value.get_string().get(text);
     if (!error)
@@ -275,8 +293,8 @@ void read(od::value &value, const Path &path, QHash<QString, T> &out)
         od::field field = take(std::move(member), path);
         const std::string_view key = take(field.unescaped_key(), path);
         const Path here{&path, key};
-        T &decoded = out[toQString(key)];
-        decoded = T{};
+        // A repeated key starts over, as a later value replaces an earlier one everywhere else.
+        T &decoded = out.emplace(toQString(key)).value();
         if constexpr (std::is_same_v<T, QStringList>)
             read(field.value(), here, decoded);
         else
@@ -399,8 +417,17 @@ const KeyIndex<R> &keyIndex()
 // last object read, and what they matched, make the next object's lookups plain comparisons.
 struct ShapeKey
 {
+    ShapeKey(std::string_view text, int fieldId)
+        : key(text)
+        , id(fieldId)
+        // Such a key equals the raw bytes of a key without escapes, which compare without unescaping.
+        , plain(text.find_first_of("\\\"") == std::string_view::npos)
+    {
+    }
+
     std::string key;
     int id;
+    bool plain;
 };
 constexpr std::size_t maxShapeLength = 128;
 
@@ -409,6 +436,34 @@ std::vector<ShapeKey> &lastShape()
 {
     thread_local std::vector<ShapeKey> shape;
     return shape;
+}
+
+// On-demand parsing never looks inside a value nobody reads, so a value under an unknown key is
+// walked anyway: malformed JSON anywhere in the body fails the answer.
+void validate(od::value &value, const Path &path)
+{
+    switch (take(value.type(), path)) {
+    case od::json_type::array:
+        for (auto element : arrayOf(value, path)) {
+            od::value item = take(std::move(element), path);
+            validate(item, path);
+        }
+        break;
+    case od::json_type::object:
+        for (auto member : objectOf(value, path)) {
+            od::field field = take(std::move(member), path);
+            take(field.unescaped_key(), path);
+            validate(field.value(), path);
+        }
+        break;
+    case od::json_type::number: take(value.get_number(), path); break;
+    case od::json_type::string: take(value.get_string(), path); break;
+    case od::json_type::boolean: take(value.get_bool(), path); break;
+    case od::json_type::null:
+        if (!take(value.is_null(), path))
+            fail(path, QStringLiteral("malformed null"));
+        break;
+    }
 }
 
 template<typename R>
@@ -421,20 +476,28 @@ void readRecord(od::value &value, const Path &path, R &out)
     std::size_t position = 0;
     for (auto member : object) {
         od::field field = take(std::move(member), path);
-        const std::string_view key = take(field.unescaped_key(), path);
+        std::string_view key;
         int id = -1;
-        if (position < shape.size() && shape[position].key == key) {
+        if (position < shape.size() && shape[position].plain && field.key().unsafe_is_equal(shape[position].key)) {
+            key = shape[position].key;
             id = shape[position].id;
         } else {
-            id = index.find(key);
-            if (position < shape.size())
-                shape[position] = {std::string(key), id};
-            else if (position < maxShapeLength)
-                shape.push_back({std::string(key), id});
+            key = take(field.unescaped_key(), path);
+            if (position < shape.size() && shape[position].key == key) {
+                id = shape[position].id;
+            } else {
+                id = index.find(key);
+                if (position < shape.size())
+                    shape[position] = ShapeKey(key, id);
+                else if (position < maxShapeLength)
+                    shape.emplace_back(key, id);
+            }
         }
         ++position;
-        if (id < 0)
+        if (id < 0) {
+            validate(field.value(), Path{&path, key});
             continue;
+        }
         seen |= std::uint64_t{1} << id;
         index.field(id).decode(out, field.value(), Path{&path, key});
     }

@@ -1,4 +1,8 @@
 #include "api/AppInfo.h"
+#include "core/AppContext.h"
+#include "core/Detached.h"
+#include "core/KeychainStore.h"
+#include "settings/UserDefaults.h"
 #include "ui/MainWindow.h"
 
 #include <QApplication>
@@ -11,7 +15,17 @@ int main(int argc, char *argv[])
     QApplication::setOrganizationDomain(QStringLiteral("quillo.app"));
     QApplication::setDesktopFileName(QStringLiteral("app.quillo.Quillo"));
 
-    MainWindow window;
+    UserDefaults defaults;
+    KeychainStore keychain;
+    AppContext context(defaults, keychain);
+    MainWindow window(context);
     window.show();
+
+    for (const ClientConfiguration &configuration : context.clientConfigurations()) {
+        if (configuration.isCurrent) {
+            detached(context.selectConfiguration(configuration.id));
+            break;
+        }
+    }
     return QApplication::exec();
 }

@@ -107,8 +107,9 @@ QCoro::Task<> AppContext::removeConfiguration(QUuid id)
 {
     Q_ASSERT(QThread::currentThread() == thread());
     auto configurations = m_configurations;
+    const QUuid wanted = id; // lambdas see a coroutine's own copy of a local, not always of a parameter
     const auto found = std::find_if(configurations.begin(), configurations.end(),
-                                    [&id](const ClientConfiguration &c) { return c.id == id; });
+                                    [&wanted](const ClientConfiguration &c) { return c.id == wanted; });
     if (found == configurations.end())
         co_return;
     const ClientConfiguration removed = *found;
@@ -138,8 +139,10 @@ QCoro::Task<> AppContext::removeAllConfigurations()
         Q_EMIT connectionStateChanged();
     }
     setConfigurations(std::move(kept));
+    // The store outlives the context, which may be gone before the last item is removed.
+    KeychainStore &keychain = m_keychain;
     for (const ClientConfiguration &configuration : std::as_const(removed))
-        co_await m_keychain.remove(configuration);
+        co_await keychain.remove(configuration);
 }
 
 void AppContext::resetServerState()
@@ -213,12 +216,13 @@ QCoro::Task<> AppContext::selectConfiguration(QUuid id)
 {
     Q_ASSERT(QThread::currentThread() == thread());
     auto configurations = m_configurations;
+    const QUuid wanted = id; // lambdas see a coroutine's own copy of a local, not always of a parameter
     const auto found = std::find_if(configurations.begin(), configurations.end(),
-                                    [&id](const ClientConfiguration &c) { return c.id == id; });
+                                    [&wanted](const ClientConfiguration &c) { return c.id == wanted; });
     if (found == configurations.end())
         co_return;
     for (ClientConfiguration &configuration : configurations)
-        configuration.isCurrent = configuration.id == id;
+        configuration.isCurrent = configuration.id == wanted;
     qCInfo(lcContext, "New client configuration:\n%s", qUtf8Printable(describe(*found)));
     m_configuration = *found;
     setConfigurations(std::move(configurations));

@@ -98,9 +98,22 @@ QString KeychainStore::account(AuthMethod method, const UserCredentials &credent
     Q_UNREACHABLE();
 }
 
+namespace {
+
+// The only coroutine here. The public calls are plain functions that hand their arguments to the
+// job: g++ 12 miscounts the copies of a coroutine's parameters captured by a lambda, which freed
+// the credentials' text while the caller still held it.
+template<typename T>
+QCoro::Task<T> resultOf(QFuture<T> future)
+{
+    co_return co_await future;
+}
+
+} // namespace
+
 QCoro::Task<bool> KeychainStore::save(ClientConfiguration configuration, UserCredentials credentials)
 {
-    co_return co_await QtConcurrent::run(&executor(), [configuration, credentials] {
+    auto job = [configuration = std::move(configuration), credentials = std::move(credentials)] {
         const AuthMethod method = configuration.authMethod;
         try {
             Platform::Secrets::store(service(configuration), account(method, credentials), secretOf(method, credentials),
@@ -112,12 +125,13 @@ QCoro::Task<bool> KeychainStore::save(ClientConfiguration configuration, UserCre
                       KeychainError::unhandled(failure.code, QString::fromUtf8(failure.what())).what());
             return false;
         }
-    });
+    };
+    return resultOf(QtConcurrent::run(&executor(), std::move(job)));
 }
 
 QCoro::Task<std::optional<UserCredentials>> KeychainStore::read(ClientConfiguration configuration)
 {
-    co_return co_await QtConcurrent::run(&executor(), [configuration]() -> std::optional<UserCredentials> {
+    auto job = [configuration = std::move(configuration)]() -> std::optional<UserCredentials> {
         try {
             auto item = Platform::Secrets::find(service(configuration));
             if (!item && configuration.authMethod == AuthMethod::cookieLogin)
@@ -133,12 +147,13 @@ QCoro::Task<std::optional<UserCredentials>> KeychainStore::read(ClientConfigurat
             qCWarning(lcKeychain, "Item not found in keychain! %s", error.what());
         }
         return std::nullopt;
-    });
+    };
+    return resultOf(QtConcurrent::run(&executor(), std::move(job)));
 }
 
 QCoro::Task<bool> KeychainStore::remove(ClientConfiguration configuration)
 {
-    co_return co_await QtConcurrent::run(&executor(), [configuration] {
+    auto job = [configuration = std::move(configuration)] {
         try {
             if (Platform::Secrets::remove(service(configuration))) {
                 qCInfo(lcKeychain, "Item removed from keychain!");
@@ -149,5 +164,6 @@ QCoro::Task<bool> KeychainStore::remove(ClientConfiguration configuration)
             qCWarning(lcKeychain, "Item not removed from keychain! %s", failure.what());
         }
         return false;
-    });
+    };
+    return resultOf(QtConcurrent::run(&executor(), std::move(job)));
 }

@@ -64,11 +64,12 @@ void Poller::stop()
 
 QCoro::Task<> Poller::loop(QPointer<Poller> self, quint64 generation)
 {
-    const auto stopped = [&self, generation] { return !self || self->m_generation != generation; };
-    while (!stopped()) {
+    // No lambda over the parameters: g++ 12 lets such a lambda see the caller's copies, which are
+    // gone after the first suspension.
+    while (self && self->m_generation == generation) {
         const QList<Job> jobs = self->m_jobs;
         for (const Job &job : jobs) {
-            if (stopped())
+            if (!self || self->m_generation != generation)
                 co_return;
             try {
                 co_await job();
@@ -76,7 +77,7 @@ QCoro::Task<> Poller::loop(QPointer<Poller> self, quint64 generation)
                 qCWarning(lcPoller, "A polling job failed: %s", error.what());
             }
         }
-        if (stopped())
+        if (!self || self->m_generation != generation)
             co_return;
         // QTimer runs on the monotonic clock. The interval is read afresh for every pause.
         auto pause = std::make_shared<Pause>();

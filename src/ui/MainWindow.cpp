@@ -1,12 +1,135 @@
 #include "ui/MainWindow.h"
 
+#include "core/AppContext.h"
+#include "core/Detached.h"
+#include "core/ReconnectionCountdown.h"
+#include "ui/ClientErrorPresenter.h"
+#include "ui/ConnectionEditor.h"
+#include "ui/DisplayName.h"
+#include "ui/LoginPrompt.h"
+#include "ui/ReconnectionOverlay.h"
+#include "ui/ServerMenu.h"
 #include "ui/WelcomeView.h"
 
-MainWindow::MainWindow(QWidget *parent)
+#include <QAction>
+#include <QLabel>
+#include <QStackedWidget>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+MainWindow::MainWindow(AppContext &context, QWidget *parent)
     : QMainWindow(parent)
-    , m_welcomeView(new WelcomeView(this))
+    , m_context(context)
+    , m_pages(new QStackedWidget(this))
+    , m_welcomeView(new WelcomeView(m_pages))
+    , m_connectedArea(new QWidget(m_pages))
+    , m_placeholder(new QLabel(m_connectedArea))
+    , m_toolBar(new QToolBar(QStringLiteral("Toolbar"), this))
+    , m_serverMenu(new ServerMenu(context, this))
+    , m_logInOut(new QAction(this))
+    , m_countdown(new ReconnectionCountdown(context, std::chrono::seconds(1), this))
+    , m_overlay(new ReconnectionOverlay(context, *m_countdown, m_connectedArea))
+    , m_errorPresenter(new ClientErrorPresenter(context, this))
 {
     setWindowTitle(QStringLiteral("Quillo"));
-    setCentralWidget(m_welcomeView);
     resize(960, 640);
+
+    // The torrent table takes this place; until then it says how the connection stands.
+    m_placeholder->setAlignment(Qt::AlignCenter);
+    auto *areaLayout = new QVBoxLayout(m_connectedArea);
+    areaLayout->addWidget(m_placeholder);
+    m_pages->addWidget(m_welcomeView);
+    m_pages->addWidget(m_connectedArea);
+    setCentralWidget(m_pages);
+
+    m_toolBar->setObjectName(QStringLiteral("tnt_table_toolbar"));
+    m_toolBar->setMovable(false);
+    QAction *menuAction = m_serverMenu->menuAction();
+    menuAction->setObjectName(QStringLiteral("connection_menu"));
+    m_toolBar->addAction(menuAction);
+    if (auto *button = qobject_cast<QToolButton *>(m_toolBar->widgetForAction(menuAction))) {
+        button->setObjectName(QStringLiteral("connection_menu"));
+        button->setPopupMode(QToolButton::InstantPopup);
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    }
+    m_logInOut->setObjectName(QStringLiteral("log_in_out"));
+    m_toolBar->addAction(m_logInOut);
+    addToolBar(m_toolBar);
+
+    connect(m_welcomeView, &WelcomeView::connectToServerRequested, this, &MainWindow::openConnectionEditor);
+    connect(m_serverMenu, &ServerMenu::addConnectionRequested, this, &MainWindow::openConnectionEditor);
+    connect(m_logInOut, &QAction::triggered, this, &MainWindow::logInOrOut);
+    connect(&m_context, &AppContext::configurationsChanged, this, &MainWindow::showPage);
+    connect(&m_context, &AppContext::connectionStateChanged, this, &MainWindow::showConnectionState);
+    connect(&m_context, &AppContext::loginPromptChanged, this, &MainWindow::followLoginPrompt);
+
+    showPage();
+    showConnectionState();
+    followLoginPrompt();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::showPage()
+{
+    const bool hasConnections = !m_context.clientConfigurations().isEmpty();
+    m_pages->setCurrentWidget(hasConnections ? m_connectedArea : m_welcomeView);
+    m_toolBar->setVisible(hasConnections);
+}
+
+void MainWindow::showConnectionState()
+{
+    const auto &current = m_context.clientConfiguration();
+    if (!current)
+        m_placeholder->setText(QStringLiteral("No Connection"));
+    else if (m_context.isAuthorized())
+        m_placeholder->setText(QStringLiteral("Connected to %1").arg(displayName(*current)));
+    else if (m_context.progressMessage() == AppContext::ProgressMessage::connecting)
+        m_placeholder->setText(QStringLiteral("Connecting to %1…").arg(displayName(*current)));
+    else
+        m_placeholder->setText(QStringLiteral("Not connected to %1").arg(displayName(*current)));
+
+    const bool authorized = m_context.isAuthorized();
+    m_logInOut->setText(authorized ? QStringLiteral("Log Out") : QStringLiteral("Log In"));
+    m_logInOut->setIcon(
+        QIcon::fromTheme(authorized ? QStringLiteral("system-log-out") : QStringLiteral("dialog-password")));
+    m_logInOut->setEnabled(current.has_value());
+}
+
+void MainWindow::followLoginPrompt()
+{
+    if (!m_context.isLoginPromptPresented()) {
+        if (m_loginPrompt)
+            m_loginPrompt->dismiss();
+        return;
+    }
+    if (m_loginPrompt && m_loginPrompt->isVisible())
+        return;
+    m_loginPrompt = new LoginPrompt(m_context, this);
+    m_loginPrompt->setAttribute(Qt::WA_DeleteOnClose);
+    m_loginPrompt->open();
+}
+
+void MainWindow::logInOrOut()
+{
+    const auto &current = m_context.clientConfiguration();
+    if (!current)
+        return;
+    if (m_context.isAuthorized())
+        detached(m_context.logOut());
+    else
+        detached(m_context.selectConfiguration(current->id));
+}
+
+ConnectionEditor *MainWindow::openConnectionEditor()
+{
+    auto *editor = new ConnectionEditor(m_context, std::nullopt, this);
+    editor->setAttribute(Qt::WA_DeleteOnClose);
+    connect(editor, &QDialog::accepted, this, [this, editor] {
+        if (const auto &saved = editor->savedConfiguration())
+            detached(m_context.selectConfiguration(saved->id));
+    });
+    editor->open();
+    return editor;
 }

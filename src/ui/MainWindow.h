@@ -1,7 +1,20 @@
 #pragma once
 
-#include <QMainWindow>
+#include "ui/LoginPrompt.h"
 
+#include <QMainWindow>
+#include <QPointer>
+
+class AppContext;
+class ClientErrorPresenter;
+class ConnectionEditor;
+class QAction;
+class QLabel;
+class QStackedWidget;
+class QToolBar;
+class ReconnectionCountdown;
+class ReconnectionOverlay;
+class ServerMenu;
 class WelcomeView;
 
 class MainWindow : public QMainWindow
@@ -9,10 +22,36 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    explicit MainWindow(QWidget *parent = nullptr);
+    explicit MainWindow(AppContext &context, QWidget *parent = nullptr);
+    ~MainWindow() override;
 
     WelcomeView *welcomeView() const { return m_welcomeView; }
+    QToolBar *toolBar() const { return m_toolBar; }
+    ServerMenu *serverMenu() const { return m_serverMenu; }
+    QAction *logInOutAction() const { return m_logInOut; }
+    ReconnectionOverlay *reconnectionOverlay() const { return m_overlay; }
+    LoginPrompt *loginPrompt() const { return m_loginPrompt; }
+    ClientErrorPresenter *errorPresenter() const { return m_errorPresenter; }
+
+    // Opens the editor for a new connection, and connects to it once it is saved.
+    ConnectionEditor *openConnectionEditor();
 
 private:
+    void showPage();
+    void showConnectionState();
+    void followLoginPrompt();
+    void logInOrOut();
+
+    AppContext &m_context;
+    QStackedWidget *m_pages;
     WelcomeView *m_welcomeView;
+    QWidget *m_connectedArea;
+    QLabel *m_placeholder;
+    QToolBar *m_toolBar;
+    ServerMenu *m_serverMenu;
+    QAction *m_logInOut;
+    ReconnectionCountdown *m_countdown;
+    ReconnectionOverlay *m_overlay;
+    ClientErrorPresenter *m_errorPresenter;
+    QPointer<LoginPrompt> m_loginPrompt;
 };

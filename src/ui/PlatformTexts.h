@@ -14,4 +14,14 @@ inline QString thisMac()
 #endif
 }
 
+// The modifier that turns choosing a connection into deleting it.
+inline QString optionClickToDelete()
+{
+#ifdef Q_OS_MACOS
+    return QStringLiteral("Option-click a connection to delete it.");
+#else
+    return QStringLiteral("Alt-click a connection to delete it.");
+#endif
+}
+
 } // namespace PlatformTexts

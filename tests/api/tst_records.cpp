@@ -158,6 +158,14 @@ void TestRecords::torrentFields_data()
     QTest::newRow("info-hashes") << QByteArray(R"("infohash_v1":")" + hash.toLatin1() + R"(","infohash_v2":"ab")")
                                  << t;
     t = {};
+    t.name = QStringLiteral("a \"q\" b");
+    t.category = QStringLiteral("c");
+    QTest::newRow("whitespace and escapes") << QByteArray("\"name\" : \"a \\\"q\\\" b\" ,\n \"category\"\t:\t\"c\"  ") << t;
+    t = {};
+    t.name = QStringLiteral("n");
+    t.savePath = QStringLiteral("/");
+    QTest::newRow("escaped keys") << QByteArray(R"("na\u006de":"n","save\u005fpath":"\/")") << t;
+    t = {};
     t.numSeeds = 3;
     t.fLPiecePrio = true;
     QTest::newRow("unusual spellings convert") << QByteArray(R"("Num_Seeds":3,"F_L_piece_prio":true)") << t;
@@ -257,6 +265,14 @@ void TestRecords::malformedBodies_data()
     QTest::newRow("trailing content") << QByteArray(R"({"rid":1} {"rid":2})");
     QTest::newRow("trailing bracket") << QByteArray(R"({"rid":1}})");
     QTest::newRow("lone surrogate") << QByteArray(R"({"rid":1,"tags":["\ud800"]})");
+    QTest::newRow("bad literal under an unknown key") << QByteArray(R"({"rid":1,"x":tru})");
+    QTest::newRow("bad literal deep under an unknown key") << QByteArray(R"({"rid":1,"x":{"y":[1,{"z":nul}]}})");
+    QTest::newRow("bad number under an unknown key") << withTorrent(R"("popularity":1.2.3)");
+    QTest::newRow("bad escape under an unknown key") << withTorrent(R"("comment":"\q")");
+    QTest::newRow("mismatched brackets under an unknown key") << QByteArray(R"({"rid":1,"x":[1,2}})");
+    QTest::newRow("raw control character in a string") << withTorrent("\"name\":\"a\x01b\"");
+    QTest::newRow("raw line feed in a key") << withTorrent("\"na\nme\":\"a\"");
+    QTest::newRow("missing value under an unknown key") << QByteArray(R"({"rid":1,"x":})");
 }
 
 void TestRecords::malformedBodies()

@@ -1,6 +1,11 @@
 #include "support/FakeServer.h"
 
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QSslSocket>
 #include <QTcpSocket>
+#include <QTemporaryDir>
 #include <QTimer>
 
 namespace {
@@ -81,9 +86,78 @@ FakeServer::FakeServer(QObject *parent)
     : QObject(parent)
     , m_handler([](const Request &) { return Response::text(200, "Ok."); })
 {
+    listen();
+}
+
+FakeServer::FakeServer(const Tls &tls, QObject *parent)
+    : QObject(parent)
+    , m_handler([](const Request &) { return Response::text(200, "Ok."); })
+{
+    m_server.tls = tls;
+    listen();
+}
+
+void FakeServer::listen()
+{
     connect(&m_server, &QTcpServer::newConnection, this, &FakeServer::accept);
     if (!m_server.listen(QHostAddress::LocalHost, 0))
         qFatal("FakeServer: cannot listen on loopback: %s", qPrintable(m_server.errorString()));
+}
+
+void FakeServer::Listener::incomingConnection(qintptr descriptor)
+{
+    if (!tls) {
+        QTcpServer::incomingConnection(descriptor);
+        return;
+    }
+    auto *socket = new QSslSocket(this);
+    if (!socket->setSocketDescriptor(descriptor)) {
+        delete socket;
+        return;
+    }
+    socket->setLocalCertificate(tls->certificate);
+    socket->setPrivateKey(tls->key);
+    addPendingConnection(socket);
+    socket->startServerEncryption();
+}
+
+std::optional<FakeServer::Tls> FakeServer::selfSignedTls(QString *whyNot)
+{
+    static const auto made = []() -> std::pair<std::optional<Tls>, QString> {
+        QTemporaryDir dir;
+        if (!dir.isValid())
+            return {std::nullopt, QStringLiteral("no temporary folder: ") + dir.errorString()};
+        const QString keyPath = dir.filePath(QStringLiteral("key.pem"));
+        const QString certificatePath = dir.filePath(QStringLiteral("certificate.pem"));
+        QProcess openssl;
+        openssl.start(QStringLiteral("openssl"),
+                      {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
+                       QStringLiteral("rsa:2048"), QStringLiteral("-nodes"), QStringLiteral("-subj"),
+                       QStringLiteral("/CN=127.0.0.1"), QStringLiteral("-addext"),
+                       QStringLiteral("subjectAltName=IP:127.0.0.1"), QStringLiteral("-days"), QStringLiteral("1"),
+                       QStringLiteral("-keyout"), keyPath, QStringLiteral("-out"), certificatePath});
+        if (!openssl.waitForFinished(60'000) || openssl.exitStatus() != QProcess::NormalExit || openssl.exitCode() != 0)
+            return {std::nullopt, QStringLiteral("openssl could not make a certificate: ") + openssl.errorString() +
+                                      u' ' + QString::fromLocal8Bit(openssl.readAllStandardError())};
+        QFile keyFile(keyPath);
+        QFile certificateFile(certificatePath);
+        if (!keyFile.open(QIODevice::ReadOnly) || !certificateFile.open(QIODevice::ReadOnly))
+            return {std::nullopt, QStringLiteral("openssl left no certificate")};
+        Tls tls{QSslCertificate(certificateFile.readAll()), QSslKey(keyFile.readAll(), QSsl::Rsa)};
+        if (tls.certificate.isNull() || tls.key.isNull())
+            return {std::nullopt, QStringLiteral("openssl's certificate or key does not load")};
+        return {tls, QString()};
+    }();
+    if (whyNot)
+        *whyNot = made.second;
+    return made.first;
+}
+
+QSslConfiguration FakeServer::trusting(const Tls &tls)
+{
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.addCaCertificate(tls.certificate);
+    return configuration;
 }
 
 ClientConfiguration FakeServer::configuration(API::AuthMethod method) const
@@ -93,6 +167,7 @@ ClientConfiguration FakeServer::configuration(API::AuthMethod method) const
     configuration.host = QStringLiteral("127.0.0.1");
     configuration.port = port();
     configuration.authMethod = method;
+    configuration.useHTTPS = m_server.tls.has_value();
     return configuration;
 }
 
@@ -113,6 +188,12 @@ void FakeServer::accept()
 void FakeServer::readFrom(QTcpSocket *socket)
 {
     QByteArray buffer = socket->property(bufferProperty).toByteArray() + socket->readAll();
+    // 0x16 opens a TLS handshake record: an HTTPS client met a plain server.
+    if (!m_server.tls && buffer.startsWith('\x16')) {
+        socket->write("HTTP/1.1 400 Bad Request\r\nContent-Length: 0\r\nConnection: close\r\n\r\n");
+        socket->disconnectFromHost();
+        return;
+    }
     // Keep-alive: one socket may carry several requests; answer each complete one in order.
     for (;;) {
         const qsizetype headerEnd = buffer.indexOf("\r\n\r\n");

@@ -6,15 +6,21 @@
 #include <QList>
 #include <QObject>
 #include <QPair>
+#include <QSslCertificate>
+#include <QSslConfiguration>
+#include <QSslKey>
 #include <QTcpServer>
 
 #include <chrono>
 #include <functional>
+#include <optional>
 
 class QTcpSocket;
 
 // A scripted HTTP/1.1 server on 127.0.0.1 for what no real server here does: newer login answers,
 // header authentication, redirects, 5xx, slow, dropped or garbled answers. It records every request.
+// It speaks plain HTTP unless made with a certificate, and then HTTPS only. A plain one answers a TLS
+// hello with 400 and closes, as nginx does.
 class FakeServer : public QObject
 {
     Q_OBJECT
@@ -53,7 +59,20 @@ public:
 
     using Handler = std::function<Response(const Request &)>;
 
+    struct Tls
+    {
+        QSslCertificate certificate;
+        QSslKey key;
+    };
+
     explicit FakeServer(QObject *parent = nullptr);
+    explicit FakeServer(const Tls &tls, QObject *parent = nullptr);
+
+    // A self-signed certificate for 127.0.0.1, made once per process with the openssl tool; none,
+    // with the reason in `whyNot`, when that fails.
+    static std::optional<Tls> selfSignedTls(QString *whyNot = nullptr);
+    // A client configuration that trusts `tls` and verifies everything else as usual.
+    static QSslConfiguration trusting(const Tls &tls);
 
     quint16 port() const { return m_server.serverPort(); }
     ClientConfiguration configuration(API::AuthMethod method = API::AuthMethod::cookieLogin) const;
@@ -70,7 +89,18 @@ private:
     void readFrom(QTcpSocket *socket);
     void respond(QTcpSocket *socket, const Response &response);
 
-    QTcpServer m_server;
+    class Listener : public QTcpServer
+    {
+    public:
+        std::optional<Tls> tls;
+
+    protected:
+        void incomingConnection(qintptr descriptor) override;
+    };
+
+    void listen();
+
+    Listener m_server;
     Handler m_handler;
     QList<Request> m_requests;
 };

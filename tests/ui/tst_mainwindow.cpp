@@ -1,3 +1,4 @@
+#include "ConnectionFixture.h"
 #include "ui/MainWindow.h"
 #include "ui/WelcomeView.h"
 
@@ -9,10 +10,13 @@ class TestMainWindow : public QObject
 {
     Q_OBJECT
 
+    KeychainStore m_keychain;
+
 private Q_SLOTS:
     void showsWelcomeWithoutConnections()
     {
-        MainWindow window;
+        ConnectionFixture fixture(m_keychain);
+        MainWindow window(*fixture.context);
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QCOMPARE(window.windowTitle(), QStringLiteral("Quillo"));

@@ -1,0 +1,157 @@
+#include "api/Client.h"
+#include "api/Endpoint.h"
+#include "api/Errors.h"
+#include "support/Await.h"
+#include "support/FakeServer.h"
+
+#include <QTest>
+
+#include <functional>
+
+using namespace API;
+using Response = FakeServer::Response;
+
+namespace {
+
+enum class Read { mainData, peers, properties, trackers, files, webSeeds };
+
+QCoro::Task<> run(Client &client, Read read)
+{
+    const QString hash(40, u'a');
+    switch (read) {
+    case Read::mainData: co_await client.mainData(0); break;
+    case Read::peers: co_await client.peers(hash, 0); break;
+    case Read::properties: co_await client.properties(hash); break;
+    case Read::trackers: co_await client.trackers(hash); break;
+    case Read::files: co_await client.files(hash); break;
+    case Read::webSeeds: co_await client.webSeeds(hash); break;
+    }
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Read)
+
+// The client's typed reads and the request layer's compression decision.
+class TestTypedReads : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readsDecode()
+    {
+        FakeServer server;
+        Client client(server.configuration());
+        server.setHandler([](const FakeServer::Request &request) {
+            if (request.target.contains("sync/maindata"))
+                return Response::json("{\"rid\":4,\"torrents\":{\"h\":{\"name\":\"Ünï\"}},\"torrents_removed\":[\"g\"]}");
+            if (request.target.contains("sync/torrentPeers"))
+                return Response::json("{\"rid\":2,\"peers\":{\"127.0.0.1:1\":{\"port\":1}}}");
+            if (request.target.contains("torrents/files"))
+                return Response::json("[{\"index\":0,\"name\":\"a\",\"size\":1,\"progress\":1,\"priority\":1,"
+                                      "\"piece_range\":[0,0],\"availability\":1}]");
+            return Response::json("[{\"url\":\"http://seed/\"}]");
+        });
+        const MainData data = QuilloTest::wait(client.mainData(3));
+        QCOMPARE(data.rid, 4);
+        QCOMPARE(data.tnts.value(QStringLiteral("h")).name, std::optional(QString::fromUtf8("Ünï")));
+        QCOMPARE(data.tntsRemoved, QStringList{QStringLiteral("g")});
+        QCOMPARE(server.requests().last().body, QByteArray("rid=3"));
+        QCOMPARE(QuilloTest::wait(client.peers(QStringLiteral("h"), 0)).peers.value(QStringLiteral("127.0.0.1:1")).port,
+                 std::optional<qint64>(1));
+        QCOMPARE(QuilloTest::wait(client.files(QStringLiteral("h"))).value(0).name, QStringLiteral("a"));
+        QCOMPARE(QuilloTest::wait(client.webSeeds(QStringLiteral("h"))),
+                 QList<WebSeed>{WebSeed{QStringLiteral("http://seed/")}});
+    }
+
+    void undecodableBodiesFail_data()
+    {
+        QTest::addColumn<Read>("read");
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("main data, rid as text") << Read::mainData << QByteArray("{\"rid\":\"1\"}")
+                                                << QStringLiteral("rid: expected an integer");
+        QTest::newRow("main data, empty body") << Read::mainData << QByteArray() << QString();
+        QTest::newRow("peers, truncated") << Read::peers << QByteArray("{\"rid\":1,\"peers\":{") << QString();
+        QTest::newRow("properties, missing fields") << Read::properties << QByteArray("{}")
+                                                    << QStringLiteral("save_path: missing");
+        QTest::newRow("trackers, an object") << Read::trackers << QByteArray("{}") << QStringLiteral("expected an array");
+        QTest::newRow("files, priority as text")
+            << Read::files
+            << QByteArray("[{\"index\":0,\"name\":\"a\",\"size\":1,\"progress\":1,\"priority\":\"1\",\"piece_range\":[0,0],\"availability\":1}]")
+            << QStringLiteral("[0].priority: expected a number");
+        QTest::newRow("web seeds, url missing") << Read::webSeeds << QByteArray("[{}]") << QStringLiteral("[0].url: missing");
+    }
+
+    void undecodableBodiesFail()
+    {
+        QFETCH(Read, read);
+        QFETCH(QByteArray, body);
+        QFETCH(QString, reason);
+        FakeServer server;
+        server.answerAll(Response::json(body));
+        Client client(server.configuration());
+        try {
+            QuilloTest::wait(run(client, read));
+            QFAIL("the body decoded");
+        } catch (const ResponseDecodingError &error) {
+            QCOMPARE(error.description(), QStringLiteral("Could not decode JSON data"));
+            if (!reason.isEmpty())
+                QCOMPARE(error.failureReason(), reason);
+        }
+    }
+
+    void compressionDecision_data()
+    {
+        QTest::addColumn<QString>("host");
+        QTest::addColumn<bool>("compressed");
+        QTest::newRow("IPv4 loopback") << QStringLiteral("127.0.0.1") << false;
+        QTest::newRow("other IPv4 loopback") << QStringLiteral("127.8.9.10") << false;
+        QTest::newRow("IPv6 loopback") << QStringLiteral("::1") << false;
+        QTest::newRow("IPv6 loopback in brackets") << QStringLiteral("[::1]") << false;
+        QTest::newRow("localhost") << QStringLiteral("localhost") << false;
+        QTest::newRow("localhost, upper case") << QStringLiteral("LocalHost") << false;
+        QTest::newRow("name under localhost") << QStringLiteral("qbt.localhost") << false;
+        QTest::newRow("mDNS name") << QStringLiteral("nas.local") << false;
+        QTest::newRow("10/8") << QStringLiteral("10.20.30.40") << false;
+        QTest::newRow("172.16/12 low end") << QStringLiteral("172.16.0.1") << false;
+        QTest::newRow("172.16/12 high end") << QStringLiteral("172.31.255.254") << false;
+        QTest::newRow("below 172.16/12") << QStringLiteral("172.15.255.254") << true;
+        QTest::newRow("above 172.16/12") << QStringLiteral("172.32.0.1") << true;
+        QTest::newRow("192.168/16") << QStringLiteral("192.168.1.20") << false;
+        QTest::newRow("next to 192.168/16") << QStringLiteral("192.169.1.20") << true;
+        QTest::newRow("IPv4 link-local") << QStringLiteral("169.254.10.1") << false;
+        QTest::newRow("IPv6 unique local fd00::") << QStringLiteral("fd00::1") << false;
+        QTest::newRow("IPv6 unique local fc00::") << QStringLiteral("fc00::17") << false;
+        QTest::newRow("IPv6 link-local") << QStringLiteral("fe80::1") << false;
+        QTest::newRow("IPv4-mapped private") << QStringLiteral("::ffff:192.168.0.9") << false;
+        QTest::newRow("IPv4-mapped public") << QStringLiteral("::ffff:8.8.8.8") << true;
+        QTest::newRow("public IPv4") << QStringLiteral("8.8.8.8") << true;
+        QTest::newRow("public IPv6") << QStringLiteral("2001:4860::8888") << true;
+        QTest::newRow("carrier-grade NAT, a VPN across the internet") << QStringLiteral("100.64.1.2") << true;
+        QTest::newRow("public name") << QStringLiteral("seedbox.example.com") << true;
+        QTest::newRow("name containing localhost") << QStringLiteral("localhost.example.com") << true;
+        QTest::newRow("name that looks like an address") << QStringLiteral("10.0.0.1.example.com") << true;
+    }
+
+    void compressionDecision()
+    {
+        QFETCH(QString, host);
+        QFETCH(bool, compressed);
+        QCOMPARE(wantsCompression(host), compressed);
+    }
+
+    // Qt's default would ask a loopback server for gzip.
+    void loopbackRequestsAskForPlainBytes()
+    {
+        FakeServer server;
+        Client client(server.configuration());
+        QuilloTest::wait(client.performText(Endpoint::Application::version()));
+        QCOMPARE(server.requests().size(), 1);
+        QCOMPARE(server.requests().first().header("Accept-Encoding"), QByteArray("identity"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTypedReads)
+
+#include "tst_typedreads.moc"

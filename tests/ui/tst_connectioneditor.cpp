@@ -1,0 +1,284 @@
+#include "ConnectionFixture.h"
+#include "ui/ConnectionEditor.h"
+#include "ui/MainWindow.h"
+#include "ui/WelcomeView.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QToolBar>
+
+using API::AuthMethod;
+
+class TestConnectionEditor : public QObject
+{
+    Q_OBJECT
+
+    // One store for the run: GLib keeps per-thread data that an ending worker thread leaves behind.
+    KeychainStore m_keychain;
+
+    static void type(QLineEdit *field, const QString &text)
+    {
+        field->clear();
+        // Key events exist for ASCII only; inserting is an edit by the user all the same.
+        if (std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 128; }))
+            QTest::keyClicks(field, text);
+        else
+            field->insert(text);
+    }
+
+private Q_SLOTS:
+    void checksTheHost_data()
+    {
+        QTest::addColumn<QString>("host");
+        QTest::addColumn<QString>("problem");
+
+        const QString invalid = QStringLiteral("“%1” is not a valid host name or IP address.");
+        QTest::newRow("spaces") << "my nas"
+                                << "A host name cannot contain spaces.";
+        QTest::newRow("other scheme") << "ftp://nas"
+                                      << "Enter the host alone, without “http://” or “https://”: use "
+                                         "the Use HTTPS option instead.";
+        QTest::newRow("octet too big") << "192.168.1.300" << invalid.arg(u"192.168.1.300");
+        QTest::newRow("three octets") << "192.168.1" << invalid.arg(u"192.168.1");
+        QTest::newRow("empty label") << "nas..local" << invalid.arg(u"nas..local");
+        QTest::newRow("leading hyphen") << "-nas" << invalid.arg(u"-nas");
+        QTest::newRow("slash") << "nas/qbt" << invalid.arg(u"nas/qbt");
+        QTest::newRow("name") << "nas.local"
+                              << "";
+        QTest::newRow("address") << "192.168.1.10"
+                                 << "";
+        QTest::newRow("IPv6") << "fe80::1"
+                              << "";
+        QTest::newRow("international") << "bücher.example"
+                                       << "";
+    }
+
+    void checksTheHost()
+    {
+        QFETCH(QString, host);
+        QFETCH(QString, problem);
+        ConnectionFixture fixture(m_keychain);
+        ConnectionEditor editor(*fixture.context);
+        type(editor.portField(), QStringLiteral("8080"));
+        type(editor.hostField(), host);
+
+        QCOMPARE(editor.hostErrorLabel()->text(), problem);
+        QCOMPARE(editor.hostErrorLabel()->isHidden(), problem.isEmpty());
+        QCOMPARE(editor.saveButton()->isEnabled(), problem.isEmpty());
+    }
+
+    void checksThePort_data()
+    {
+        QTest::addColumn<QString>("port");
+        QTest::addColumn<QString>("problem");
+
+        const QString outOfRange = QStringLiteral("The port must be a number from 1 to 65535.");
+        QTest::newRow("zero") << "0" << outOfRange;
+        QTest::newRow("too big") << "65536" << outOfRange;
+        QTest::newRow("signed") << "+80" << outOfRange;
+        QTest::newRow("highest") << "65535"
+                                 << "";
+    }
+
+    void checksThePort()
+    {
+        QFETCH(QString, port);
+        QFETCH(QString, problem);
+        ConnectionFixture fixture(m_keychain);
+        ConnectionEditor editor(*fixture.context);
+        type(editor.hostField(), QStringLiteral("nas.local"));
+        type(editor.portField(), port);
+
+        QCOMPARE(editor.portErrorLabel()->text(), problem);
+        QCOMPARE(editor.saveButton()->isEnabled(), problem.isEmpty());
+    }
+
+    void takesAnAddressApart_data()
+    {
+        QTest::addColumn<QString>("input");
+        QTest::addColumn<bool>("pasted");
+        QTest::addColumn<QString>("host");
+        QTest::addColumn<QString>("port");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<bool>("https");
+
+        QTest::newRow("pasted https") << "https://nas.local:8080" << true << "nas.local"
+                                      << "8080"
+                                      << "" << true;
+        QTest::newRow("pasted with path") << "http://10.0.0.2:8080/qbt/" << true << "10.0.0.2"
+                                          << "8080"
+                                          << "/qbt" << false;
+        QTest::newRow("typed https") << "https://nas.local" << false << "nas.local"
+                                     << ""
+                                     << "" << true;
+        QTest::newRow("typed with port") << "http://nas.local:9090" << false << "nas.local"
+                                         << "9090"
+                                         << "" << false;
+        QTest::newRow("host and port") << "nas.local:9090" << false << "nas.local"
+                                       << "9090"
+                                       << "" << false;
+    }
+
+    void takesAnAddressApart()
+    {
+        QFETCH(QString, input);
+        QFETCH(bool, pasted);
+        ConnectionFixture fixture(m_keychain);
+        ConnectionEditor editor(*fixture.context);
+        editor.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&editor));
+        if (pasted) {
+            QGuiApplication::clipboard()->setText(input);
+            QTest::keyClick(editor.hostField(), Qt::Key_V, Qt::ControlModifier);
+        } else {
+            QTest::keyClicks(editor.hostField(), input);
+            Q_EMIT editor.hostField()->editingFinished();
+        }
+
+        QTEST(editor.hostField()->text(), "host");
+        QTEST(editor.portField()->text(), "port");
+        QTEST(editor.pathField()->text(), "path");
+        QTEST(editor.httpsToggle()->isChecked(), "https");
+        QVERIFY(editor.hostErrorLabel()->isHidden());
+    }
+
+    void explainsEachMethod_data()
+    {
+        QTest::addColumn<AuthMethod>("method");
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("help");
+        QTest::addColumn<bool>("login");
+        QTest::addColumn<bool>("key");
+
+        QTest::newRow("none") << AuthMethod::none << "No Authentication"
+                              << "No Authentication"
+                              << "Use only when qBittorrent bypasses WebUI authentication for this client." << false
+                              << false;
+        QTest::newRow("cookieLogin") << AuthMethod::cookieLogin << "Standard Login"
+                                     << "Standart Login"
+                                     << "Classic qBittorrent login. Quillo sends username and password to "
+                                        "/api/v2/auth/login and then uses the session cookie."
+                                     << true << false;
+        QTest::newRow("basic") << AuthMethod::basic << "Basic Auth"
+                               << "Basic Auth"
+                               << "qBittorrent 5.2+ can accept username and password in the HTTP Authorization "
+                                  "header."
+                               << true << false;
+        QTest::newRow("apiKey") << AuthMethod::apiKey << "API Key"
+                                << "API Key"
+                                << "qBittorrent 5.2+ WebAPI access with Authorization: Bearer. It does not use "
+                                   "login/logout cookies."
+                                << false << true;
+    }
+
+    void explainsEachMethod()
+    {
+        QFETCH(AuthMethod, method);
+        ConnectionFixture fixture(m_keychain);
+        ConnectionEditor editor(*fixture.context);
+        const auto index = static_cast<int>(std::find(API::allAuthMethods.begin(), API::allAuthMethods.end(), method) -
+                                            API::allAuthMethods.begin());
+        editor.methodPicker()->setCurrentIndex(index);
+
+        QTEST(editor.methodPicker()->currentText(), "label");
+        QTEST(editor.helpTitleLabel()->text(), "title");
+        QTEST(editor.helpLabel()->text(), "help");
+        QTEST(editor.usernameField()->isVisibleTo(&editor), "login");
+        QTEST(editor.passwordField()->isVisibleTo(&editor), "login");
+        QTEST(editor.apiKeyField()->isVisibleTo(&editor), "key");
+    }
+
+    void refusesADuplicateAndKeepsTheInput()
+    {
+        ConnectionFixture fixture(m_keychain);
+        const ClientConfiguration existing = fixture.add(QStringLiteral("NAS"));
+        ConnectionEditor editor(*fixture.context);
+        editor.show();
+        type(editor.nameField(), QStringLiteral("NAS"));
+        type(editor.hostField(), existing.host);
+        type(editor.portField(), QString::number(*existing.port));
+        QTest::mouseClick(editor.saveButton(), Qt::LeftButton);
+
+        QCOMPARE(editor.saveErrorLabel()->text(), QStringLiteral("Server with these settings already exists!"));
+        QVERIFY(editor.saveErrorLabel()->isVisible());
+        QVERIFY(editor.isVisible());
+        QCOMPARE(editor.hostField()->text(), existing.host);
+        QCOMPARE(fixture.context->clientConfigurations().size(), 1);
+    }
+
+    void savesCredentialsToTheKeychain()
+    {
+        ConnectionFixture fixture(m_keychain);
+        ConnectionEditor editor(*fixture.context);
+        editor.show();
+        type(editor.hostField(), QStringLiteral("nas.local"));
+        type(editor.portField(), QStringLiteral("8080"));
+        editor.methodPicker()->setCurrentIndex(2); // Basic Auth
+        type(editor.usernameField(), QStringLiteral("admin"));
+        type(editor.passwordField(), QStringLiteral("pässword"));
+        QTest::mouseClick(editor.saveButton(), Qt::LeftButton);
+        QTRY_VERIFY(!editor.isVisible());
+
+        QCOMPARE(editor.result(), int(QDialog::Accepted));
+        const ClientConfiguration saved = fixture.context->clientConfigurations().value(0);
+        QCOMPARE(saved.authMethod, AuthMethod::basic);
+        QCOMPARE(saved.port, 8080);
+        const auto stored = QuilloTest::wait(m_keychain.read(saved));
+        QVERIFY(stored);
+        QCOMPARE(stored->password, QStringLiteral("pässword"));
+        QuilloTest::wait(m_keychain.remove(saved));
+    }
+
+    void editsAnExistingConnection()
+    {
+        ConnectionFixture fixture(m_keychain);
+        ClientConfiguration existing = fixture.add(QStringLiteral("NAS"), AuthMethod::apiKey);
+        ConnectionEditor editor(*fixture.context, existing);
+        QCOMPARE(editor.portField()->text(), QString::number(*existing.port));
+        QCOMPARE(editor.methodPicker()->currentText(), QStringLiteral("API Key"));
+
+        type(editor.nameField(), QStringLiteral("Attic"));
+        QTest::mouseClick(editor.saveButton(), Qt::LeftButton);
+        QTRY_COMPARE(editor.result(), int(QDialog::Accepted));
+        existing.name = QStringLiteral("Attic");
+        QCOMPARE(fixture.context->clientConfigurations(), QList<ClientConfiguration>{existing});
+        QCOMPARE(fixture.context->clientConfigurations().first().id, existing.id);
+    }
+
+    void welcomeViewAddsAndOpensAConnection()
+    {
+        ConnectionFixture fixture(m_keychain);
+        fixture.bypass = true;
+        MainWindow window(*fixture.context);
+        window.show();
+        QVERIFY(window.welcomeView()->isVisible());
+        QVERIFY(!window.toolBar()->isVisible());
+
+        QTest::mouseClick(window.welcomeView()->connectToServerButton(), Qt::LeftButton);
+        auto *editor = window.findChild<ConnectionEditor *>();
+        QVERIFY(editor);
+        QCOMPARE(editor->windowTitle(), QStringLiteral("New Connection"));
+        QCOMPARE(editor->nameField()->placeholderText(), QStringLiteral("Optional"));
+        QCOMPARE(editor->hostField()->placeholderText(), QStringLiteral("192.168.1.1"));
+        QCOMPARE(editor->portField()->placeholderText(), QStringLiteral("9080"));
+        editor->methodPicker()->setCurrentIndex(0);
+        type(editor->hostField(), QStringLiteral("127.0.0.1"));
+        type(editor->portField(), QString::number(fixture.server.port()));
+        QTest::mouseClick(editor->saveButton(), Qt::LeftButton);
+
+        QTRY_VERIFY(fixture.context->isPolling()); // connected, nothing left in flight
+        QCOMPARE(fixture.context->clientConfiguration()->host, QStringLiteral("127.0.0.1"));
+        QVERIFY(!window.welcomeView()->isVisible());
+        QVERIFY(window.toolBar()->isVisible());
+    }
+};
+
+QTEST_MAIN(TestConnectionEditor)
+#include "tst_connectioneditor.moc"

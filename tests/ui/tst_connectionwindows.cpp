@@ -1,0 +1,301 @@
+#include "ConnectionFixture.h"
+#include "api/Errors.h"
+#include "core/ReconnectionCountdown.h"
+#include "ui/ClientErrorPresenter.h"
+#include "ui/LoginPrompt.h"
+#include "ui/MainWindow.h"
+#include "ui/ReconnectionOverlay.h"
+#include "ui/ServerMenu.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+
+using API::AuthMethod;
+
+namespace {
+
+QStringList entries(const QMenu &menu)
+{
+    QStringList texts;
+    for (const QAction *action : menu.actions()) {
+        if (!action->text().isEmpty()) // sections are separators with a title
+            texts << action->text();
+    }
+    return texts;
+}
+
+QAction *entry(const QMenu &menu, const QString &text)
+{
+    for (QAction *action : menu.actions()) {
+        if (action->text() == text)
+            return action;
+    }
+    return nullptr;
+}
+
+QStringList buttonTexts(const QMessageBox &box)
+{
+    QStringList texts;
+    for (const QAbstractButton *button : box.buttons())
+        texts << button->text();
+    texts.sort();
+    return texts;
+}
+
+void loseConnection(AppContext &context, int times, const QString &message)
+{
+    for (int i = 0; i < times; ++i)
+        context.reportSyncFailure(QStringLiteral("Sync"), std::make_exception_ptr(API::TransportError(
+                                                              QNetworkReply::ConnectionRefusedError, message)));
+}
+
+} // namespace
+
+class TestConnectionWindows : public QObject
+{
+    Q_OBJECT
+
+    KeychainStore m_keychain;
+
+private Q_SLOTS:
+    // A login connection without stored credentials: selecting it asks for them.
+    static LoginPrompt *askForLogin(ConnectionFixture &fixture, MainWindow &window)
+    {
+        const ClientConfiguration nas = fixture.add(QStringLiteral("Home NAS"));
+        window.show();
+        QuilloTest::wait(fixture.context->selectConfiguration(nas.id));
+        return window.loginPrompt();
+    }
+
+    void loginPromptLogsIn()
+    {
+        ConnectionFixture fixture(m_keychain);
+        MainWindow window(*fixture.context);
+        LoginPrompt *prompt = askForLogin(fixture, window);
+        QVERIFY(prompt && prompt->isVisible());
+        QCOMPARE(prompt->windowTitle(), QStringLiteral("Login"));
+        QCOMPARE(prompt->headingLabel()->text(), QStringLiteral("Enter your credentials"));
+        QVERIFY(!prompt->iconLabel()->pixmap().isNull());
+        QCOMPARE(prompt->autoLoginToggle()->text(), QStringLiteral("Login automatically"));
+        QCOMPARE(prompt->autoLoginHelpLabel()->text(),
+                 QStringLiteral("If you enable the Login automatically option, credentials will be safely stored in "
+                                "the keychain. This allows you to connect to Home NAS without entering credentials "
+                                "on any device."));
+        QCOMPARE(prompt->logInButton()->text(), QStringLiteral("Log In"));
+        QCOMPARE(prompt->cancelButton()->text(), QStringLiteral("Cancel"));
+        QVERIFY(!prompt->apiKeyField());
+        QVERIFY(!prompt->logInButton()->isEnabled());
+
+        prompt->autoLoginToggle()->setChecked(false);
+        QTest::keyClicks(prompt->usernameField(), QStringLiteral("admin"));
+        QTest::keyClicks(prompt->passwordField(), QStringLiteral("secret"));
+        QTest::mouseClick(prompt->logInButton(), Qt::LeftButton);
+        QTRY_VERIFY(fixture.context->isPolling()); // connected, nothing left in flight
+        QVERIFY(!window.loginPrompt() || !window.loginPrompt()->isVisible());
+        QVERIFY(!fixture.context->clientConfiguration()->autoLogin);
+    }
+
+    void cancellingTheLoginLeavesTheConnectionSelected()
+    {
+        ConnectionFixture fixture(m_keychain);
+        MainWindow window(*fixture.context);
+        QTest::mouseClick(askForLogin(fixture, window)->cancelButton(), Qt::LeftButton);
+
+        QTRY_VERIFY(!window.loginPrompt());
+        QVERIFY(!fixture.context->isLoginPromptPresented());
+        QCOMPARE(fixture.context->clientConfiguration()->name, QStringLiteral("Home NAS"));
+        QVERIFY(!fixture.context->isAuthorized());
+        QVERIFY(!fixture.context->clientError());
+        QVERIFY(!window.errorPresenter()->alert());
+        QCOMPARE(window.logInOutAction()->text(), QStringLiteral("Log In"));
+    }
+
+    void refusedLoginAlertsAndAsksAgain()
+    {
+        ConnectionFixture fixture(m_keychain);
+        MainWindow window(*fixture.context);
+        LoginPrompt *prompt = askForLogin(fixture, window);
+        QTest::keyClicks(prompt->usernameField(), QStringLiteral("admin"));
+        QTest::keyClicks(prompt->passwordField(), QStringLiteral("wrong"));
+        QTest::mouseClick(prompt->logInButton(), Qt::LeftButton);
+
+        QTRY_VERIFY(window.errorPresenter()->alert());
+        const QMessageBox *alert = window.errorPresenter()->alert();
+        const API::ClientError error = *fixture.context->clientError();
+        QCOMPARE(alert->windowTitle(), QStringLiteral("Quillo"));
+        QCOMPARE(alert->text(), QStringLiteral("Failed to login."));
+        QCOMPARE(alert->informativeText(), error.description() + u'\n' + error.failureReason());
+        QTRY_VERIFY(window.loginPrompt() && window.loginPrompt()->isVisible());
+        alert->button(QMessageBox::Ok)->click();
+        QVERIFY(!fixture.context->clientError());
+    }
+
+    void logInOutTogglesTheSession()
+    {
+        ConnectionFixture fixture(m_keychain);
+        fixture.bypass = true;
+        const ClientConfiguration nas = fixture.add(QStringLiteral("NAS"), AuthMethod::none);
+        MainWindow window(*fixture.context);
+        QVERIFY(!window.logInOutAction()->isEnabled());
+        QuilloTest::wait(fixture.context->selectConfiguration(nas.id));
+        QCOMPARE(window.logInOutAction()->text(), QStringLiteral("Log Out"));
+
+        window.logInOutAction()->trigger();
+        QTRY_VERIFY(!fixture.context->isAuthorized());
+        QCOMPARE(window.logInOutAction()->text(), QStringLiteral("Log In"));
+        window.logInOutAction()->trigger();
+        QTRY_VERIFY(fixture.context->isPolling()); // connected, nothing left in flight
+    }
+
+    void serverMenuListsConnections()
+    {
+        ConnectionFixture fixture(m_keychain);
+        fixture.bypass = true;
+        const ClientConfiguration nas = fixture.add(QStringLiteral("NAS & Co"), AuthMethod::none);
+        fixture.add(QStringLiteral("Attic"), AuthMethod::none, 1);
+        ServerMenu menu(*fixture.context);
+        QCOMPARE(menu.title(), QStringLiteral("No Connection"));
+        QCOMPARE(entries(menu),
+                 QStringList({QStringLiteral("Servers"), QStringLiteral("NAS && Co — Not Connected"),
+                              QStringLiteral("Attic — Not Connected"), QStringLiteral("This Computer"),
+                              QStringLiteral("Install on This Computer…"), QStringLiteral("Add Connection…"),
+                              QStringLiteral("Delete All Connections…"),
+                              QStringLiteral("Alt-click a connection to delete it.")}));
+        const QAction *install = entry(menu, QStringLiteral("Install on This Computer…"));
+        QVERIFY(!install->isEnabled());
+        QVERIFY(!install->toolTip().isEmpty());
+        QVERIFY(!entry(menu, QStringLiteral("Alt-click a connection to delete it."))->isEnabled());
+
+        QuilloTest::wait(fixture.context->selectConfiguration(nas.id));
+        QTRY_VERIFY(entry(menu, QStringLiteral("NAS && Co — Connected")));
+        QCOMPARE(menu.title(), QStringLiteral("NAS && Co"));
+        QVERIFY(entry(menu, QStringLiteral("Attic — Not Connected")));
+    }
+
+    void serverMenuChoosesOrDeletes_data()
+    {
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        QTest::addColumn<bool>("deletes");
+        QTest::newRow("click") << Qt::KeyboardModifiers() << false;
+        QTest::newRow("alt-click") << Qt::KeyboardModifiers(Qt::AltModifier) << true;
+    }
+
+    void serverMenuChoosesOrDeletes()
+    {
+        QFETCH(Qt::KeyboardModifiers, modifiers);
+        QFETCH(bool, deletes);
+        ConnectionFixture fixture(m_keychain);
+        fixture.bypass = true;
+        fixture.add(QStringLiteral("NAS"), AuthMethod::none);
+        const ClientConfiguration attic = fixture.add(QStringLiteral("Attic"), AuthMethod::none);
+        ServerMenu menu(*fixture.context);
+        menu.popup(QPoint(10, 10));
+        QVERIFY(QTest::qWaitForWindowExposed(&menu));
+        QAction *atticEntry = entry(menu, QStringLiteral("Attic — Not Connected"));
+        QTest::mouseClick(&menu, Qt::LeftButton, modifiers, menu.actionGeometry(atticEntry).center());
+
+        if (deletes) {
+            QTRY_COMPARE(fixture.context->clientConfigurations().size(), 1);
+            QCOMPARE(fixture.context->clientConfigurations().first().name, QStringLiteral("NAS"));
+            QVERIFY(!fixture.context->clientConfiguration());
+        } else {
+            QTRY_VERIFY(fixture.context->isPolling()); // connected, nothing left in flight
+            QCOMPARE(fixture.context->clientConfiguration()->id, attic.id);
+            QCOMPARE(fixture.context->clientConfigurations().size(), 2);
+        }
+    }
+
+    void deleteAllAsksFirst_data()
+    {
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<int>("remaining");
+        QTest::newRow("cancel") << "Cancel" << 2;
+        QTest::newRow("delete") << "Delete All" << 0;
+    }
+
+    void deleteAllAsksFirst()
+    {
+        QFETCH(QString, answer);
+        QFETCH(int, remaining);
+        ConnectionFixture fixture(m_keychain);
+        fixture.add(QStringLiteral("NAS"));
+        fixture.add(QStringLiteral("Attic"));
+        MainWindow window(*fixture.context);
+        entry(*window.serverMenu(), QStringLiteral("Delete All Connections…"))->trigger();
+
+        auto *box = window.findChild<QMessageBox *>();
+        QVERIFY(box);
+        QCOMPARE(box->text(), QStringLiteral("Delete all remote connections?"));
+        QCOMPARE(box->informativeText(), QStringLiteral("All remote connections and their saved passwords will be "
+                                                        "deleted. This action can't be undone."));
+        QCOMPARE(buttonTexts(*box), QStringList({QStringLiteral("Cancel"), QStringLiteral("Delete All")}));
+        for (QAbstractButton *button : box->buttons()) {
+            if (button->text() == answer)
+                button->click();
+        }
+        QTRY_COMPARE(fixture.context->clientConfigurations().size(), remaining);
+    }
+
+    void overlayShowsTheLoss_data()
+    {
+        QTest::addColumn<int>("losses");
+        QTest::addColumn<QString>("error");
+        QTest::addColumn<QString>("errorText");
+        QTest::addColumn<QString>("countdown");
+
+        QTest::newRow("first") << 1 << "Connection refused"
+                               << "Connection refused"
+                               << "Reconnecting in 10 s";
+        QTest::newRow("third, no text") << 3 << ""
+                                        << "An unknown error has occurred"
+                                        << "Reconnecting in 30 s";
+        QTest::newRow("sixth") << 6 << "Host unreachable"
+                               << "Host unreachable"
+                               << "Automatic reconnection stopped";
+    }
+
+    void overlayShowsTheLoss()
+    {
+        QFETCH(int, losses);
+        QFETCH(QString, error);
+        ConnectionFixture fixture(m_keychain);
+        QWidget area;
+        // Long ticks: nothing may count down while the texts are read.
+        ReconnectionCountdown countdown(*fixture.context, std::chrono::hours(1));
+        ReconnectionOverlay overlay(*fixture.context, countdown, &area);
+        area.show();
+        QVERIFY(!overlay.isVisible());
+
+        loseConnection(*fixture.context, losses, error);
+        QVERIFY(overlay.isVisible());
+        QTEST(overlay.errorLabel()->text(), "errorText");
+        QTEST(overlay.countdownLabel()->text(), "countdown");
+        QCOMPARE(overlay.reconnectButton()->text(), QStringLiteral("Reconnect now"));
+    }
+
+    void overlayReconnectsNow()
+    {
+        ConnectionFixture fixture(m_keychain);
+        fixture.bypass = true;
+        const ClientConfiguration nas = fixture.add(QStringLiteral("NAS"), AuthMethod::none);
+        QuilloTest::wait(fixture.context->selectConfiguration(nas.id));
+        QWidget area;
+        ReconnectionCountdown countdown(*fixture.context, std::chrono::hours(1));
+        ReconnectionOverlay overlay(*fixture.context, countdown, &area);
+        area.show();
+        loseConnection(*fixture.context, 1, QStringLiteral("Connection refused"));
+
+        QTest::mouseClick(overlay.reconnectButton(), Qt::LeftButton);
+        QCOMPARE(overlay.reconnectButton()->text(), QStringLiteral("Reconnecting…"));
+        QVERIFY(!overlay.reconnectButton()->isEnabled());
+        QTRY_VERIFY(!overlay.isVisible());
+        QCOMPARE(fixture.context->connectionLossCount(), 0);
+    }
+};
+
+QTEST_MAIN(TestConnectionWindows)
+#include "tst_connectionwindows.moc"
