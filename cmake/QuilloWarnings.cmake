@@ -2,7 +2,7 @@
 add_library(quillo_build_flags INTERFACE)
 target_compile_options(quillo_build_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor
-    -Wold-style-cast -Woverloaded-virtual -Wnull-dereference -Wimplicit-fallthrough
+    -Wold-style-cast -Woverloaded-virtual -Wimplicit-fallthrough
     -Wno-missing-field-initializers # designated initialisers leave defaulted members out on purpose
     $<$<BOOL:${QUILLO_WERROR}>:-Werror>)
 target_compile_definitions(quillo_build_flags INTERFACE
