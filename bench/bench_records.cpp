@@ -112,7 +112,7 @@ API::MainData qjsonDecode(const QByteArray &json)
         static const auto date = [](const QJsonValue &v) {
             if (!v.isDouble())
                 throw std::runtime_error("expected a number");
-            return QDateTime::fromMSecsSinceEpoch(std::llround(v.toDouble() * 1000), Qt::UTC);
+            return API::Date(v.toDouble());
         };
 #define INT(key, member) table.insert(QStringLiteral(key), [](STntModel &t, const QJsonValue &v) { t.member = integer(v); })
 #define DBL(key, member) table.insert(QStringLiteral(key), [](STntModel &t, const QJsonValue &v) { t.member = number(v); })

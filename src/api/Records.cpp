@@ -141,15 +141,15 @@ simdjson::error_code tryRead(od::value &value, const Path &, QString &out)
     return error;
 }
 
-// Seconds since 1970, fractions and negatives allowed; kept to the millisecond.
-simdjson::error_code tryRead(od::value &value, const Path &path, QDateTime &out)
+simdjson::error_code tryRead(od::value &value, const Path &path, Date &out)
 {
     double seconds = 0;
     if (const auto error = value.get_double().get(seconds))
         return error;
+    // Nothing a server means lies beyond QDateTime's range.
     if (!(std::abs(seconds) <= 9.0e12))
         fail(path, QStringLiteral("date out of range"));
-    out = QDateTime::fromMSecsSinceEpoch(std::llround(seconds * 1000.0), Qt::UTC);
+    out = Date(seconds);
     return simdjson::SUCCESS;
 }
 
@@ -198,7 +198,7 @@ constexpr const char *expectedText()
 {
     if constexpr (std::is_same_v<T, qint64> || std::is_same_v<T, TntModelTrackerStatus>)
         return "expected an integer";
-    else if constexpr (std::is_same_v<T, double> || std::is_same_v<T, QDateTime>)
+    else if constexpr (std::is_same_v<T, double> || std::is_same_v<T, Date>)
         return "expected a number";
     else if constexpr (std::is_same_v<T, bool>)
         return "expected a boolean";

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "api/Date.h"
 #include "model/TntState.h"
 
 #include <QByteArray>
-#include <QDateTime>
 #include <QHash>
 #include <QList>
 #include <QString>
@@ -20,13 +20,13 @@ enum class ConnectionStatus { connected, firewalled, disconnected };
 
 struct STntModel
 {
-    std::optional<QDateTime> addedOn;
+    std::optional<Date> addedOn;
     std::optional<qint64> amountLeft;
     std::optional<bool> autoTmm;
     std::optional<double> availability;
     std::optional<QString> category;
     std::optional<qint64> completed;
-    std::optional<QDateTime> completionOn;
+    std::optional<Date> completionOn;
     std::optional<QString> contentPath;
     std::optional<qint64> dlLimit;
     std::optional<qint64> dlspeed;
@@ -37,7 +37,7 @@ struct STntModel
     std::optional<bool> forceStart;
     std::optional<QString> infohashV1;
     std::optional<QString> infohashV2;
-    std::optional<QDateTime> lastActivity;
+    std::optional<Date> lastActivity;
     std::optional<QString> magnetUri;
     std::optional<double> maxRatio;
     std::optional<qint64> maxSeedingTime;
@@ -53,7 +53,7 @@ struct STntModel
     std::optional<QString> savePath;
     std::optional<qint64> seedingTime;
     std::optional<qint64> seedingTimeLimit;
-    std::optional<QDateTime> seenComplete;
+    std::optional<Date> seenComplete;
     std::optional<bool> seqDl;
     std::optional<qint64> size;
     std::optional<TntModelState> state;
@@ -152,7 +152,7 @@ struct PeersData
 struct SGenericProperties
 {
     QString savePath;
-    QDateTime creationDate;
+    Date creationDate;
     qint64 pieceSize = 0;
     QString comment;
     qint64 totalWasted = 0;
@@ -167,15 +167,15 @@ struct SGenericProperties
     qint64 nbConnections = 0;
     qint64 nbConnectionsLimit = 0;
     double shareRatio = 0;
-    QDateTime additionDate;
-    QDateTime completionDate;
+    Date additionDate;
+    Date completionDate;
     QString createdBy;
     qint64 dlSpeedAvg = 0;
     qint64 dlSpeed = 0;
     double eta = 0;
     QString infohashV1;
     std::optional<QString> infohashV2;
-    QDateTime lastSeen;
+    Date lastSeen;
     qint64 peers = 0;
     qint64 peersTotal = 0;
     qint64 piecesHave = 0;

@@ -20,6 +20,11 @@ int main(int argc, char *argv[])
     AppContext context(defaults, keychain);
     MainWindow window(context);
     window.show();
+    // Polling slows down while the window is in the background.
+    QObject::connect(&app, &QGuiApplication::applicationStateChanged, &context, [&context](Qt::ApplicationState state) {
+        context.setAppState(state == Qt::ApplicationActive ? AppContext::AppState::foreground
+                                                           : AppContext::AppState::background);
+    });
 
     for (const ClientConfiguration &configuration : context.clientConfigurations()) {
         if (configuration.isCurrent) {

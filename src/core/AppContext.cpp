@@ -4,11 +4,15 @@
 #include "api/Endpoint.h"
 #include "api/Errors.h"
 #include "core/InternalError.h"
+#include "core/Detached.h"
 #include "core/KeychainStore.h"
+#include "model/Poller.h"
 
+#include <QCoroFuture>
 #include <QLoggingCategory>
 #include <QPointer>
 #include <QThread>
+#include <QtConcurrent/QtConcurrentRun>
 
 Q_LOGGING_CATEGORY(lcContext, "AppContext")
 
@@ -61,6 +65,12 @@ AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject 
     , m_store(defaults)
     , m_configurations(m_store.load())
 {
+    const int window = m_settings.avgCoefficient();
+    m_serverState.setAveragingWindow(window);
+    QObject::connect(&m_settings, &AppSettings::dataTransferRateAvgCoefficientDidChange, this, [this](int samples) {
+        m_serverState.setAveragingWindow(samples);
+        m_tntCollection.setAveragingWindow(samples);
+    });
 }
 
 AppContext::~AppContext() = default;
@@ -150,6 +160,13 @@ void AppContext::resetServerState()
     qCInfo(lcContext, "Resetting app state");
     stopPolling();
     m_rid = 0;
+    m_tntCollection.clear();
+    m_serverState.reset();
+    if (!m_categories.isEmpty() || !m_tags.isEmpty()) {
+        m_categories.clear();
+        m_tags.clear();
+        Q_EMIT labelsChanged();
+    }
     m_isAuthorized = false;
     m_qbtVersion.clear();
     m_webAPIVersion = {};
@@ -190,7 +207,14 @@ void AppContext::presentLoginPrompt(bool presented)
 
 void AppContext::startPolling()
 {
+    if (!m_isAuthorized)
+        return;
     qCInfo(lcContext, "Start polling");
+    // A fresh poller every time; the old one's loop ends with it.
+    ++m_pollRound;
+    m_poller = std::make_unique<Poller>();
+    m_poller->start(Poller::intervalFor(m_settings, m_serverState, m_appState == AppState::background),
+                    {[this] { return syncMainData(); }});
     m_isPolling = true;
     Q_EMIT pollingStarted();
 }
@@ -199,8 +223,113 @@ void AppContext::stopPolling()
 {
     if (!m_isPolling)
         return;
+    qCInfo(lcContext, "Stop polling");
+    ++m_pollRound;
+    m_poller.reset();
     m_isPolling = false;
     Q_EMIT pollingStopped();
+}
+
+void AppContext::forcePoll()
+{
+    if (!m_isAuthorized)
+        return;
+    qCInfo(lcContext, "Force poll");
+    detached(syncMainData());
+}
+
+void AppContext::setAppState(AppState state)
+{
+    if (m_appState == state)
+        return;
+    m_appState = state;
+    qCInfo(lcContext, "App did become %s", state == AppState::background ? "background" : "foreground");
+    const auto interval = Poller::intervalFor(m_settings, m_serverState, state == AppState::background);
+    qCInfo(lcContext, "Set polling interval to %lld", static_cast<long long>(interval.count()));
+    if (m_poller)
+        m_poller->setPollingInterval(interval);
+}
+
+namespace {
+
+// Full updates are built off the main thread; only the swap happens on it.
+QFuture<std::shared_ptr<TntCollection::Models>> buildOnWorker(QHash<QString, API::STntModel> tnts, int window)
+{
+    return QtConcurrent::run([tnts = std::move(tnts), window] {
+        return std::make_shared<TntCollection::Models>(TntCollection::build(tnts, window));
+    });
+}
+
+} // namespace
+
+QCoro::Task<> AppContext::syncMainData()
+{
+    if (!m_client)
+        co_return;
+    const QPointer<AppContext> self(this);
+    const quint64 generation = m_generation;
+    const quint64 round = m_pollRound;
+    std::optional<API::MainData> data;
+    std::exception_ptr failure;
+    try {
+        data = co_await m_client->mainData(m_rid);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    QUILLO_RETURN_IF_STALE(self, generation);
+    // Polling stopped or restarted while this answer was on its way: it is no longer wanted.
+    if (m_pollRound != round)
+        co_return;
+    if (failure) {
+        // An expired session is a loss too: reconnecting logs in again.
+        if (thrown<API::TransportError>(failure) || thrown<API::AutorizationError>(failure))
+            reportSyncFailure(QStringLiteral("Sync"), failure);
+        else if (!m_clientError || m_clientError->title() != u"Failed to get main data.")
+            fail(QStringLiteral("Failed to get main data."), failure);
+        co_return;
+    }
+    m_rid = data->rid;
+    if (data->fullUpdate.value_or(false)) {
+        auto built = buildOnWorker(std::move(data->tnts), m_settings.avgCoefficient());
+        const std::shared_ptr<TntCollection::Models> models = co_await built;
+        QUILLO_RETURN_IF_STALE(self, generation);
+        m_tntCollection.replaceAll(std::move(*models));
+    } else {
+        m_tntCollection.merge(data->tnts, data->tntsRemoved, m_settings.avgCoefficient());
+    }
+    applyLabels(*data);
+    if (data->serverState)
+        m_serverState.update(*data->serverState);
+}
+
+void AppContext::applyLabels(const API::MainData &data)
+{
+    const bool full = data.fullUpdate.value_or(false);
+    bool changed = false;
+    if (full && (!m_categories.isEmpty() || !m_tags.isEmpty())) {
+        m_categories.clear();
+        m_tags.clear();
+        changed = true;
+    }
+    for (auto it = data.categories.cbegin(); it != data.categories.cend(); ++it) {
+        API::Category &category = m_categories[it.key()];
+        category.name = it->name.has_value() ? it->name : category.name.value_or(it.key());
+        if (it->savePath)
+            category.savePath = it->savePath;
+        changed = true;
+    }
+    for (const QString &name : data.categoriesRemoved)
+        changed |= m_categories.remove(name) > 0;
+    for (const QString &tag : data.tags) {
+        if (!m_tags.contains(tag)) {
+            m_tags.append(tag);
+            changed = true;
+        }
+    }
+    for (const QString &tag : data.tagsRemoved)
+        changed |= m_tags.removeAll(tag) > 0;
+    if (changed)
+        Q_EMIT labelsChanged();
 }
 
 void AppContext::persistAutoLogin(bool autoLogin)
@@ -435,6 +564,7 @@ QCoro::Task<> AppContext::logOut()
     m_isAuthorized = false;
     m_connectionLossCount = 0;
     m_connectionError.clear();
+    m_serverState.reset();
     Q_EMIT connectionStateChanged();
 }
 

@@ -5,9 +5,13 @@
 #include "api/WebAPIVersion.h"
 #include "core/ClientConfiguration.h"
 #include "core/ConnectionStore.h"
+#include "model/CompletionNotifier.h"
+#include "model/GlobalTransferInfo.h"
+#include "model/TntCollection.h"
 #include "settings/AppSettings.h"
 
 #include <QCoroTask>
+#include <QMap>
 #include <QObject>
 
 #include <memory>
@@ -18,6 +22,7 @@ class Client;
 class TransportError;
 } // namespace API
 class KeychainStore;
+class Poller;
 
 // The one central state of the application: the saved connections, the selected one with its
 // client, and the user-facing error and progress state. Lives on the main thread; every operation
@@ -28,6 +33,7 @@ class AppContext : public QObject
 
 public:
     enum class ProgressMessage { none, connecting, removal, empty };
+    enum class AppState { foreground, background };
     static constexpr int maxAutoReconnectAttempts = 5;
 
     AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject *parent = nullptr);
@@ -52,6 +58,12 @@ public:
     const QString &connectionError() const { return m_connectionError; }
     bool isReconnecting() const { return m_isReconnecting; }
     bool isLoginPromptPresented() const { return m_isLoginPromptPresented; }
+    TntCollection &tntCollection() { return m_tntCollection; }
+    GlobalTransferInfo &serverState() { return m_serverState; }
+    CompletionNotifier &completionNotifier() { return m_completionNotifier; }
+    const QMap<QString, API::Category> &categories() const { return m_categories; }
+    const QStringList &tags() const { return m_tags; }
+    AppState appState() const { return m_appState; }
 
     // The saved list. Adding or saving a connection equal to another fails with
     // InternalError::serverConfigurationAlreadyExist and leaves the list as it was.
@@ -68,7 +80,12 @@ public:
     QCoro::Task<> logOut();
     QCoro::Task<> reconnect();
 
-    // Called by the poller when a sync request failed; a cancelled request is not a loss.
+    // One synchronisation at once, outside the poller's rhythm.
+    void forcePoll();
+    // The background pause is longer; the loop under way is not restarted.
+    void setAppState(AppState state);
+
+    // Called by the sync when a request failed; a cancelled request is not a loss.
     void reportSyncFailure(const QString &operation, const std::exception_ptr &error);
     void dismissClientError();
 
@@ -80,6 +97,8 @@ Q_SIGNALS:
     // The poller's seam: start after a successful connection, stop on loss or log out.
     void pollingStarted();
     void pollingStopped();
+    // Categories or tags of the server changed.
+    void labelsChanged();
 
 private:
     void resetServerState();
@@ -90,6 +109,8 @@ private:
     void presentLoginPrompt(bool presented);
     void startPolling();
     void stopPolling();
+    QCoro::Task<> syncMainData();
+    void applyLabels(const API::MainData &data);
     // Whether the server lets this client in as it is; none when the check itself failed.
     QCoro::Task<std::optional<bool>> checkAuthorizationBypass();
     QCoro::Task<bool> authenticate();
@@ -117,6 +138,14 @@ private:
     API::WebAPIVersion m_webAPIVersion;
     API::BuildInfo m_qbtBuildInfo;
     qint64 m_rid = 0;
+    AppState m_appState = AppState::foreground;
+    TntCollection m_tntCollection;
+    GlobalTransferInfo m_serverState;
+    CompletionNotifier m_completionNotifier{m_tntCollection, m_settings};
+    QMap<QString, API::Category> m_categories;
+    QStringList m_tags;
+    std::unique_ptr<Poller> m_poller;
+    quint64 m_pollRound = 0; // bumped when polling starts or stops: late answers of a stopped poller are dropped
     int m_connectionLossCount = 0;
     QString m_connectionError;
 };

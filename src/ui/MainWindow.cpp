@@ -9,10 +9,15 @@
 #include "ui/LoginPrompt.h"
 #include "ui/ReconnectionOverlay.h"
 #include "ui/ServerMenu.h"
+#include "ui/TntTableView.h"
+#include "ui/TransferStatus.h"
 #include "ui/WelcomeView.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QLabel>
+#include <QMenuBar>
+#include <QStatusBar>
 #include <QStackedWidget>
 #include <QToolBar>
 #include <QToolButton>
@@ -24,7 +29,10 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_pages(new QStackedWidget(this))
     , m_welcomeView(new WelcomeView(m_pages))
     , m_connectedArea(new QWidget(m_pages))
-    , m_placeholder(new QLabel(m_connectedArea))
+    , m_connectedPages(new QStackedWidget(m_connectedArea))
+    , m_placeholder(new QLabel(m_connectedPages))
+    , m_tntTable(new TntTableView(context.tntCollection(), context.settings().defaults(), m_connectedPages))
+    , m_transferStatus(new TransferStatus(context.serverState(), context.settings().defaults(), this))
     , m_toolBar(new QToolBar(QStringLiteral("Toolbar"), this))
     , m_serverMenu(new ServerMenu(context, this))
     , m_logInOut(new QAction(this))
@@ -35,10 +43,19 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     setWindowTitle(QStringLiteral("Quillo"));
     resize(960, 640);
 
-    // The torrent table takes this place; until then it says how the connection stands.
+    // The table while connected; otherwise a line that says how the connection stands.
     m_placeholder->setAlignment(Qt::AlignCenter);
+    m_connectedPages->addWidget(m_placeholder);
+    m_connectedPages->addWidget(m_tntTable);
     auto *areaLayout = new QVBoxLayout(m_connectedArea);
-    areaLayout->addWidget(m_placeholder);
+    areaLayout->setContentsMargins(0, 0, 0, 0);
+    areaLayout->addWidget(m_connectedPages);
+    statusBar()->addPermanentWidget(m_transferStatus, 1);
+
+    QMenu *find = menuBar()->addMenu(QStringLiteral("Find"));
+    QAction *filter = find->addAction(QStringLiteral("Filter torrents"));
+    filter->setShortcut(QKeySequence::Find);
+    connect(filter, &QAction::triggered, m_tntTable, &TntTableView::focusFilter);
     m_pages->addWidget(m_welcomeView);
     m_pages->addWidget(m_connectedArea);
     setCentralWidget(m_pages);
@@ -63,6 +80,8 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     connect(&m_context, &AppContext::configurationsChanged, this, &MainWindow::showPage);
     connect(&m_context, &AppContext::connectionStateChanged, this, &MainWindow::showConnectionState);
     connect(&m_context, &AppContext::loginPromptChanged, this, &MainWindow::followLoginPrompt);
+    connect(&m_context.completionNotifier(), &CompletionNotifier::attentionRequested, this,
+            [this] { QApplication::alert(this); });
 
     showPage();
     showConnectionState();
@@ -91,6 +110,9 @@ void MainWindow::showConnectionState()
         m_placeholder->setText(QStringLiteral("Not connected to %1").arg(displayName(*current)));
 
     const bool authorized = m_context.isAuthorized();
+    m_connectedPages->setCurrentWidget(authorized || m_context.tntCollection().size() > 0 ? static_cast<QWidget *>(m_tntTable)
+                                                                                          : m_placeholder);
+    m_transferStatus->setVisible(authorized);
     m_logInOut->setText(authorized ? QStringLiteral("Log Out") : QStringLiteral("Log In"));
     m_logInOut->setIcon(
         QIcon::fromTheme(authorized ? QStringLiteral("system-log-out") : QStringLiteral("dialog-password")));

@@ -15,6 +15,8 @@ class QToolBar;
 class ReconnectionCountdown;
 class ReconnectionOverlay;
 class ServerMenu;
+class TntTableView;
+class TransferStatus;
 class WelcomeView;
 
 class MainWindow : public QMainWindow
@@ -32,6 +34,8 @@ public:
     ReconnectionOverlay *reconnectionOverlay() const { return m_overlay; }
     LoginPrompt *loginPrompt() const { return m_loginPrompt; }
     ClientErrorPresenter *errorPresenter() const { return m_errorPresenter; }
+    TntTableView *tntTable() const { return m_tntTable; }
+    TransferStatus *transferStatus() const { return m_transferStatus; }
 
     // Opens the editor for a new connection, and connects to it once it is saved.
     ConnectionEditor *openConnectionEditor();
@@ -46,7 +50,10 @@ private:
     QStackedWidget *m_pages;
     WelcomeView *m_welcomeView;
     QWidget *m_connectedArea;
+    QStackedWidget *m_connectedPages;
     QLabel *m_placeholder;
+    TntTableView *m_tntTable;
+    TransferStatus *m_transferStatus;
     QToolBar *m_toolBar;
     ServerMenu *m_serverMenu;
     QAction *m_logInOut;

@@ -5,6 +5,8 @@
 #include <QTest>
 #include <QtConcurrent/QtConcurrentRun>
 
+#include <cmath>
+
 using namespace API;
 
 Q_DECLARE_METATYPE(API::STntModel)
@@ -16,11 +18,6 @@ const QString hash = QStringLiteral("8c212779b4abde7c6bc608063a0d008b7e40ce32");
 QByteArray withTorrent(const QByteArray &fields)
 {
     return "{\"rid\":7,\"torrents\":{\"" + hash.toLatin1() + "\":{" + fields + "}}}";
-}
-
-QDateTime at(qint64 msecs)
-{
-    return QDateTime::fromMSecsSinceEpoch(msecs, Qt::UTC);
 }
 
 // Every key qBittorrent 5.1 sends for one torrent of a full update.
@@ -43,13 +40,13 @@ const QByteArray fullTorrent51 = R"({"added_on":1718000000,"amount_left":0,"auto
 STntModel expectedFullTorrent51()
 {
     STntModel t;
-    t.addedOn = at(1718000000000);
+    t.addedOn = Date(1718000000);
     t.amountLeft = 0;
     t.autoTmm = false;
     t.availability = -1.0;
     t.category = QStringLiteral("iso");
     t.completed = 4071620608;
-    t.completionOn = at(1718000600000);
+    t.completionOn = Date(1718000600);
     t.contentPath = QStringLiteral("/srv/dl/debian-12.5.0-amd64-DVD-1.iso");
     t.dlLimit = -1;
     t.dlspeed = 0;
@@ -60,7 +57,7 @@ STntModel expectedFullTorrent51()
     t.forceStart = false;
     t.infohashV1 = hash;
     t.infohashV2 = QString();
-    t.lastActivity = at(1718003000000);
+    t.lastActivity = Date(1718003000);
     t.magnetUri = QStringLiteral("magnet:?xt=urn:btih:8c212779b4abde7c6bc608063a0d008b7e40ce32&dn=debian");
     t.maxRatio = -1.0;
     t.maxSeedingTime = -1;
@@ -76,7 +73,7 @@ STntModel expectedFullTorrent51()
     t.savePath = QStringLiteral("/srv/dl/");
     t.seedingTime = 3600;
     t.seedingTimeLimit = -2;
-    t.seenComplete = at(-1000);
+    t.seenComplete = Date(-1);
     t.seqDl = false;
     t.size = 4071620608;
     t.state = TntModelState::stoppedUP;
@@ -138,11 +135,14 @@ void TestRecords::torrentFields_data()
     t.dlspeed = 5;
     QTest::newRow("a delta with a single field") << QByteArray(R"("dlspeed":5)") << t;
     t = {};
-    t.completionOn = at(-1000);
+    t.completionOn = Date(-1);
     QTest::newRow("completion_on -1 is a second before 1970") << QByteArray(R"("completion_on":-1)") << t;
     t = {};
-    t.addedOn = at(1500);
+    t.addedOn = Date(1.5);
     QTest::newRow("fractional date") << QByteArray(R"("added_on":1.5)") << t;
+    t = {};
+    t.lastActivity = Date(1718000000.0004);
+    QTest::newRow("date finer than a millisecond") << QByteArray(R"("last_activity":1718000000.0004)") << t;
     t = {};
     t.progress = 1.0;
     t.ratio = 0.0;
@@ -190,6 +190,35 @@ void TestRecords::torrentFields()
     QVERIFY(data.tnts.value(hash) == expected);
 }
 
+void TestRecords::datesAsDateTimes_data()
+{
+    QTest::addColumn<double>("seconds");
+    QTest::addColumn<QDateTime>("expected");
+    const auto ms = [](qint64 msecs) { return QDateTime::fromMSecsSinceEpoch(msecs, Qt::UTC); };
+    QTest::newRow("epoch") << 0.0 << QDateTime(QDate(1970, 1, 1), QTime(0, 0), Qt::UTC);
+    QTest::newRow("-1 is a second before 1970") << -1.0 << QDateTime(QDate(1969, 12, 31), QTime(23, 59, 59), Qt::UTC);
+    QTest::newRow("fraction") << 1.5 << ms(1500);
+    QTest::newRow("negative fraction") << -1.25 << ms(-1250);
+    QTest::newRow("nearest millisecond") << 1718000000.1236 << ms(1718000000124);
+    QTest::newRow("nearest millisecond below") << 1718000000.1234 << ms(1718000000123);
+    QTest::newRow("year 10000") << 253402300800.0 << QDateTime(QDate(10000, 1, 1), QTime(0, 0), Qt::UTC);
+    QTest::newRow("beyond any calendar") << 1e300 << QDateTime();
+    QTest::newRow("not a number") << std::nan("") << QDateTime();
+}
+
+void TestRecords::datesAsDateTimes()
+{
+    QFETCH(double, seconds);
+    QFETCH(QDateTime, expected);
+    const QDateTime shown = Date(seconds).toDateTime();
+    QCOMPARE(shown.isValid(), expected.isValid());
+    if (!expected.isValid())
+        return;
+    QCOMPARE(shown, expected);
+    QCOMPARE(shown.timeSpec(), Qt::UTC);
+    QCOMPARE(Date::fromDateTime(shown).toDateTime(), shown);
+}
+
 void TestRecords::mainDataCollections()
 {
     const MainData data = decodeMainData(R"({"rid":12,"full_update":true,)"
@@ -235,6 +264,7 @@ void TestRecords::mainDataFailures_data()
     QTest::newRow("number in a string") << withTorrent(R"("name":5)") << at + QStringLiteral("name: expected a string");
     QTest::newRow("number in a boolean") << withTorrent(R"("seq_dl":0)") << at + QStringLiteral("seq_dl: expected a boolean");
     QTest::newRow("string in a date") << withTorrent(R"("added_on":"2024")") << at + QStringLiteral("added_on: expected a number");
+    QTest::newRow("date out of range") << withTorrent(R"("seen_complete":-1e13)") << at + QStringLiteral("seen_complete: date out of range");
     QTest::newRow("unknown state word") << withTorrent(R"("state":"seeding")") << at + QStringLiteral("state: unknown state \"seeding\"");
     QTest::newRow("state word in another case") << withTorrent(R"("state":"StoppedUP")") << at + QStringLiteral("state: unknown state \"StoppedUP\"");
     QTest::newRow("torrent not an object") << withTorrent("").replace("{}", "[]") << QStringLiteral("torrents.") + hash + QStringLiteral(": expected an object");
@@ -378,7 +408,7 @@ void TestRecords::properties()
     const SGenericProperties p = decodeGenericProperties(json);
     QCOMPARE(p.infohashV1, QStringLiteral("8c21"));
     QCOMPARE(p.infohashV2, std::optional(QString()));
-    QCOMPARE(p.completionDate, at(-1000));
+    QCOMPARE(p.completionDate, Date(-1));
     QCOMPARE(p.timeElapsed, 120.0);
     QCOMPARE(p.totalWasted, 5);
     QCOMPARE(p.upSpeedAvg, 6);

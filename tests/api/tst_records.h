@@ -12,6 +12,8 @@ private Q_SLOTS:
     void keyConversion();
     void torrentFields_data();
     void torrentFields();
+    void datesAsDateTimes_data();
+    void datesAsDateTimes();
     void mainDataCollections();
     void mainDataFailures_data();
     void mainDataFailures();

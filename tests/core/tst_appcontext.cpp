@@ -33,6 +33,7 @@ struct ScriptedQbt
     QByteArray sessionCookie = "SID=abc";
     bool sessionValid = true;
     int logins = 0;
+    QByteArray mainData = R"({"rid":1,"full_update":true,"server_state":{"connection_status":"connected"}})";
 
     Response answer(const FakeServer::Request &request)
     {
@@ -60,6 +61,8 @@ struct ScriptedQbt
             return Response::text(200, "v5.2.0");
         if (target.endsWith("/app/webapiVersion"))
             return Response::text(200, "2.15.1");
+        if (target.endsWith("/sync/maindata"))
+            return Response::json(mainData);
         if (target.endsWith("/app/buildInfo"))
             return Response::json(R"({"qt":"6.9.1","libtorrent":"2.0.11.0","boost":"1.88.0","openssl":"3.5.0","bitness":64})");
         return Response::text(200, "");

@@ -5,6 +5,7 @@
 #include "core/KeychainStore.h"
 #include "support/Await.h"
 #include "support/QbtServer.h"
+#include "support/TorrentFactory.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -60,16 +61,6 @@ private:
     {
         const auto &error = m_context->clientError();
         return error ? error->title() + u'|' + error->description() : QString();
-    }
-
-    // What the poller does when a sync request fails.
-    void syncOnce()
-    {
-        try {
-            wait(m_context->client()->perform(API::Endpoint::Sync::maindata(0)));
-        } catch (...) {
-            m_context->reportSyncFailure(QStringLiteral("Sync"), std::current_exception());
-        }
     }
 
 private Q_SLOTS:
@@ -141,6 +132,26 @@ private Q_SLOTS:
                                  wait(m_context->client()->perform(API::Endpoint::Sync::maindata(0))));
     }
 
+    void torrentsAppearAndLeave()
+    {
+        wait(m_context->selectConfiguration(addConnection(*m_server, AuthMethod::cookieLogin, m_server->credentials())));
+        const QbtServer::DataDir dir = m_server->makeDataDir();
+        const auto made = TorrentFactory::singleFile(dir.localPath, QStringLiteral("synced.bin"), 40'000);
+        wait(m_context->client()->perform(API::Endpoint::TntManagement::add(TorrentFactory::multipartBody(
+            {TorrentFactory::torrentPart(made), {"savepath", dir.serverPath.toUtf8()}}))));
+        QTRY_VERIFY_WITH_TIMEOUT(m_context->tntCollection().find(made.infoHash), 10'000);
+        QTRY_COMPARE_WITH_TIMEOUT(m_context->tntCollection().find(made.infoHash)->progress(), 1.0, 15'000);
+        QCOMPARE(m_context->tntCollection().find(made.infoHash)->name(), QStringLiteral("synced.bin"));
+        QVERIFY(m_context->serverState().refreshInterval() > 0); // the server state arrived too
+
+        // Removed by another client: it leaves at the next poll.
+        API::Client other(m_server->configuration());
+        other.setCredentials(m_server->credentials());
+        wait(other.login());
+        wait(other.perform(API::Endpoint::TntManagement::deleteTnts({made.infoHash}, true)));
+        QTRY_VERIFY_WITH_TIMEOUT(!m_context->tntCollection().find(made.infoHash), 10'000);
+    }
+
     void survivesAServerRestart()
     {
         wait(m_context->selectConfiguration(addConnection(*m_server, AuthMethod::cookieLogin, m_server->credentials())));
@@ -153,8 +164,9 @@ private Q_SLOTS:
         QCOMPARE(m_context->connectionLossCount(), 0);
 
         m_server->stop();
-        syncOnce();
-        QCOMPARE(m_context->connectionLossCount(), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(m_context->connectionLossCount(), 1, 10'000); // the poller notices
+        QTest::qWait(100);
+        QCOMPARE(m_context->connectionLossCount(), 1); // and then stops
         QVERIFY(!m_context->isPolling());
         QVERIFY(!m_context->connectionError().isEmpty());
 

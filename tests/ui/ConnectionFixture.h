@@ -42,6 +42,8 @@ struct ConnectionFixture
                 return Response::text(200, "v4.5.2");
             if (request.target.endsWith("/app/webapiVersion"))
                 return Response::text(200, "2.8.19");
+            if (request.target.endsWith("/sync/maindata"))
+                return Response::json(R"({"rid":1,"full_update":true,"server_state":{"connection_status":"connected"}})");
             if (request.target.endsWith("/app/buildInfo"))
                 return Response::json(
                     R"({"qt":"6.4.2","libtorrent":"2.0.8.0","boost":"1.74.0","openssl":"3.0.9","bitness":64})");

@@ -1,0 +1,158 @@
+#include "model/TntCollection.h"
+
+#include <algorithm>
+
+using State = TntModel::State;
+
+bool isDownloadCompletion(State before, State after)
+{
+    const auto in = [](State state, std::initializer_list<State> states) {
+        return std::find(states.begin(), states.end(), state) != states.end();
+    };
+    return in(before, {State::downloading, State::forcedDL, State::stalledDL, State::queuedDL, State::metaDL,
+                       State::forcedMetaDL, State::allocating})
+        && in(after, {State::uploading, State::forcedUP, State::stalledUP, State::queuedUP, State::pausedUP,
+                      State::stoppedUP});
+}
+
+TntCollection::TntCollection(QObject *parent)
+    : QObject(parent)
+{
+}
+
+TntCollection::~TntCollection() = default;
+
+const TntModel *TntCollection::find(const QString &hash) const
+{
+    const qsizetype row = rowOf(hash);
+    return row < 0 ? nullptr : &at(row);
+}
+
+TntCollection::Models TntCollection::build(const QHash<QString, API::STntModel> &tnts, int averagingWindow)
+{
+    Models models;
+    models.reserve(static_cast<std::size_t>(tnts.size()));
+    for (auto it = tnts.cbegin(); it != tnts.cend(); ++it)
+        models.push_back(std::make_unique<TntModel>(it.key(), it.value(), averagingWindow));
+    return models;
+}
+
+void TntCollection::replaceAll(Models models)
+{
+    QStringList completed;
+    for (const auto &model : models) {
+        if (const TntModel *old = find(model->id()); old && isDownloadCompletion(old->state(), model->state()))
+            completed << model->id();
+    }
+    Q_EMIT aboutToReset();
+    m_models = std::move(models);
+    m_rows.clear();
+    m_rows.reserve(size());
+    reindexFrom(0);
+    Q_EMIT didReset();
+    if (!completed.isEmpty())
+        Q_EMIT downloadsCompleted(completed);
+}
+
+void TntCollection::clear()
+{
+    replaceAll({});
+}
+
+void TntCollection::reindexFrom(qsizetype first)
+{
+    for (qsizetype row = first; row < size(); ++row)
+        m_rows.insert(at(row).id(), row);
+}
+
+void TntCollection::announce(QList<RowChange> &changes, TntModel::Fields fields)
+{
+    if (changes.isEmpty())
+        return;
+    std::sort(changes.begin(), changes.end(), [](const RowChange &a, const RowChange &b) { return a.row < b.row; });
+    Q_EMIT rowsChanged(changes, fields);
+}
+
+void TntCollection::merge(const QHash<QString, API::STntModel> &tnts, const QStringList &removed, int averagingWindow)
+{
+    remove(removed);
+
+    QList<RowChange> changes;
+    TntModel::Fields changedFields = 0;
+    QStringList completed;
+    Models added;
+    for (auto it = tnts.cbegin(); it != tnts.cend(); ++it) {
+        const qsizetype row = rowOf(it.key());
+        if (row < 0) {
+            if (std::none_of(added.begin(), added.end(), [&it](const auto &m) { return m->id() == it.key(); }))
+                added.push_back(std::make_unique<TntModel>(it.key(), it.value(), averagingWindow));
+            continue;
+        }
+        TntModel &model = *m_models[static_cast<std::size_t>(row)];
+        const State before = model.state();
+        if (const TntModel::Fields fields = model.update(it.value())) {
+            changes.append({row, fields});
+            changedFields |= fields;
+            if ((fields & TntModel::StateField) && isDownloadCompletion(before, model.state()))
+                completed << model.id();
+        }
+    }
+    announce(changes, changedFields);
+
+    if (!added.empty()) {
+        const qsizetype first = size();
+        Q_EMIT aboutToInsert(first, first + static_cast<qsizetype>(added.size()) - 1);
+        std::move(added.begin(), added.end(), std::back_inserter(m_models));
+        reindexFrom(first);
+        Q_EMIT didInsert();
+    }
+    if (!completed.isEmpty())
+        Q_EMIT downloadsCompleted(completed);
+}
+
+void TntCollection::remove(const QStringList &hashes)
+{
+    QList<qsizetype> rows;
+    for (const QString &hash : hashes) {
+        if (const qsizetype row = rowOf(hash); row >= 0)
+            rows << row;
+    }
+    if (rows.isEmpty())
+        return;
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    for (const qsizetype row : std::as_const(rows))
+        m_rows.remove(at(row).id());
+
+    // Contiguous ranges from the back, so the rows still to remove keep their numbers.
+    qsizetype end = rows.size();
+    while (end > 0) {
+        qsizetype begin = end - 1;
+        while (begin > 0 && rows[begin - 1] == rows[begin] - 1)
+            --begin;
+        const qsizetype first = rows[begin];
+        const qsizetype last = rows[end - 1];
+        Q_EMIT aboutToRemove(first, last);
+        m_models.erase(m_models.begin() + first, m_models.begin() + last + 1);
+        Q_EMIT didRemove();
+        end = begin;
+    }
+    reindexFrom(rows.first());
+}
+
+void TntCollection::setAveragingWindow(int samples)
+{
+    for (const auto &model : m_models)
+        model->setAveragingWindow(samples);
+}
+
+void TntCollection::setState(const QString &hash, TntModel::State state)
+{
+    const qsizetype row = rowOf(hash);
+    if (row < 0)
+        return;
+    if (const TntModel::Fields fields = m_models[static_cast<std::size_t>(row)]->setState(state)) {
+        QList<RowChange> changes{{row, fields}};
+        announce(changes, fields);
+    }
+}

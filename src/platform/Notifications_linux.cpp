@@ -1,0 +1,50 @@
+#include "platform/Notifications.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QLoggingCategory>
+#include <QUuid>
+#include <QVariantMap>
+
+Q_LOGGING_CATEGORY(lcNotifications, "Notifications")
+
+namespace Platform::Notifications {
+
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.Notifications");
+
+// The freedesktop sound theme has no "Funk"; its completion sound is the closest.
+QString themeSound(const QString &sound)
+{
+    if (sound.isEmpty() || sound == u"Default" || sound == u"Funk")
+        return QStringLiteral("complete");
+    return sound;
+}
+
+} // namespace
+
+bool post(const Notification &notification)
+{
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected() || !bus.interface() || !bus.interface()->isServiceRegistered(service)) {
+        qCInfo(lcNotifications, "No notification service: \"%s\" not shown", qUtf8Printable(notification.body));
+        return false;
+    }
+    QDBusMessage call = QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/Notifications"),
+                                                       service, QStringLiteral("Notify"));
+    const QVariantMap hints{
+        {QStringLiteral("category"), QStringLiteral("transfer.complete")},
+        {QStringLiteral("desktop-entry"), QStringLiteral("app.quillo.Quillo")},
+        {QStringLiteral("sound-name"), themeSound(notification.sound)},
+        {QStringLiteral("x-quillo-thread"), notification.threadId},
+        // Every notification its own: a fresh identifier, never replacing another.
+        {QStringLiteral("x-quillo-id"), QUuid::createUuid().toString(QUuid::WithoutBraces)},
+    };
+    call << QStringLiteral("Quillo") << 0u << QStringLiteral("quillo") << notification.title << notification.body
+         << QStringList() << hints << -1;
+    return bus.send(call);
+}
+
+} // namespace Platform::Notifications

@@ -1,0 +1,217 @@
+#include "ui/TntTableModel.h"
+
+#include <QLocale>
+
+namespace {
+
+using F = TntModel::Field;
+
+// qBittorrent's "infinite" ETA: 100 days.
+constexpr double infiniteEta = 8640000;
+
+int toInt(qsizetype value)
+{
+    return static_cast<int>(value);
+}
+
+} // namespace
+
+namespace TntFormat {
+
+QString size(qint64 bytes)
+{
+    return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeIecFormat);
+}
+
+QString rate(qint64 bytesPerSecond)
+{
+    return bytesPerSecond <= 0 ? QString() : size(bytesPerSecond) + QStringLiteral("/s");
+}
+
+QString eta(double seconds)
+{
+    if (seconds >= infiniteEta || seconds < 0)
+        return QStringLiteral("∞");
+    const auto total = static_cast<qint64>(seconds);
+    const qint64 days = total / 86400;
+    const qint64 hours = (total % 86400) / 3600;
+    const qint64 minutes = (total % 3600) / 60;
+    if (days > 0)
+        return QStringLiteral("%1d %2h").arg(days).arg(hours);
+    if (hours > 0)
+        return QStringLiteral("%1h %2m").arg(hours).arg(minutes);
+    if (minutes > 0)
+        return QStringLiteral("%1m").arg(minutes);
+    return QStringLiteral("%1s").arg(total);
+}
+
+QString ratio(double ratio)
+{
+    return ratio < 0 ? QStringLiteral("∞") : QLocale().toString(ratio, 'f', 2);
+}
+
+// The server's "never" is -1 (one second before 1970); nothing earlier is a real date here.
+QString date(const QDateTime &when)
+{
+    if (!when.isValid() || when.toSecsSinceEpoch() <= 0)
+        return {};
+    return QLocale().toString(when.toLocalTime(), QLocale::ShortFormat);
+}
+
+} // namespace TntFormat
+
+TntTableModel::TntTableModel(TntCollection &collection, QObject *parent)
+    : QAbstractTableModel(parent)
+    , m_collection(collection)
+{
+    connect(&collection, &TntCollection::aboutToReset, this, [this] { beginResetModel(); });
+    connect(&collection, &TntCollection::didReset, this, [this] { endResetModel(); });
+    connect(&collection, &TntCollection::aboutToInsert, this,
+            [this](qsizetype first, qsizetype last) { beginInsertRows({}, toInt(first), toInt(last)); });
+    connect(&collection, &TntCollection::didInsert, this, [this] { endInsertRows(); });
+    connect(&collection, &TntCollection::aboutToRemove, this,
+            [this](qsizetype first, qsizetype last) { beginRemoveRows({}, toInt(first), toInt(last)); });
+    connect(&collection, &TntCollection::didRemove, this, [this] { endRemoveRows(); });
+    connect(&collection, &TntCollection::rowsChanged, this, &TntTableModel::announceChanges);
+}
+
+QString TntTableModel::columnIdentifier(Column column)
+{
+    static const char *const identifiers[ColumnCount] = {
+        "tnt_name_column",         "tnt_size_column",          "tnt_progress_column",     "tnt_status_column",
+        "tnt_down_speed_column",   "tnt_up_speed_column",      "tnt_seed_column",         "tnt_peer_column",
+        "tnt_eta_column",          "tnt_ratio_column",         "tnt_added_on_column",     "tnt_completed_on_column",
+        "tnt_seen_complete_column", "tnt_category_column",     "tnt_tags_column",
+    };
+    return QString::fromLatin1(identifiers[column]);
+}
+
+TntModel::Fields TntTableModel::columnFields(Column column)
+{
+    switch (column) {
+    case NameColumn: return F::Name;
+    case SizeColumn: return F::Size;
+    case ProgressColumn: return F::Progress | F::StateField;
+    case StatusColumn: return F::StateField;
+    case DownSpeedColumn: return F::Dlspeed;
+    case UpSpeedColumn: return F::Upspeed;
+    case SeedsColumn: return F::NumSeeds | F::NumComplete;
+    case PeersColumn: return F::NumLeechs | F::NumIncomplete;
+    case EtaColumn: return F::Eta;
+    case RatioColumn: return F::Ratio;
+    case AddedOnColumn: return 0; // fixed at creation
+    case CompletedOnColumn: return F::CompletionOn;
+    case SeenCompleteColumn: return F::SeenComplete;
+    case CategoryColumn: return F::Category;
+    case TagsColumn: return F::Tags;
+    case ColumnCount: break;
+    }
+    return 0;
+}
+
+int TntTableModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : toInt(m_collection.size());
+}
+
+int TntTableModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant TntTableModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= ColumnCount)
+        return {};
+    static const char *const titles[ColumnCount] = {
+        "Name",  "Size",     "Progress", "Status",       "Down Speed",    "Up Speed", "Seeds", "Peers",
+        "ETA",   "Ratio",    "Added on", "Completed On", "Seen Complete", "Category", "Tags",
+    };
+    return QString::fromLatin1(titles[section]);
+}
+
+QVariant TntTableModel::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return {};
+    const TntModel &tnt = m_collection.at(index.row());
+    const auto column = static_cast<Column>(index.column());
+    switch (role) {
+    case HashRole: return tnt.id();
+    case StateRole: return static_cast<int>(tnt.state());
+    case ProgressRole: return tnt.progress();
+    case Qt::TextAlignmentRole:
+        return column == NameColumn || column == StatusColumn || column == CategoryColumn || column == TagsColumn
+                   ? QVariant()
+                   : QVariant(Qt::AlignRight | Qt::AlignVCenter);
+    case Qt::ToolTipRole: return column == NameColumn ? QVariant(tnt.name()) : QVariant();
+    case SortRole:
+        switch (column) {
+        case NameColumn: return tnt.name();
+        case SizeColumn: return tnt.size();
+        case ProgressColumn: return tnt.progress();
+        case StatusColumn: return static_cast<int>(tnt.state());
+        case DownSpeedColumn: return tnt.dlspeed();
+        case UpSpeedColumn: return tnt.upspeed();
+        case SeedsColumn: return tnt.numSeeds();
+        case PeersColumn: return tnt.numLeechs();
+        case EtaColumn: return tnt.eta();
+        case RatioColumn: return tnt.ratio();
+        case AddedOnColumn: return tnt.addedOn().secondsSinceEpoch();
+        case CompletedOnColumn: return tnt.completionOn().secondsSinceEpoch();
+        case SeenCompleteColumn: return tnt.seenComplete().secondsSinceEpoch();
+        case CategoryColumn: return tnt.category();
+        case TagsColumn: return tnt.tags();
+        case ColumnCount: break;
+        }
+        return {};
+    case Qt::DisplayRole:
+        switch (column) {
+        case NameColumn: return tnt.name();
+        case SizeColumn: return TntFormat::size(tnt.size());
+        case ProgressColumn: return QLocale().toString(tnt.progress() * 100, 'f', 1) + u'%';
+        case StatusColumn: return TntModel::stateTitle(tnt.state());
+        case DownSpeedColumn: return TntFormat::rate(tnt.dlspeed());
+        case UpSpeedColumn: return TntFormat::rate(tnt.upspeed());
+        case SeedsColumn: return QStringLiteral("%1 (%2)").arg(tnt.numSeeds()).arg(tnt.numComplete());
+        case PeersColumn: return QStringLiteral("%1 (%2)").arg(tnt.numLeechs()).arg(tnt.numIncomplete());
+        case EtaColumn: return TntFormat::eta(tnt.eta());
+        case RatioColumn: return TntFormat::ratio(tnt.ratio());
+        case AddedOnColumn: return TntFormat::date(tnt.addedOn().toDateTime());
+        case CompletedOnColumn: return TntFormat::date(tnt.completionOn().toDateTime());
+        case SeenCompleteColumn: return TntFormat::date(tnt.seenComplete().toDateTime());
+        case CategoryColumn: return tnt.category();
+        case TagsColumn: return tnt.tags();
+        case ColumnCount: break;
+        }
+        return {};
+    default: return {};
+    }
+}
+
+void TntTableModel::announceChanges(const QList<TntCollection::RowChange> &changes, TntModel::Fields fields)
+{
+    int firstColumn = ColumnCount;
+    int lastColumn = -1;
+    for (int column = 0; column < ColumnCount; ++column) {
+        if (columnFields(static_cast<Column>(column)) & fields) {
+            firstColumn = std::min(firstColumn, column);
+            lastColumn = column;
+        }
+    }
+    if (lastColumn < 0)
+        return;
+    // Above half the rows, ranges cost more than one signal over everything.
+    if (changes.size() * 2 > m_collection.size()) {
+        Q_EMIT dataChanged(index(toInt(changes.first().row), firstColumn), index(toInt(changes.last().row), lastColumn));
+        return;
+    }
+    qsizetype begin = 0;
+    while (begin < changes.size()) {
+        qsizetype end = begin + 1;
+        while (end < changes.size() && changes[end].row == changes[end - 1].row + 1)
+            ++end;
+        Q_EMIT dataChanged(index(toInt(changes[begin].row), firstColumn), index(toInt(changes[end - 1].row), lastColumn));
+        begin = end;
+    }
+}

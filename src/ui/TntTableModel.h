@@ -1,0 +1,66 @@
+#pragma once
+
+#include "model/TntCollection.h"
+
+#include <QAbstractTableModel>
+
+// The torrent table over a TntCollection: one row per torrent, the 15 columns of the table, display
+// texts for people and raw values for sorting. Changes reach the view as dataChanged over the rows
+// and columns that really changed; when most rows changed, as one signal over all of them.
+class TntTableModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column {
+        NameColumn,
+        SizeColumn,
+        ProgressColumn,
+        StatusColumn,
+        DownSpeedColumn,
+        UpSpeedColumn,
+        SeedsColumn,
+        PeersColumn,
+        EtaColumn,
+        RatioColumn,
+        AddedOnColumn,
+        CompletedOnColumn,
+        SeenCompleteColumn,
+        CategoryColumn,
+        TagsColumn,
+        ColumnCount
+    };
+
+    enum Role {
+        SortRole = Qt::UserRole + 1, // numbers as numbers, names as text
+        HashRole,
+        StateRole,    // TntModel::State as int
+        ProgressRole, // 0 to 1
+    };
+
+    explicit TntTableModel(TntCollection &collection, QObject *parent = nullptr);
+
+    // The identifier a column's width, order and visibility are saved under.
+    static QString columnIdentifier(Column column);
+    // Which fields of a torrent a column shows.
+    static TntModel::Fields columnFields(Column column);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    void announceChanges(const QList<TntCollection::RowChange> &changes, TntModel::Fields fields);
+
+    TntCollection &m_collection;
+};
+
+// Texts shared by the table and the status bar.
+namespace TntFormat {
+QString size(qint64 bytes);
+QString rate(qint64 bytesPerSecond);
+QString eta(double seconds);
+QString ratio(double ratio);
+QString date(const QDateTime &when);
+} // namespace TntFormat

@@ -1,0 +1,125 @@
+#include "ui/TntTableView.h"
+
+#include "settings/UserDefaults.h"
+#include "ui/TntTableModel.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPainter>
+#include <QSortFilterProxyModel>
+#include <QStyledItemDelegate>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace {
+
+// The progress column: a bar whose colour follows the state, with the percentage on it.
+class ProgressDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyleOptionProgressBar bar;
+        bar.rect = option.rect.adjusted(2, 3, -2, -3);
+        bar.minimum = 0;
+        bar.maximum = 1000;
+        bar.progress = static_cast<int>(index.data(TntTableModel::ProgressRole).toDouble() * 1000);
+        bar.text = index.data(Qt::DisplayRole).toString();
+        bar.textVisible = true;
+        bar.state = option.state | QStyle::State_Horizontal;
+        const auto state = static_cast<TntModel::State>(index.data(TntTableModel::StateRole).toInt());
+        bar.palette = option.palette;
+        bar.palette.setColor(QPalette::Highlight, colourOf(state, option.palette));
+        QApplication::style()->drawControl(QStyle::CE_ProgressBar, &bar, painter);
+    }
+
+private:
+    static QColor colourOf(TntModel::State state, const QPalette &palette)
+    {
+        using S = TntModel::State;
+        if (TntModel::matches(state, S::error))
+            return QColor(0xc0, 0x39, 0x2b);
+        if (TntModel::matches(state, S::stopped) || TntModel::matches(state, S::complited))
+            return palette.color(QPalette::Disabled, QPalette::Highlight);
+        if (TntModel::matches(state, S::uploading) || state == S::stalledUP || state == S::queuedUP)
+            return QColor(0x27, 0xae, 0x60);
+        return palette.color(QPalette::Highlight);
+    }
+};
+
+} // namespace
+
+TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QWidget *parent)
+    : QWidget(parent)
+    , m_defaults(defaults)
+    , m_model(new TntTableModel(collection, this))
+    , m_proxy(new QSortFilterProxyModel(this))
+    , m_filter(new QLineEdit(this))
+    , m_table(new QTableView(this))
+{
+    m_proxy->setSourceModel(m_model);
+    m_proxy->setSortRole(TntTableModel::SortRole);
+    m_proxy->setSortLocaleAware(true);
+    m_proxy->setFilterKeyColumn(TntTableModel::NameColumn);
+    m_proxy->setFilterCaseSensitivity(Qt::CaseInsensitive);
+
+    m_filter->setPlaceholderText(QStringLiteral("Filter by name"));
+    m_filter->setClearButtonEnabled(true);
+    connect(m_filter, &QLineEdit::textChanged, m_proxy, &QSortFilterProxyModel::setFilterFixedString);
+
+    m_table->setModel(m_proxy);
+    m_table->setSortingEnabled(true);
+    m_table->sortByColumn(TntTableModel::AddedOnColumn, Qt::DescendingOrder);
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_table->setShowGrid(false);
+    m_table->setWordWrap(false);
+    m_table->setAlternatingRowColors(defaults.boolValue(UserDefaultsKey::alternateRows, true));
+    m_table->verticalHeader()->hide();
+    // Fixed row heights: the view never measures 50,000 rows.
+    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);
+    m_table->setItemDelegateForColumn(TntTableModel::ProgressColumn, new ProgressDelegate(m_table));
+
+    QHeaderView *header = m_table->horizontalHeader();
+    header->setSectionsMovable(true);
+    header->setStretchLastSection(false);
+    header->setDefaultSectionSize(110);
+    header->resizeSection(TntTableModel::NameColumn, 320);
+    header->restoreState(defaults.dataValue(UserDefaultsKey::tntTableCconfiguration));
+    header->setContextMenuPolicy(Qt::ActionsContextMenu);
+    for (int column = 0; column < TntTableModel::ColumnCount; ++column) {
+        auto *toggle = new QAction(m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(), header);
+        toggle->setCheckable(true);
+        toggle->setChecked(!header->isSectionHidden(column));
+        toggle->setEnabled(column != TntTableModel::NameColumn);
+        connect(toggle, &QAction::toggled, this, [this, column](bool shown) {
+            m_table->horizontalHeader()->setSectionHidden(column, !shown);
+        });
+        header->addAction(toggle);
+    }
+    connect(header, &QHeaderView::sectionMoved, this, &TntTableView::saveColumns);
+    connect(header, &QHeaderView::sectionResized, this, &TntTableView::saveColumns);
+    connect(header, &QHeaderView::sortIndicatorChanged, this, &TntTableView::saveColumns);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_filter);
+    layout->addWidget(m_table);
+}
+
+TntTableView::~TntTableView() = default;
+
+void TntTableView::focusFilter()
+{
+    m_filter->setFocus(Qt::ShortcutFocusReason);
+    m_filter->selectAll();
+}
+
+void TntTableView::saveColumns()
+{
+    m_defaults.setValue(UserDefaultsKey::tntTableCconfiguration, m_table->horizontalHeader()->saveState());
+}

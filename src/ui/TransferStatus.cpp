@@ -1,0 +1,82 @@
+#include "ui/TransferStatus.h"
+
+#include "model/GlobalTransferInfo.h"
+#include "settings/UserDefaults.h"
+#include "ui/TntTableModel.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace {
+
+QString connectionText(API::ConnectionStatus status)
+{
+    switch (status) {
+    case API::ConnectionStatus::connected: return QStringLiteral("Connected");
+    case API::ConnectionStatus::firewalled: return QStringLiteral("Firewalled");
+    case API::ConnectionStatus::disconnected: return QStringLiteral("Disconnected");
+    }
+    return {};
+}
+
+} // namespace
+
+TransferStatus::TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defaults, QWidget *parent)
+    : QWidget(parent)
+    , m_transfer(transfer)
+    , m_defaults(defaults)
+    , m_connection(new QLabel(this))
+    , m_dht(new QLabel(this))
+    , m_freeSpace(new QLabel(this))
+    , m_ratio(new QLabel(this))
+    , m_session(new QLabel(this))
+    , m_allTime(new QLabel(this))
+    , m_rates(new QLabel(this))
+{
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(4, 0, 4, 0);
+    layout->setSpacing(16);
+    for (QLabel *label : {m_connection, m_dht, m_freeSpace, m_ratio, m_session, m_allTime})
+        layout->addWidget(label);
+    layout->addStretch();
+    layout->addWidget(m_rates);
+    connect(&transfer, &GlobalTransferInfo::changed, this, &TransferStatus::refresh);
+    connect(&defaults, &UserDefaults::valueChanged, this, &TransferStatus::refresh);
+    refresh();
+}
+
+void TransferStatus::refresh()
+{
+    using K = UserDefaultsKey;
+    using Direction = GlobalTransferInfo::TransferDirection;
+    m_connection->setText(QStringLiteral("Connection status: ") + connectionText(m_transfer.connectionStatus()));
+    m_dht->setText(QStringLiteral("DHT Nodes: %1").arg(m_transfer.dhtNodes()));
+    m_freeSpace->setText(QStringLiteral("Free Space: ") + TntFormat::size(std::max<qint64>(m_transfer.freeSpaceOnDisk(), 0)));
+    m_freeSpace->setVisible(m_defaults.boolValue(K::showFreeSpace, true));
+    m_ratio->setText(QStringLiteral("Global Ratio: ") + m_transfer.globalRatio());
+    m_ratio->setVisible(m_defaults.boolValue(K::showGlobalRatio, true));
+    m_session->setText(QStringLiteral("Downloaded: %1  Uploaded: %2")
+                           .arg(TntFormat::size(m_transfer.sessionTotal(Direction::down)),
+                                TntFormat::size(m_transfer.sessionTotal(Direction::up))));
+    m_session->setVisible(m_defaults.boolValue(K::showSessionStats, true));
+    m_allTime->setText(QStringLiteral("All time: ▼ %1  ▲ %2")
+                           .arg(TntFormat::size(m_transfer.alltimeTotal(Direction::down)),
+                                TntFormat::size(m_transfer.alltimeTotal(Direction::up))));
+    m_allTime->setVisible(m_defaults.boolValue(K::showAllTimeStats, true));
+    const auto shownRate = [](qint64 rate) { return rate > 0 ? TntFormat::rate(rate) : QStringLiteral("0 B/s"); };
+    m_rates->setText(QStringLiteral("▼ %1   ▲ %2")
+                         .arg(shownRate(m_transfer.rate(Direction::down)), shownRate(m_transfer.rate(Direction::up))));
+    // Figures are never cut short: a narrow window drops the stretch, not the text.
+    for (QLabel *label : {m_connection, m_dht, m_freeSpace, m_ratio, m_session, m_allTime, m_rates})
+        label->setMinimumWidth(label->sizeHint().width());
+}
+
+QString TransferStatus::text() const
+{
+    QStringList parts;
+    for (const QLabel *label : {m_connection, m_dht, m_freeSpace, m_ratio, m_session, m_allTime, m_rates}) {
+        if (!label->isHidden())
+            parts << label->text();
+    }
+    return parts.join(QStringLiteral(" | "));
+}
