@@ -289,7 +289,9 @@ QCoro::Task<> AppContext::syncMainData()
         co_return;
     }
     m_rid = data->rid;
-    if (data->fullUpdate.value_or(false)) {
+    if (data->fullUpdate.value_or(false) && m_tntCollection.size() > 0) {
+        m_tntCollection.mergeFull(data->tnts, m_settings.avgCoefficient());
+    } else if (data->fullUpdate.value_or(false)) {
         auto built = buildOnWorker(std::move(data->tnts), m_settings.avgCoefficient());
         const std::shared_ptr<TntCollection::Models> models = co_await built;
         QUILLO_RETURN_IF_STALE(self, generation);

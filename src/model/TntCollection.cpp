@@ -1,5 +1,7 @@
 #include "model/TntCollection.h"
 
+#include <QThreadPool>
+
 #include <algorithm>
 
 using State = TntModel::State;
@@ -45,11 +47,14 @@ void TntCollection::replaceAll(Models models)
             completed << model->id();
     }
     Q_EMIT aboutToReset();
-    m_models = std::move(models);
+    auto previous = std::make_shared<Models>(std::exchange(m_models, std::move(models)));
     m_rows.clear();
     m_rows.reserve(size());
     reindexFrom(0);
     Q_EMIT didReset();
+    // Tens of thousands of models take a while to free: not on the thread that paints.
+    if (previous->size() > 1000)
+        QThreadPool::globalInstance()->start([previous = std::move(previous)]() mutable { previous.reset(); });
     if (!completed.isEmpty())
         Q_EMIT downloadsCompleted(completed);
 }
@@ -108,6 +113,16 @@ void TntCollection::merge(const QHash<QString, API::STntModel> &tnts, const QStr
     }
     if (!completed.isEmpty())
         Q_EMIT downloadsCompleted(completed);
+}
+
+void TntCollection::mergeFull(const QHash<QString, API::STntModel> &tnts, int averagingWindow)
+{
+    QStringList missing;
+    for (const auto &model : m_models) {
+        if (!tnts.contains(model->id()))
+            missing << model->id();
+    }
+    merge(tnts, missing, averagingWindow);
 }
 
 void TntCollection::remove(const QStringList &hashes)

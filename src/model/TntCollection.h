@@ -39,6 +39,9 @@ public:
     void replaceAll(Models models);
     // A delta: known torrents change in place, new ones are appended, removed ones leave.
     void merge(const QHash<QString, API::STntModel> &tnts, const QStringList &removed, int averagingWindow);
+    // A full update over torrents already shown: merged like a delta, so rows keep their place and
+    // views their sort instead of starting over; torrents it does not list leave.
+    void mergeFull(const QHash<QString, API::STntModel> &tnts, int averagingWindow);
     void remove(const QStringList &hashes);
     void clear();
     void setAveragingWindow(int samples);

@@ -1,6 +1,20 @@
 #include "model/TntModel.h"
 
+#include <QCollator>
+
 namespace {
+
+QCollatorSortKey sortKeyOf(const QString &name)
+{
+    // One collator per thread: models are built on workers and updated on the main thread.
+    thread_local const QCollator collator = [] {
+        QCollator made;
+        made.setNumericMode(true);
+        made.setCaseSensitivity(Qt::CaseInsensitive);
+        return made;
+    }();
+    return collator.sortKey(name);
+}
 
 template<typename T>
 void take(T &field, const std::optional<T> &incoming, TntModel::Field flag, TntModel::Fields &changed)
@@ -33,6 +47,8 @@ TntModel::TntModel(QString hash, const API::STntModel &record, int averagingWind
 {
     setAveragingWindow(averagingWindow);
     update(record);
+    if (!m_nameSortKey)
+        m_nameSortKey = sortKeyOf(m_name);
 }
 
 void TntModel::setAveragingWindow(int samples)
@@ -66,7 +82,11 @@ TntModel::Fields TntModel::update(const API::STntModel &d)
     take(m_lastActivity, d.lastActivity, LastActivity, changed);
     take(m_maxRatio, d.maxRatio, MaxRatio, changed);
     take(m_maxSeedingTime, d.maxSeedingTime, MaxSeedingTime, changed);
-    take(m_name, d.name, Name, changed);
+    if (d.name && *d.name != m_name) {
+        m_name = *d.name;
+        m_nameSortKey = sortKeyOf(m_name);
+        changed |= Name;
+    }
     take(m_numComplete, d.numComplete, NumComplete, changed);
     take(m_numIncomplete, d.numIncomplete, NumIncomplete, changed);
     take(m_numLeechs, d.numLeechs, NumLeechs, changed);

@@ -41,7 +41,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_errorPresenter(new ClientErrorPresenter(context, this))
 {
     setWindowTitle(QStringLiteral("Quillo"));
-    resize(960, 640);
+    resize(1200, 760);
 
     // The table while connected; otherwise a line that says how the connection stands.
     m_placeholder->setAlignment(Qt::AlignCenter);

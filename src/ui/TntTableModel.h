@@ -45,6 +45,8 @@ public:
     // Which fields of a torrent a column shows.
     static TntModel::Fields columnFields(Column column);
 
+    const TntModel &tntAt(int row) const { return m_collection.at(row); }
+
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;

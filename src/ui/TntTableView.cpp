@@ -1,15 +1,16 @@
 #include "ui/TntTableView.h"
 
 #include "settings/UserDefaults.h"
+#include "ui/TntFilterProxy.h"
 #include "ui/TntTableModel.h"
 
 #include <QApplication>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPainter>
-#include <QSortFilterProxyModel>
 #include <QStyledItemDelegate>
 #include <QTableView>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -56,19 +57,19 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     : QWidget(parent)
     , m_defaults(defaults)
     , m_model(new TntTableModel(collection, this))
-    , m_proxy(new QSortFilterProxyModel(this))
+    , m_proxy(new TntFilterProxy(this))
     , m_filter(new QLineEdit(this))
+    , m_filterDelay(new QTimer(this))
     , m_table(new QTableView(this))
 {
     m_proxy->setSourceModel(m_model);
-    m_proxy->setSortRole(TntTableModel::SortRole);
-    m_proxy->setSortLocaleAware(true);
-    m_proxy->setFilterKeyColumn(TntTableModel::NameColumn);
-    m_proxy->setFilterCaseSensitivity(Qt::CaseInsensitive);
 
     m_filter->setPlaceholderText(QStringLiteral("Filter by name"));
     m_filter->setClearButtonEnabled(true);
-    connect(m_filter, &QLineEdit::textChanged, m_proxy, &QSortFilterProxyModel::setFilterFixedString);
+    m_filterDelay->setSingleShot(true);
+    m_filterDelay->setInterval(150);
+    connect(m_filter, &QLineEdit::textChanged, m_filterDelay, qOverload<>(&QTimer::start));
+    connect(m_filterDelay, &QTimer::timeout, this, [this] { m_proxy->setNameFilter(m_filter->text()); });
 
     m_table->setModel(m_proxy);
     m_table->setSortingEnabled(true);

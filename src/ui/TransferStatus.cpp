@@ -55,20 +55,17 @@ void TransferStatus::refresh()
     m_freeSpace->setVisible(m_defaults.boolValue(K::showFreeSpace, true));
     m_ratio->setText(QStringLiteral("Global Ratio: ") + m_transfer.globalRatio());
     m_ratio->setVisible(m_defaults.boolValue(K::showGlobalRatio, true));
-    m_session->setText(QStringLiteral("Downloaded: %1  Uploaded: %2")
+    m_session->setText(QStringLiteral("Session: ▼ %1 ▲ %2")
                            .arg(TntFormat::size(m_transfer.sessionTotal(Direction::down)),
                                 TntFormat::size(m_transfer.sessionTotal(Direction::up))));
     m_session->setVisible(m_defaults.boolValue(K::showSessionStats, true));
-    m_allTime->setText(QStringLiteral("All time: ▼ %1  ▲ %2")
+    m_allTime->setText(QStringLiteral("All time: ▼ %1 ▲ %2")
                            .arg(TntFormat::size(m_transfer.alltimeTotal(Direction::down)),
                                 TntFormat::size(m_transfer.alltimeTotal(Direction::up))));
     m_allTime->setVisible(m_defaults.boolValue(K::showAllTimeStats, true));
     const auto shownRate = [](qint64 rate) { return rate > 0 ? TntFormat::rate(rate) : QStringLiteral("0 B/s"); };
     m_rates->setText(QStringLiteral("▼ %1   ▲ %2")
                          .arg(shownRate(m_transfer.rate(Direction::down)), shownRate(m_transfer.rate(Direction::up))));
-    // Figures are never cut short: a narrow window drops the stretch, not the text.
-    for (QLabel *label : {m_connection, m_dht, m_freeSpace, m_ratio, m_session, m_allTime, m_rates})
-        label->setMinimumWidth(label->sizeHint().width());
 }
 
 QString TransferStatus::text() const

@@ -197,6 +197,27 @@ private Q_SLOTS:
         QCOMPARE(none.size(), 0);
     }
 
+    void fullUpdateOverShownTorrentsKeepsTheirRows()
+    {
+        TntCollection collection;
+        collection.replaceAll(TntCollection::build(full({{QStringLiteral("a"), record(QStringLiteral("A"), State::downloading)},
+                                                        {QStringLiteral("b"), record(QStringLiteral("B"), State::uploading)},
+                                                        {QStringLiteral("c"), record(QStringLiteral("C"), State::uploading)}}),
+                                                   5));
+        QSignalSpy resets(&collection, &TntCollection::aboutToReset);
+        QSignalSpy completed(&collection, &TntCollection::downloadsCompleted);
+        collection.mergeFull(full({{QStringLiteral("a"), record(QStringLiteral("A"), State::uploading, 1)},
+                                   {QStringLiteral("c"), record(QStringLiteral("C2"), State::uploading)},
+                                   {QStringLiteral("d"), record(QStringLiteral("D"), State::metaDL)}}),
+                             5);
+        QCOMPARE(resets.size(), 0);
+        QCOMPARE(collection.size(), 3);
+        QCOMPARE(collection.rowOf(QStringLiteral("b")), -1); // not listed: gone
+        QCOMPARE(collection.find(QStringLiteral("c"))->name(), QStringLiteral("C2"));
+        QVERIFY(collection.find(QStringLiteral("d")));
+        QCOMPARE(completed.size(), 1);
+    }
+
     void completionMeansFinishingADownload_data()
     {
         QTest::addColumn<State>("before");

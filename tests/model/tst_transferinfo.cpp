@@ -1,5 +1,6 @@
 #include "model/GlobalTransferInfo.h"
 
+#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -10,6 +11,30 @@ class TestTransferInfo : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase()
+    {
+        // The child of overflowStopsTheProgram: sums past 64 bits, which must never return.
+        if (qEnvironmentVariableIsSet("QUILLO_OVERFLOW_CHILD")) {
+            DataRateBuffer buffer;
+            buffer.add(std::numeric_limits<qint64>::max());
+            buffer.add(1);
+            std::exit(0); // reached only if the overflow went unnoticed
+        }
+    }
+
+    void overflowStopsTheProgram()
+    {
+        QProcess child;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QUILLO_OVERFLOW_CHILD"), QStringLiteral("1"));
+        child.setProcessEnvironment(environment);
+        child.setProcessChannelMode(QProcess::MergedChannels);
+        child.start(QCoreApplication::applicationFilePath(), {});
+        QVERIFY(child.waitForFinished(30'000));
+        QCOMPARE(child.exitStatus(), QProcess::CrashExit);
+        QVERIFY(child.readAll().contains("64-bit overflow"));
+    }
+
     void smoothedRate_data()
     {
         QTest::addColumn<int>("window");
