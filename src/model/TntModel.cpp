@@ -1,6 +1,7 @@
 #include "model/TntModel.h"
 
 #include <QCollator>
+#include <QLocale>
 
 namespace {
 
@@ -8,7 +9,11 @@ QCollatorSortKey sortKeyOf(const QString &name)
 {
     // One collator per thread: models are built on workers and updated on the main thread.
     thread_local const QCollator collator = [] {
-        QCollator made;
+        // The C locale collates by code point and ignores numeric mode: order as English then.
+        QLocale locale;
+        if (locale.language() == QLocale::C)
+            locale = QLocale(QLocale::English);
+        QCollator made(locale);
         made.setNumericMode(true);
         made.setCaseSensitivity(Qt::CaseInsensitive);
         return made;
