@@ -30,16 +30,6 @@ enum class EndedBy { none, idleTimeout, overallTimeout, redirectRefused };
 constexpr const char *endedByProperty = "quillo.endedBy";
 constexpr const char *refusedTargetProperty = "quillo.refusedTarget";
 
-QString normalisedBasePath(const QString &path)
-{
-    QString base = path.trimmed();
-    while (base.endsWith(u'/'))
-        base.chop(1);
-    if (!base.isEmpty() && !base.startsWith(u'/'))
-        base.prepend(u'/');
-    return base;
-}
-
 void endReply(QNetworkReply *reply, EndedBy reason)
 {
     reply->setProperty(endedByProperty, static_cast<int>(reason));
@@ -136,6 +126,16 @@ Client::StatusClass Client::classify(int status)
     if (in(500, 508) || status == 510 || status == 511)
         return StatusClass::serverError;
     return StatusClass::unknown;
+}
+
+QString Client::normalisedBasePath(const QString &path)
+{
+    QString base = path.trimmed();
+    while (base.endsWith(u'/'))
+        base.chop(1);
+    if (!base.isEmpty() && !base.startsWith(u'/'))
+        base.prepend(u'/');
+    return base;
 }
 
 QString Client::userAgent()

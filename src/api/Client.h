@@ -79,6 +79,8 @@ public:
     // By the list of known codes; a code outside it is unknown.
     static StatusClass classify(int status);
     static QString userAgent();
+    // "qbt/" and "/qbt" are the same base path: "/qbt"; the root is empty.
+    static QString normalisedBasePath(const QString &path);
     static QString decodeText(const QByteArray &body); // throws ResponseDecodingError
 
 private:

@@ -124,12 +124,8 @@ QCoro::Task<> AppContext::removeConfiguration(QUuid id)
         co_return;
     const ClientConfiguration removed = *found;
     configurations.erase(found);
-    if (m_configuration && m_configuration->id == id) {
-        resetServerState();
-        m_client.reset();
-        m_configuration.reset();
-        Q_EMIT connectionStateChanged();
-    }
+    if (m_configuration && m_configuration->id == id)
+        deselect();
     setConfigurations(std::move(configurations));
     co_await m_keychain.remove(removed);
 }
@@ -142,17 +138,21 @@ QCoro::Task<> AppContext::removeAllConfigurations()
     QList<ClientConfiguration> removed;
     for (const ClientConfiguration &configuration : std::as_const(m_configurations))
         (configuration.isLocal ? kept : removed).append(configuration);
-    if (m_configuration && !m_configuration->isLocal) {
-        resetServerState();
-        m_client.reset();
-        m_configuration.reset();
-        Q_EMIT connectionStateChanged();
-    }
+    if (m_configuration && !m_configuration->isLocal)
+        deselect();
     setConfigurations(std::move(kept));
     // The store outlives the context, which may be gone before the last item is removed.
     KeychainStore &keychain = m_keychain;
     for (const ClientConfiguration &configuration : std::as_const(removed))
         co_await keychain.remove(configuration);
+}
+
+void AppContext::deselect()
+{
+    resetServerState();
+    m_client.reset();
+    m_configuration.reset();
+    Q_EMIT connectionStateChanged();
 }
 
 void AppContext::resetServerState()

@@ -102,6 +102,7 @@ Q_SIGNALS:
 
 private:
     void resetServerState();
+    void deselect();
     void makeClient(const ClientConfiguration &configuration);
     void fail(const QString &title, const std::exception_ptr &error);
     void setConfigurations(QList<ClientConfiguration> configurations);

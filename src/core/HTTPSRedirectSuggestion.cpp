@@ -32,16 +32,6 @@ struct Answer
     QByteArray location;
 };
 
-QString normalisedBasePath(const QString &path)
-{
-    QString base = path.trimmed();
-    while (base.endsWith(u'/'))
-        base.chop(1);
-    if (!base.isEmpty() && !base.startsWith(u'/'))
-        base.prepend(u'/');
-    return base;
-}
-
 // Paths of suggestions are stored percent-encoded: parse them as such, so that "%20" stays one space.
 QUrl makeURL(const QString &scheme, const ClientConfiguration &configuration, const QString &path)
 {
@@ -98,7 +88,7 @@ bool HTTPSRedirectSuggestion::triggersProbe(const ClientConfiguration &configura
 
 QUrl HTTPSRedirectSuggestion::probeURL(const ClientConfiguration &source)
 {
-    return makeURL(QStringLiteral("http"), source, normalisedBasePath(source.path) + u'/');
+    return makeURL(QStringLiteral("http"), source, API::Client::normalisedBasePath(source.path) + u'/');
 }
 
 std::optional<ClientConfiguration> HTTPSRedirectSuggestion::suggestedConfiguration(const ClientConfiguration &source,
@@ -129,7 +119,7 @@ std::optional<ClientConfiguration> HTTPSRedirectSuggestion::suggestedConfigurati
 QUrl HTTPSRedirectSuggestion::secureCheckURL(const ClientConfiguration &suggested)
 {
     return makeURL(QStringLiteral("https"), suggested,
-                   normalisedBasePath(suggested.path) + QStringLiteral("/api/v2/app/version"));
+                   API::Client::normalisedBasePath(suggested.path) + QStringLiteral("/api/v2/app/version"));
 }
 
 // Any answer proves that TLS works there, even one that asks for a login.
@@ -185,7 +175,7 @@ QString HTTPSRedirectSuggestion::displayAddress(const ClientConfiguration &confi
     QString address = (configuration.useHTTPS ? QStringLiteral("https://") : QStringLiteral("http://")) + host;
     if (configuration.port)
         address += u':' + QString::number(*configuration.port);
-    return address + normalisedBasePath(configuration.path);
+    return address + API::Client::normalisedBasePath(configuration.path);
 }
 
 QString HTTPSRedirectSuggestion::dialogTitle()
