@@ -7,6 +7,7 @@
 #include "support/FakeServer.h"
 
 #include <QFile>
+#include <QLoggingCategory>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -68,6 +69,13 @@ struct ScriptedQbt
         return Response::text(200, "");
     }
 };
+
+QStringList capturedLog;
+
+void captureLog(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    capturedLog << message;
+}
 
 } // namespace
 
@@ -210,8 +218,13 @@ private Q_SLOTS:
 
     void promptAnswerIsKeptOnlyWithAutoLogin()
     {
+        // Every log line of the whole flow, with debug output on, including a refused password.
+        capturedLog.clear();
+        QLoggingCategory::setFilterRules(QStringLiteral("*.debug=true"));
+        const auto previous = qInstallMessageHandler(captureLog);
         const QUuid id = addConnection(AuthMethod::cookieLogin);
         wait(m_context->selectConfiguration(id));
+        wait(m_context->logIn({admin.username, QStringLiteral("wrong&secret"), {}}, true));
         wait(m_context->logIn(admin, true));
         QVERIFY(m_context->isAuthorized());
         QCOMPARE(wait(m_keychain->read(*m_context->clientConfiguration())), std::optional(admin));
@@ -220,11 +233,21 @@ private Q_SLOTS:
         QVERIFY(!m_context->clientConfiguration()->autoLogin);
         QCOMPARE(wait(m_keychain->read(*m_context->clientConfiguration())), std::optional<UserCredentials>());
 
-        // Neither the settings file nor any log line ever holds the password.
+        qInstallMessageHandler(previous);
+        QLoggingCategory::setFilterRules({});
+
+        // Neither the settings file nor any log line ever holds a password.
         m_defaults->sync();
         QFile settings(iniPath());
         QVERIFY(settings.open(QIODevice::ReadOnly));
-        QVERIFY(!settings.readAll().contains(admin.password.toUtf8()));
+        const QByteArray stored = settings.readAll();
+        QVERIFY(!stored.contains(admin.password.toUtf8()));
+        QVERIFY(!stored.contains("wrong&secret"));
+        QVERIFY(capturedLog.size() > 5);
+        for (const QString &line : std::as_const(capturedLog)) {
+            QVERIFY2(!line.contains(admin.password) && !line.contains(u"wrong&secret"), qPrintable(line));
+            QVERIFY2(!line.contains(u"s3cret"), qPrintable(line)); // nor its encoded form
+        }
     }
 
     void lossAndReconnection()
