@@ -191,6 +191,44 @@ void AppContext::fail(const QString &title, const std::exception_ptr &error)
     Q_EMIT clientErrorChanged();
 }
 
+QCoro::Task<> AppContext::offerSecureAddress(ClientConfiguration failed, QString error)
+{
+    const QPointer<AppContext> self(this);
+    const quint64 generation = m_generation;
+    auto probe = HTTPSRedirectSuggestion::probe(std::move(failed), HTTPSRedirectSuggestion::Origin::currentConnection,
+                                                std::move(error), m_probeSettings);
+    std::optional<HTTPSRedirectSuggestion> suggestion = co_await probe;
+    QUILLO_RETURN_IF_STALE(self, generation);
+    if (!suggestion)
+        co_return;
+    m_httpsRedirectSuggestion = std::move(suggestion);
+    Q_EMIT httpsRedirectSuggestionChanged();
+}
+
+QCoro::Task<> AppContext::acceptHTTPSRedirectSuggestion()
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+    if (!m_httpsRedirectSuggestion)
+        co_return;
+    const HTTPSRedirectSuggestion suggestion = *std::exchange(m_httpsRedirectSuggestion, std::nullopt);
+    Q_EMIT httpsRedirectSuggestionChanged();
+    const auto saved = std::find_if(m_configurations.cbegin(), m_configurations.cend(),
+                                    [&suggestion](const ClientConfiguration &c) { return c.id == suggestion.source.id; });
+    if (saved == m_configurations.cend())
+        co_return;
+    const ClientConfiguration moved = suggestion.acceptedConfiguration(*saved);
+    updateConfiguration(moved);
+    HTTPSRedirectSuggestion::logAddressChange(suggestion.source, moved);
+    const QUuid id = moved.id;
+    co_await selectConfiguration(id);
+}
+
+void AppContext::dismissHTTPSRedirectSuggestion()
+{
+    m_httpsRedirectSuggestion.reset();
+    Q_EMIT httpsRedirectSuggestionChanged();
+}
+
 void AppContext::dismissClientError()
 {
     m_clientError.reset();
@@ -432,6 +470,9 @@ QCoro::Task<std::optional<bool>> AppContext::checkAuthorizationBypass()
     }
     if (!thrown<API::AutorizationError>(failure)) {
         fail(QStringLiteral("Failed to check authorization bypass."), failure);
+        if (const auto transport = thrown<API::TransportError>(failure);
+            transport && HTTPSRedirectSuggestion::triggersProbe(*m_configuration, *transport))
+            detached(offerSecureAddress(*m_configuration, transport->description()));
         co_return std::nullopt;
     }
     qCInfo(lcContext, "Authorization bypass %s", "disabled");

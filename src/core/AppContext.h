@@ -5,6 +5,7 @@
 #include "api/WebAPIVersion.h"
 #include "core/ClientConfiguration.h"
 #include "core/ConnectionStore.h"
+#include "core/HTTPSRedirectSuggestion.h"
 #include "model/CompletionNotifier.h"
 #include "model/GlobalTransferInfo.h"
 #include "model/TntCollection.h"
@@ -64,6 +65,10 @@ public:
     const QMap<QString, API::Category> &categories() const { return m_categories; }
     const QStringList &tags() const { return m_tags; }
     AppState appState() const { return m_appState; }
+    // An offer to move the selected connection to the HTTPS address its port redirects to.
+    const std::optional<HTTPSRedirectSuggestion> &httpsRedirectSuggestion() const { return m_httpsRedirectSuggestion; }
+    // The secure check's certificate verification; tests trust their own certificate here.
+    void setProbeSettings(HTTPSRedirectSuggestion::ProbeSettings settings) { m_probeSettings = std::move(settings); }
 
     // The saved list. Adding or saving a connection equal to another fails with
     // InternalError::serverConfigurationAlreadyExist and leaves the list as it was.
@@ -88,6 +93,9 @@ public:
     // Called by the sync when a request failed; a cancelled request is not a loss.
     void reportSyncFailure(const QString &operation, const std::exception_ptr &error);
     void dismissClientError();
+    // Moves the saved connection to the suggested port and path, and connects to it.
+    QCoro::Task<> acceptHTTPSRedirectSuggestion();
+    void dismissHTTPSRedirectSuggestion();
 
 Q_SIGNALS:
     void configurationsChanged();
@@ -99,6 +107,7 @@ Q_SIGNALS:
     void pollingStopped();
     // Categories or tags of the server changed.
     void labelsChanged();
+    void httpsRedirectSuggestionChanged();
 
 private:
     void resetServerState();
@@ -112,6 +121,7 @@ private:
     void stopPolling();
     QCoro::Task<> syncMainData();
     void applyLabels(const API::MainData &data);
+    QCoro::Task<> offerSecureAddress(ClientConfiguration failed, QString error);
     // Whether the server lets this client in as it is; none when the check itself failed.
     QCoro::Task<std::optional<bool>> checkAuthorizationBypass();
     QCoro::Task<bool> authenticate();
@@ -146,6 +156,8 @@ private:
     QMap<QString, API::Category> m_categories;
     QStringList m_tags;
     std::unique_ptr<Poller> m_poller;
+    std::optional<HTTPSRedirectSuggestion> m_httpsRedirectSuggestion;
+    HTTPSRedirectSuggestion::ProbeSettings m_probeSettings;
     quint64 m_pollRound = 0; // bumped when polling starts or stops: late answers of a stopped poller are dropped
     int m_connectionLossCount = 0;
     QString m_connectionError;

@@ -17,6 +17,8 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QStackedWidget>
 #include <QToolBar>
@@ -82,6 +84,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     connect(&m_context, &AppContext::loginPromptChanged, this, &MainWindow::followLoginPrompt);
     connect(&m_context.completionNotifier(), &CompletionNotifier::attentionRequested, this,
             [this] { QApplication::alert(this); });
+    connect(&m_context, &AppContext::httpsRedirectSuggestionChanged, this, &MainWindow::offerSecureAddress);
 
     showPage();
     showConnectionState();
@@ -131,6 +134,26 @@ void MainWindow::followLoginPrompt()
     m_loginPrompt = new LoginPrompt(m_context, this);
     m_loginPrompt->setAttribute(Qt::WA_DeleteOnClose);
     m_loginPrompt->open();
+}
+
+void MainWindow::offerSecureAddress()
+{
+    const auto &suggestion = m_context.httpsRedirectSuggestion();
+    if (!suggestion)
+        return;
+    auto *dialog = new QMessageBox(QMessageBox::Question, HTTPSRedirectSuggestion::dialogTitle(),
+                                   suggestion->dialogMessage(), QMessageBox::NoButton, this);
+    dialog->setObjectName(QStringLiteral("httpsRedirectSuggestion"));
+    QPushButton *use = dialog->addButton(suggestion->acceptButtonTitle(), QMessageBox::AcceptRole);
+    dialog->addButton(HTTPSRedirectSuggestion::cancelButtonTitle(), QMessageBox::RejectRole);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QMessageBox::finished, this, [this, dialog, use] {
+        if (dialog->clickedButton() == use)
+            detached(m_context.acceptHTTPSRedirectSuggestion());
+        else
+            m_context.dismissHTTPSRedirectSuggestion();
+    });
+    dialog->open();
 }
 
 void MainWindow::logInOrOut()

@@ -45,6 +45,7 @@ private:
     void showConnectionState();
     void followLoginPrompt();
     void logInOrOut();
+    void offerSecureAddress();
 
     AppContext &m_context;
     QStackedWidget *m_pages;

@@ -315,6 +315,40 @@ private Q_SLOTS:
         QCOMPARE(m_context->clientConfigurations().size(), 2);
     }
 
+    void secureAddressIsOfferedAndTaken()
+    {
+        QString whyNot;
+        const auto tls = FakeServer::selfSignedTls(&whyNot);
+        QVERIFY2(tls, qPrintable(whyNot));
+        FakeServer secure(*tls);
+        secure.setHandler([this](const FakeServer::Request &request) { return m_qbt.answer(request); });
+        // The saved address: a plain-HTTP port that redirects to the secure one.
+        m_server->answerAll(Response::redirect(301, "https://127.0.0.1:" + QByteArray::number(secure.port()) + "/"));
+        ClientConfiguration configuration = m_server->configuration(AuthMethod::none);
+        configuration.useHTTPS = true;
+        m_context->addConfiguration(configuration);
+        HTTPSRedirectSuggestion::ProbeSettings probe;
+        probe.sslConfiguration = FakeServer::trusting(*tls);
+        m_context->setProbeSettings(probe);
+
+        wait(m_context->selectConfiguration(configuration.id));
+        QCOMPARE(m_context->clientError()->title(), QStringLiteral("Failed to check authorization bypass."));
+        QTRY_VERIFY(m_context->httpsRedirectSuggestion().has_value());
+        const HTTPSRedirectSuggestion suggestion = *m_context->httpsRedirectSuggestion();
+        QCOMPARE(suggestion.suggested.port, std::optional<int>(secure.port()));
+        QCOMPARE(suggestion.dialogTitle(), QStringLiteral("Use a secure connection address?"));
+
+        wait(m_context->acceptHTTPSRedirectSuggestion());
+        QVERIFY(!m_context->httpsRedirectSuggestion());
+        const ClientConfiguration saved = m_context->clientConfigurations().constFirst();
+        QCOMPARE(saved.id, configuration.id);
+        QCOMPARE(saved.port, std::optional<int>(secure.port()));
+        QVERIFY(saved.useHTTPS);
+        // The moved connection is what the settings hold, and what was tried next.
+        QCOMPARE(AppContext(*m_defaults, *m_keychain).clientConfigurations().constFirst().port, saved.port);
+        QCOMPARE(m_context->clientConfiguration()->port, saved.port);
+    }
+
     void removingAConnectionForgetsItsCredentials()
     {
         const QUuid id = addConnection(AuthMethod::basic, admin);
