@@ -161,6 +161,7 @@ void AppContext::resetServerState()
     stopPolling();
     m_rid = 0;
     m_tntCollection.clear();
+    setSelectedTnts({});
     m_serverState.reset();
     if (!m_categories.isEmpty() || !m_tags.isEmpty()) {
         m_categories.clear();
@@ -227,6 +228,14 @@ void AppContext::dismissHTTPSRedirectSuggestion()
 {
     m_httpsRedirectSuggestion.reset();
     Q_EMIT httpsRedirectSuggestionChanged();
+}
+
+void AppContext::setSelectedTnts(QSet<QString> hashes)
+{
+    if (hashes == m_selectedTnts)
+        return;
+    m_selectedTnts = std::move(hashes);
+    Q_EMIT selectionChanged();
 }
 
 void AppContext::dismissClientError()

@@ -13,6 +13,7 @@
 
 #include <QCoroTask>
 #include <QMap>
+#include <QSet>
 #include <QObject>
 
 #include <memory>
@@ -65,6 +66,9 @@ public:
     const QMap<QString, API::Category> &categories() const { return m_categories; }
     const QStringList &tags() const { return m_tags; }
     AppState appState() const { return m_appState; }
+    // The table's selection, by hash; what the torrent operations act on.
+    const QSet<QString> &selectedTnts() const { return m_selectedTnts; }
+    void setSelectedTnts(QSet<QString> hashes);
     // An offer to move the selected connection to the HTTPS address its port redirects to.
     const std::optional<HTTPSRedirectSuggestion> &httpsRedirectSuggestion() const { return m_httpsRedirectSuggestion; }
     // The secure check's certificate verification; tests trust their own certificate here.
@@ -108,6 +112,7 @@ Q_SIGNALS:
     // Categories or tags of the server changed.
     void labelsChanged();
     void httpsRedirectSuggestionChanged();
+    void selectionChanged();
 
 private:
     void resetServerState();
@@ -157,6 +162,7 @@ private:
     QStringList m_tags;
     std::unique_ptr<Poller> m_poller;
     std::optional<HTTPSRedirectSuggestion> m_httpsRedirectSuggestion;
+    QSet<QString> m_selectedTnts;
     HTTPSRedirectSuggestion::ProbeSettings m_probeSettings;
     quint64 m_pollRound = 0; // bumped when polling starts or stops: late answers of a stopped poller are dropped
     int m_connectionLossCount = 0;

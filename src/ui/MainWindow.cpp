@@ -85,6 +85,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     connect(&m_context.completionNotifier(), &CompletionNotifier::attentionRequested, this,
             [this] { QApplication::alert(this); });
     connect(&m_context, &AppContext::httpsRedirectSuggestionChanged, this, &MainWindow::offerSecureAddress);
+    connect(m_tntTable, &TntTableView::selectionChanged, &m_context, &AppContext::setSelectedTnts);
 
     showPage();
     showConnectionState();

@@ -106,6 +106,9 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     connect(header, &QHeaderView::sectionResized, this, &TntTableView::saveColumns);
     connect(header, &QHeaderView::sortIndicatorChanged, this, &TntTableView::saveColumns);
 
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { Q_EMIT selectionChanged(selectedHashes()); });
+
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_filter);
@@ -118,6 +121,16 @@ void TntTableView::focusFilter()
 {
     m_filter->setFocus(Qt::ShortcutFocusReason);
     m_filter->selectAll();
+}
+
+QSet<QString> TntTableView::selectedHashes() const
+{
+    QSet<QString> hashes;
+    const QModelIndexList rows = m_table->selectionModel()->selectedRows();
+    hashes.reserve(rows.size());
+    for (const QModelIndex &row : rows)
+        hashes.insert(row.data(TntTableModel::HashRole).toString());
+    return hashes;
 }
 
 void TntTableView::saveColumns()

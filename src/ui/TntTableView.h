@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSet>
 #include <QWidget>
 
 class QLineEdit;
@@ -25,6 +26,10 @@ public:
     QLineEdit *filterField() const { return m_filter; }
     TntFilterProxy *proxy() const { return m_proxy; }
     void focusFilter();
+    QSet<QString> selectedHashes() const;
+
+Q_SIGNALS:
+    void selectionChanged(const QSet<QString> &hashes);
 
 private:
     void saveColumns();

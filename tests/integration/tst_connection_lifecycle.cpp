@@ -142,6 +142,20 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(m_context->tntCollection().find(made.infoHash), 10'000);
         QTRY_COMPARE_WITH_TIMEOUT(m_context->tntCollection().find(made.infoHash)->progress(), 1.0, 15'000);
         QCOMPARE(m_context->tntCollection().find(made.infoHash)->name(), QStringLiteral("synced.bin"));
+
+        // Stopped through the API by someone else: the Status column follows within an interval.
+        const bool modern = m_flavor == Flavor::Trixie51;
+        const QStringList hashes{made.infoHash};
+        wait(m_context->client()->perform(modern ? API::Endpoint::TntManagement::stop(hashes)
+                                                 : API::Endpoint::TntManagement::pause(hashes)));
+        QTRY_COMPARE_WITH_TIMEOUT(TntModel::stateTitle(m_context->tntCollection().find(made.infoHash)->state()),
+                                  QStringLiteral("Completed"), 10'000);
+        wait(m_context->client()->perform(modern ? API::Endpoint::TntManagement::start(hashes)
+                                                 : API::Endpoint::TntManagement::resume(hashes)));
+        QTRY_VERIFY_WITH_TIMEOUT(TntModel::matches(m_context->tntCollection().find(made.infoHash)->state(),
+                                                   TntModel::State::uploading)
+                                     || m_context->tntCollection().find(made.infoHash)->state() == TntModel::State::stalledUP,
+                                 10'000);
         QVERIFY(m_context->serverState().refreshInterval() > 0); // the server state arrived too
 
         // Removed by another client: it leaves at the next poll.
