@@ -59,49 +59,6 @@ private:
 private Q_SLOTS:
     void cleanupTestCase() { m_servers.clear(); }
 
-    void reportsItsVersions_data()
-    {
-        addFlavourColumns();
-        addFlavourRows();
-    }
-
-    void reportsItsVersions()
-    {
-        QFETCH(Flavor, flavor);
-        QFETCH(QString, version);
-        QFETCH(QString, apiVersion);
-        QbtServer::StartResult &started = serverFor(flavor);
-        QUILLO_REQUIRE_SERVER(started);
-
-        API::Client client(started.server->configuration());
-        client.setCredentials(started.server->credentials());
-        QuilloTest::wait(client.login());
-        QCOMPARE(QuilloTest::wait(client.version()), version);
-        QCOMPARE(QuilloTest::wait(client.webapiVersion()).toString(), apiVersion);
-    }
-
-    void requiresLogin_data()
-    {
-        addFlavourColumns();
-        addFlavourRows();
-    }
-
-    // The loopback bypass is off, so the tests see the login flow a remote user sees.
-    void requiresLogin()
-    {
-        QFETCH(Flavor, flavor);
-        QbtServer::StartResult &started = serverFor(flavor);
-        QUILLO_REQUIRE_SERVER(started);
-
-        API::Client client(started.server->configuration());
-        QVERIFY_THROWS_EXCEPTION(API::AutorizationError, QuilloTest::wait(client.version()));
-        client.setCredentials({QStringLiteral("admin"), QStringLiteral("wrong password"), {}});
-        QVERIFY_THROWS_EXCEPTION(API::AutorizationError, QuilloTest::wait(client.login()));
-        client.setCredentials(started.server->credentials());
-        QuilloTest::wait(client.login());
-        QVERIFY(!QuilloTest::wait(client.version()).isEmpty());
-    }
-
     void staysOnLoopback_data()
     {
         QTest::addColumn<Flavor>("flavor");

@@ -236,22 +236,6 @@ private Q_SLOTS:
         QuilloTest::wait(m_keychain.remove(saved));
     }
 
-    void editsAnExistingConnection()
-    {
-        ConnectionFixture fixture(m_keychain);
-        ClientConfiguration existing = fixture.add(QStringLiteral("NAS"), AuthMethod::apiKey);
-        ConnectionEditor editor(*fixture.context, existing);
-        QCOMPARE(editor.portField()->text(), QString::number(*existing.port));
-        QCOMPARE(editor.methodPicker()->currentText(), QStringLiteral("API Key"));
-
-        type(editor.nameField(), QStringLiteral("Attic"));
-        QTest::mouseClick(editor.saveButton(), Qt::LeftButton);
-        QTRY_COMPARE(editor.result(), int(QDialog::Accepted));
-        existing.name = QStringLiteral("Attic");
-        QCOMPARE(fixture.context->clientConfigurations(), QList<ClientConfiguration>{existing});
-        QCOMPARE(fixture.context->clientConfigurations().first().id, existing.id);
-    }
-
     void welcomeViewAddsAndOpensAConnection()
     {
         ConnectionFixture fixture(m_keychain);

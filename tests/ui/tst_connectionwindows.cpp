@@ -134,23 +134,6 @@ private Q_SLOTS:
         QVERIFY(!fixture.context->clientError());
     }
 
-    void logInOutTogglesTheSession()
-    {
-        ConnectionFixture fixture(m_keychain);
-        fixture.bypass = true;
-        const ClientConfiguration nas = fixture.add(QStringLiteral("NAS"), AuthMethod::none);
-        MainWindow window(*fixture.context);
-        QVERIFY(!window.logInOutAction()->isEnabled());
-        QuilloTest::wait(fixture.context->selectConfiguration(nas.id));
-        QCOMPARE(window.logInOutAction()->text(), QStringLiteral("Log Out"));
-
-        window.logInOutAction()->trigger();
-        QTRY_VERIFY(!fixture.context->isAuthorized());
-        QCOMPARE(window.logInOutAction()->text(), QStringLiteral("Log In"));
-        window.logInOutAction()->trigger();
-        QTRY_VERIFY(fixture.context->isPolling()); // connected, nothing left in flight
-    }
-
     void serverMenuListsConnections()
     {
         ConnectionFixture fixture(m_keychain);
