@@ -1,5 +1,6 @@
 #pragma once
 
+#include "api/APIEndpoint.h"
 #include "api/BuildInfo.h"
 #include "api/ClientError.h"
 #include "api/WebAPIVersion.h"
@@ -101,6 +102,43 @@ public:
     QCoro::Task<> acceptHTTPSRedirectSuggestion();
     void dismissHTTPSRedirectSuggestion();
 
+    // Torrent operations: one request each. A failure goes to `clientError` under the operation's
+    // title and changes nothing here; a success updates the local model where the server's answer
+    // to the next poll is predictable. For the operations taking a set, an empty set means every
+    // torrent (sent as "all"), except where noted.
+    QCoro::Task<> startTnts(QSet<QString> hashes);
+    QCoro::Task<> stopTnts(QSet<QString> hashes);
+    QCoro::Task<> setForceStart(QSet<QString> hashes, bool value);
+    QCoro::Task<> recheckTnts(QSet<QString> hashes);
+    QCoro::Task<> reannounceTnts(QSet<QString> hashes);
+    QCoro::Task<> removeTnts(QSet<QString> hashes, bool deleteFiles);
+    QCoro::Task<> addTrackers(QString hash, QStringList urls);
+    QCoro::Task<> editTracker(QString hash, QString origUrl, QString newUrl);
+    QCoro::Task<> removeTrackers(QString hash, QStringList urls);
+    QCoro::Task<> addPeers(QSet<QString> hashes, QStringList peers); // empty set: nothing is sent
+    // Queue priority of the selection (`selectedTnts`).
+    QCoro::Task<> increasePriority();
+    QCoro::Task<> decreasePriority();
+    QCoro::Task<> maximumPriority();
+    QCoro::Task<> minimumPriority();
+    QCoro::Task<> setFilePriority(QString hash, QSet<int> fileIds, int priority);
+    QCoro::Task<> setLocation(QSet<QString> hashes, QString location);
+    QCoro::Task<> renameTnt(QString hash, QString name);
+    QCoro::Task<> setCategory(QSet<QString> hashes, QString category); // "" removes the category
+    QCoro::Task<> createCategory(QString name, QString savePath);
+    QCoro::Task<> editCategory(QString name, QString savePath);
+    QCoro::Task<> removeCategories(QSet<QString> names);
+    QCoro::Task<> addTags(QSet<QString> hashes, QSet<QString> tags);
+    QCoro::Task<> removeTags(QSet<QString> hashes, QSet<QString> tags);
+    QCoro::Task<> createTags(QSet<QString> tags);
+    QCoro::Task<> deleteTags(QSet<QString> tags);
+    QCoro::Task<> setAutoManagement(QSet<QString> hashes, bool enable);
+    QCoro::Task<> toggleSequentialDownload(QSet<QString> hashes);
+    QCoro::Task<> toggleFirstLastPiecePrio(QSet<QString> hashes);
+    QCoro::Task<> setSuperSeeding(QSet<QString> hashes, bool value);
+    QCoro::Task<> banPeers(QSet<QString> peers);
+    QCoro::Task<> toggleSpeedLimitsMode();
+
 Q_SIGNALS:
     void configurationsChanged();
     void connectionStateChanged();
@@ -113,6 +151,10 @@ Q_SIGNALS:
     void labelsChanged();
     void httpsRedirectSuggestionChanged();
     void selectionChanged();
+    // The torrent's tracker list changed on the server; whoever shows it fetches it again.
+    void trackersEdited(const QString &hash);
+    // Torrents were removed here: views showing one of them let it go.
+    void tntsRemoved();
 
 private:
     void resetServerState();
@@ -122,6 +164,12 @@ private:
     void setConfigurations(QList<ClientConfiguration> configurations);
     void persistAutoLogin(bool autoLogin);
     void presentLoginPrompt(bool presented);
+    // Sends one operation; false (with the error reported under `failureTitle`) when it failed or
+    // the connection it was sent on is gone, so the caller leaves the model alone.
+    QCoro::Task<bool> send(API::APIEndpoint endpoint, QString failureTitle);
+    bool usesStartStop() const;
+    void setStates(const QSet<QString> &hashes, bool emptyMeansAll, TntModel::State incomplete,
+                   TntModel::State complete);
     void startPolling();
     void stopPolling();
     QCoro::Task<> syncMainData();

@@ -161,13 +161,25 @@ void TntCollection::setAveragingWindow(int samples)
         model->setAveragingWindow(samples);
 }
 
-void TntCollection::setState(const QString &hash, TntModel::State state)
+void TntCollection::editLocally(const QSet<QString> &hashes,
+                                const std::function<TntModel::Fields(TntModel &)> &edit)
 {
-    const qsizetype row = rowOf(hash);
-    if (row < 0)
-        return;
-    if (const TntModel::Fields fields = m_models[static_cast<std::size_t>(row)]->setState(state)) {
-        QList<RowChange> changes{{row, fields}};
-        announce(changes, fields);
+    QList<RowChange> changes;
+    TntModel::Fields all = 0;
+    const auto apply = [&](qsizetype row) {
+        if (const TntModel::Fields fields = edit(*m_models[static_cast<std::size_t>(row)])) {
+            changes.append({row, fields});
+            all |= fields;
+        }
+    };
+    if (hashes.isEmpty()) {
+        for (qsizetype row = 0; row < size(); ++row)
+            apply(row);
+    } else {
+        for (const QString &hash : hashes) {
+            if (const qsizetype row = rowOf(hash); row >= 0)
+                apply(row);
+        }
     }
+    announce(changes, all);
 }

@@ -5,6 +5,9 @@
 #include <QHash>
 #include <QList>
 #include <QObject>
+#include <QSet>
+
+#include <functional>
 
 #include <memory>
 #include <vector>
@@ -46,8 +49,10 @@ public:
     void clear();
     void setAveragingWindow(int samples);
 
-    // Local changes made before the server confirms them.
-    void setState(const QString &hash, TntModel::State state);
+    // Local changes made before the server confirms them, announced as one change: `edit` runs on
+    // each listed torrent (every torrent when `hashes` is empty) and returns the fields it changed.
+    // Hashes not here are skipped.
+    void editLocally(const QSet<QString> &hashes, const std::function<TntModel::Fields(TntModel &)> &edit);
 
 Q_SIGNALS:
     void aboutToReset();

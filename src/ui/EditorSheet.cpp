@@ -1,0 +1,130 @@
+#include "ui/EditorSheet.h"
+
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSet>
+#include <QStyle>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+EditorSheet::EditorSheet(const QString &title, const QString &actionTitle, QWidget *parent)
+    : QDialog(parent)
+    , m_form(new QFormLayout)
+    , m_buttons(new QDialogButtonBox(this))
+    , m_action(m_buttons->addButton(actionTitle, QDialogButtonBox::AcceptRole))
+{
+    setWindowTitle(title);
+    setWindowModality(Qt::WindowModal);
+    setAttribute(Qt::WA_DeleteOnClose);
+    m_buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
+    m_action->setDefault(true);
+    auto *layout = new QVBoxLayout(this);
+    if (!title.isEmpty()) {
+        auto *heading = new QLabel(title, this);
+        QFont font = heading->font();
+        font.setBold(true);
+        heading->setFont(font);
+        layout->addWidget(heading);
+    }
+    layout->addLayout(m_form);
+    layout->addWidget(m_buttons);
+    connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    updateAction();
+}
+
+QLineEdit *EditorSheet::addLine(const QString &label, const QString &placeholder, const QString &text, bool required)
+{
+    auto *field = new QLineEdit(text, this);
+    field->setPlaceholderText(placeholder);
+    field->setMinimumWidth(320);
+    m_form->addRow(label, field);
+    if (required) {
+        m_requiredLines.append(field);
+        connect(field, &QLineEdit::textChanged, this, &EditorSheet::updateAction);
+    }
+    updateAction();
+    return field;
+}
+
+QPlainTextEdit *EditorSheet::addLines(const QString &prompt, const QString &hint)
+{
+    m_form->addRow(new QLabel(prompt, this));
+    auto *field = new QPlainTextEdit(this);
+    field->setMinimumSize(420, 140);
+    m_form->addRow(field);
+    if (!hint.isEmpty())
+        addHint(hint);
+    m_requiredTexts.append(field);
+    connect(field, &QPlainTextEdit::textChanged, this, &EditorSheet::updateAction);
+    updateAction();
+    return field;
+}
+
+void EditorSheet::addHint(const QString &hint)
+{
+    auto *label = new QLabel(hint, this);
+    label->setForegroundRole(QPalette::PlaceholderText);
+    m_form->addRow(label);
+}
+
+QLineEdit *EditorSheet::addFolderLine(const QString &label, const QString &placeholder, const QString &text)
+{
+    auto *row = new QWidget(this);
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto *field = new QLineEdit(text, row);
+    field->setPlaceholderText(placeholder);
+    field->setMinimumWidth(320);
+    auto *browse = new QToolButton(row);
+    browse->setObjectName(QStringLiteral("chooseFolder"));
+    browse->setIcon(QIcon::fromTheme(QStringLiteral("folder-open"), style()->standardIcon(QStyle::SP_DirOpenIcon)));
+    layout->addWidget(field, 1);
+    layout->addWidget(browse);
+    m_form->addRow(label, row);
+    m_requiredLines.append(field);
+    connect(field, &QLineEdit::textChanged, this, &EditorSheet::updateAction);
+    // The folder dialog sees this computer's folders: right for a local server or a shared mount.
+    connect(browse, &QToolButton::clicked, this, [this, field] {
+        const QString folder = QFileDialog::getExistingDirectory(this, QString(), field->text());
+        if (!folder.isEmpty())
+            field->setText(folder);
+    });
+    updateAction();
+    return field;
+}
+
+void EditorSheet::updateAction()
+{
+    bool filled = true;
+    for (const QLineEdit *field : std::as_const(m_requiredLines))
+        filled = filled && !field->text().trimmed().isEmpty();
+    for (const QPlainTextEdit *field : std::as_const(m_requiredTexts))
+        filled = filled && !entries(field->toPlainText()).isEmpty();
+    m_action->setEnabled(filled);
+}
+
+QStringList EditorSheet::entries(const QString &text)
+{
+    QStringList result;
+    for (const QString &line : text.split(u'\n')) {
+        if (const QString entry = line.trimmed(); !entry.isEmpty())
+            result.append(entry);
+    }
+    return result;
+}
+
+QSet<QString> EditorSheet::words(const QString &text)
+{
+    QSet<QString> result;
+    for (const QString &word : text.split(u' ', Qt::SkipEmptyParts))
+        result.insert(word.trimmed());
+    result.remove(QString());
+    return result;
+}

@@ -1,0 +1,186 @@
+#include "ui/TntCommands.h"
+
+#include "core/AppContext.h"
+#include "core/Detached.h"
+#include "ui/EditorSheet.h"
+
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+TntCommands::TntCommands(AppContext &context, QWidget *window)
+    : QObject(window)
+    , m_context(context)
+    , m_window(window)
+{
+}
+
+QString TntCommands::removeTitle(qsizetype count)
+{
+    if (count == 0)
+        return QStringLiteral("Are you sure you want to remove All tnts?");
+    if (count == 1)
+        return QStringLiteral("Are you sure you want to remove 1 tnt?");
+    return QStringLiteral("Are you sure you want to remove %1 tnts?").arg(count);
+}
+
+QString TntCommands::removeMessage(qsizetype count)
+{
+    return count == 1 ? QStringLiteral("This tnt will be deleted immediately. You can’t undo this action.")
+                      : QStringLiteral("This tnts will be deleted immediately. You can’t undo this action.");
+}
+
+void TntCommands::present(QDialog *sheet)
+{
+    if (m_sheet)
+        m_sheet->close();
+    m_sheet = sheet;
+    sheet->open();
+    Q_EMIT sheetOpened(sheet);
+}
+
+void TntCommands::start(const QSet<QString> &hashes)
+{
+    detached(m_context.startTnts(hashes));
+}
+
+void TntCommands::stop(const QSet<QString> &hashes)
+{
+    detached(m_context.stopTnts(hashes));
+}
+
+void TntCommands::remove(const QSet<QString> &hashes)
+{
+    if (!m_context.settings().defaults().boolValue(UserDefaultsKey::confirmTntDeleting, true)) {
+        detached(m_context.removeTnts(hashes, false));
+        return;
+    }
+    auto *alert = new QMessageBox(QMessageBox::Warning, removeTitle(hashes.size()), removeTitle(hashes.size()),
+                                  QMessageBox::NoButton, m_window);
+    alert->setObjectName(QStringLiteral("removeConfirmation"));
+    alert->setInformativeText(removeMessage(hashes.size()));
+    alert->setWindowModality(Qt::WindowModal);
+    alert->setAttribute(Qt::WA_DeleteOnClose);
+    QPushButton *fromList = alert->addButton(QStringLiteral("Remove from List"), QMessageBox::AcceptRole);
+    QPushButton *everywhere = alert->addButton(QStringLiteral("Remove Everywhere"), QMessageBox::DestructiveRole);
+    alert->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+    alert->setDefaultButton(fromList);
+    connect(alert, &QMessageBox::finished, this, [this, alert, fromList, everywhere, hashes] {
+        if (alert->clickedButton() == fromList || alert->clickedButton() == everywhere)
+            detached(m_context.removeTnts(hashes, alert->clickedButton() == everywhere));
+    });
+    present(alert);
+}
+
+void TntCommands::editLocation(const QSet<QString> &hashes)
+{
+    auto *sheet = new EditorSheet(QStringLiteral("New tnt location"), QStringLiteral("Save"), m_window);
+    sheet->setObjectName(QStringLiteral("locationEditor"));
+    // One torrent, or several in one folder: start from where they are.
+    QString current;
+    for (const QString &hash : hashes) {
+        const TntModel *tnt = m_context.tntCollection().find(hash);
+        if (!tnt || (!current.isEmpty() && tnt->savePath() != current)) {
+            current.clear();
+            break;
+        }
+        current = tnt->savePath();
+    }
+    QLineEdit *location = sheet->addFolderLine(QStringLiteral("Location"), QStringLiteral("/opt/etc/downloads/"), current);
+    connect(sheet, &QDialog::accepted, this, [this, hashes, location] {
+        detached(m_context.setLocation(hashes, location->text().trimmed()));
+    });
+    present(sheet);
+}
+
+void TntCommands::rename(const QString &hash)
+{
+    const TntModel *tnt = m_context.tntCollection().find(hash);
+    auto *sheet = new EditorSheet(QString(), QStringLiteral("Rename"), m_window);
+    sheet->setObjectName(QStringLiteral("nameEditor"));
+    QLineEdit *name = sheet->addLine(QStringLiteral("Name"), QStringLiteral("New name"), tnt ? tnt->name() : QString());
+    name->selectAll();
+    connect(sheet, &QDialog::accepted, this,
+            [this, hash, name] { detached(m_context.renameTnt(hash, name->text().trimmed())); });
+    present(sheet);
+}
+
+void TntCommands::addPeers(const QSet<QString> &hashes)
+{
+    auto *sheet = new EditorSheet(QString(), QStringLiteral("Add"), m_window);
+    sheet->setObjectName(QStringLiteral("peersEditor"));
+    QPlainTextEdit *peers = sheet->addLines(QStringLiteral("List of peers to add (one Peer per line)"),
+                                            QStringLiteral("Format: IPv4:port / [IPv6]:port"));
+    connect(sheet, &QDialog::accepted, this, [this, hashes, peers] {
+        detached(m_context.addPeers(hashes, EditorSheet::entries(peers->toPlainText())));
+    });
+    present(sheet);
+}
+
+void TntCommands::addTrackers(const QString &hash)
+{
+    auto *sheet = new EditorSheet(QString(), QStringLiteral("Add"), m_window);
+    sheet->setObjectName(QStringLiteral("trackersEditor"));
+    QPlainTextEdit *urls = sheet->addLines(QStringLiteral("List of trackers to add (one per line)"), QString());
+    connect(sheet, &QDialog::accepted, this, [this, hash, urls] {
+        detached(m_context.addTrackers(hash, EditorSheet::entries(urls->toPlainText())));
+    });
+    present(sheet);
+}
+
+void TntCommands::createCategory()
+{
+    auto *sheet = new EditorSheet(QStringLiteral("New category"), QStringLiteral("Create"), m_window);
+    sheet->setObjectName(QStringLiteral("categoryEditor"));
+    QLineEdit *name = sheet->addLine(QStringLiteral("Name"), QStringLiteral("Category"));
+    QLineEdit *savePath = sheet->addLine(QStringLiteral("Save path"), QStringLiteral("/opt/etc/downloads/"), {}, false);
+    connect(sheet, &QDialog::accepted, this, [this, name, savePath] {
+        detached(m_context.createCategory(name->text().trimmed(), savePath->text().trimmed()));
+    });
+    present(sheet);
+}
+
+void TntCommands::editCategory(const QString &name, const QString &savePath)
+{
+    auto *sheet = new EditorSheet(QStringLiteral("Edit category"), QStringLiteral("Save"), m_window);
+    sheet->setObjectName(QStringLiteral("categoryEditor"));
+    // The server finds the category by its name, so the name is not editable here.
+    sheet->addLine(QStringLiteral("Name"), QString(), name)->setReadOnly(true);
+    QLineEdit *path = sheet->addLine(QStringLiteral("Save path"), QStringLiteral("/opt/etc/downloads/"), savePath, false);
+    connect(sheet, &QDialog::accepted, this,
+            [this, name, path] { detached(m_context.editCategory(name, path->text().trimmed())); });
+    present(sheet);
+}
+
+namespace {
+
+EditorSheet *tagEditor(QWidget *window, QLineEdit *&field)
+{
+    auto *sheet = new EditorSheet(QStringLiteral("New tags"), QStringLiteral("Add"), window);
+    sheet->setObjectName(QStringLiteral("tagEditor"));
+    field = sheet->addLine(QString(), QStringLiteral("tag1 tag2 tag3 ..."));
+    sheet->addHint(QStringLiteral("Tags separated by space"));
+    return sheet;
+}
+
+} // namespace
+
+void TntCommands::addTags(const QSet<QString> &hashes)
+{
+    QLineEdit *field = nullptr;
+    EditorSheet *sheet = tagEditor(m_window, field);
+    connect(sheet, &QDialog::accepted, this, [this, hashes, field] {
+        detached(m_context.addTags(hashes, EditorSheet::words(field->text())));
+    });
+    present(sheet);
+}
+
+void TntCommands::createTags()
+{
+    QLineEdit *field = nullptr;
+    EditorSheet *sheet = tagEditor(m_window, field);
+    connect(sheet, &QDialog::accepted, this,
+            [this, field] { detached(m_context.createTags(EditorSheet::words(field->text()))); });
+    present(sheet);
+}

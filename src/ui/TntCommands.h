@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QSet>
+#include <QString>
+
+class AppContext;
+class QDialog;
+class QWidget;
+
+// The flows in front of the torrent operations: the remove confirmation and the editor sheets.
+// The toolbar, the table's context menu and the sidebar all go through here, so each flow exists
+// once. Every sheet is window-modal over `window` and deletes itself when closed.
+class TntCommands : public QObject
+{
+    Q_OBJECT
+
+public:
+    TntCommands(AppContext &context, QWidget *window);
+
+    void start(const QSet<QString> &hashes);
+    void stop(const QSet<QString> &hashes);
+    // Asks first while "confirmTntDeleting" is on; without asking it removes from the list only,
+    // never the data. An empty set is every torrent.
+    void remove(const QSet<QString> &hashes);
+    void editLocation(const QSet<QString> &hashes);
+    void rename(const QString &hash);
+    void addPeers(const QSet<QString> &hashes);
+    void addTrackers(const QString &hash);
+    void createCategory();
+    void editCategory(const QString &name, const QString &savePath);
+    // The tag editor, then Add tags for `hashes`, or Create tags.
+    void addTags(const QSet<QString> &hashes);
+    void createTags();
+
+    // The sheet open now, for tests and for the window to close on disconnect.
+    QDialog *openSheet() const { return m_sheet; }
+
+    // The confirmation's texts for removing `count` torrents, 0 meaning all.
+    static QString removeTitle(qsizetype count);
+    static QString removeMessage(qsizetype count);
+
+Q_SIGNALS:
+    void sheetOpened(QDialog *sheet);
+
+private:
+    void present(QDialog *sheet);
+
+    AppContext &m_context;
+    QWidget *m_window;
+    QPointer<QDialog> m_sheet;
+};
