@@ -62,6 +62,7 @@ public:
     bool isReconnecting() const { return m_isReconnecting; }
     bool isLoginPromptPresented() const { return m_isLoginPromptPresented; }
     TntCollection &tntCollection() { return m_tntCollection; }
+    const TntCollection &tntCollection() const { return m_tntCollection; }
     GlobalTransferInfo &serverState() { return m_serverState; }
     CompletionNotifier &completionNotifier() { return m_completionNotifier; }
     const QMap<QString, API::Category> &categories() const { return m_categories; }

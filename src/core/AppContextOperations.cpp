@@ -15,15 +15,12 @@
 Q_DECLARE_LOGGING_CATEGORY(lcContext)
 
 namespace Endpoint = API::Endpoint;
+
+// Each operation makes its request task first and then awaits it by name: g++ 12 destroys
+// temporaries made inside a co_await expression twice.
 using State = TntModel::State;
 
 namespace {
-
-// The server reads "all" as every torrent.
-QStringList hashList(const QSet<QString> &hashes)
-{
-    return hashes.isEmpty() ? QStringList{QStringLiteral("all")} : hashes.values();
-}
 
 // Sorted so that a request's bytes do not depend on hash-set order.
 QStringList sorted(const QSet<QString> &values)
@@ -31,6 +28,12 @@ QStringList sorted(const QSet<QString> &values)
     QStringList list = values.values();
     list.sort();
     return list;
+}
+
+// The server reads "all" as every torrent.
+QStringList hashList(const QSet<QString> &hashes)
+{
+    return hashes.isEmpty() ? QStringList{QStringLiteral("all")} : sorted(hashes);
 }
 
 bool isCancellation(const std::exception_ptr &error)
@@ -104,9 +107,10 @@ void AppContext::setStates(const QSet<QString> &hashes, bool emptyMeansAll, Stat
 QCoro::Task<> AppContext::startTnts(QSet<QString> hashes)
 {
     const QStringList list = hashList(hashes);
-    // Named, not a conditional inside the co_await: g++ 12 destroys such temporaries twice.
-    API::APIEndpoint endpoint = usesStartStop() ? Endpoint::TntManagement::start(list) : Endpoint::TntManagement::resume(list);
-    if (co_await send(std::move(endpoint), QStringLiteral("Failed to start tnts.")))
+    API::APIEndpoint endpoint =
+        usesStartStop() ? Endpoint::TntManagement::start(list) : Endpoint::TntManagement::resume(list);
+    QCoro::Task<bool> request = send(std::move(endpoint), QStringLiteral("Failed to start tnts."));
+    if (co_await std::move(request))
         setStates(hashes, true, State::stalledDL, State::stalledUP);
 }
 
@@ -115,7 +119,8 @@ QCoro::Task<> AppContext::stopTnts(QSet<QString> hashes)
     const QStringList list = hashList(hashes);
     const bool current = usesStartStop();
     API::APIEndpoint endpoint = current ? Endpoint::TntManagement::stop(list) : Endpoint::TntManagement::pause(list);
-    if (!co_await send(std::move(endpoint), QStringLiteral("Failed to stop tnts.")))
+    QCoro::Task<bool> request = send(std::move(endpoint), QStringLiteral("Failed to stop tnts."));
+    if (!co_await std::move(request))
         co_return;
     if (current)
         setStates(hashes, true, State::stoppedDL, State::stoppedUP);
@@ -125,21 +130,25 @@ QCoro::Task<> AppContext::stopTnts(QSet<QString> hashes)
 
 QCoro::Task<> AppContext::setForceStart(QSet<QString> hashes, bool value)
 {
-    if (co_await send(Endpoint::TntManagement::setForceStart(hashList(hashes), value),
-                      QStringLiteral("Failed to set force start for tnts.")))
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::setForceStart(hashList(hashes), value),
+                                     QStringLiteral("Failed to set force start for tnts."));
+    if (co_await std::move(request))
         setStates(hashes, false, State::forcedDL, State::forcedUP);
 }
 
 QCoro::Task<> AppContext::recheckTnts(QSet<QString> hashes)
 {
-    co_await send(Endpoint::TntManagement::recheck(hashList(hashes)), QStringLiteral("Failed to recheck tnts."));
+    QCoro::Task<bool> request =
+        send(Endpoint::TntManagement::recheck(hashList(hashes)), QStringLiteral("Failed to recheck tnts."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::reannounceTnts(QSet<QString> hashes)
 {
     const QPointer<AppContext> self(this);
     const QString title = QStringLiteral("failed to reannounce tnts.");
-    if (co_await send(Endpoint::TntManagement::reannounce(hashList(hashes)), title) || !self)
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::reannounce(hashList(hashes)), title);
+    if (co_await std::move(request) || !self)
         co_return;
     if (m_clientError && m_clientError->title() == title)
         qCWarning(lcContext, "Failed to reannounce tnts: %s", qUtf8Printable(m_clientError->description()));
@@ -147,8 +156,9 @@ QCoro::Task<> AppContext::reannounceTnts(QSet<QString> hashes)
 
 QCoro::Task<> AppContext::removeTnts(QSet<QString> hashes, bool deleteFiles)
 {
-    if (!co_await send(Endpoint::TntManagement::deleteTnts(hashList(hashes), deleteFiles),
-                       QStringLiteral("Failed to delete tnts.")))
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::deleteTnts(hashList(hashes), deleteFiles),
+                                     QStringLiteral("Failed to delete tnts."));
+    if (!co_await std::move(request))
         co_return;
     if (hashes.isEmpty())
         m_tntCollection.clear();
@@ -160,21 +170,25 @@ QCoro::Task<> AppContext::removeTnts(QSet<QString> hashes, bool deleteFiles)
 
 QCoro::Task<> AppContext::addTrackers(QString hash, QStringList urls)
 {
-    if (co_await send(Endpoint::TntManagement::addTrackers(hash, urls), QStringLiteral("Failed to add trackers.")))
+    QCoro::Task<bool> request =
+        send(Endpoint::TntManagement::addTrackers(hash, urls), QStringLiteral("Failed to add trackers."));
+    if (co_await std::move(request))
         Q_EMIT trackersEdited(hash);
 }
 
 QCoro::Task<> AppContext::editTracker(QString hash, QString origUrl, QString newUrl)
 {
-    if (co_await send(Endpoint::TntManagement::editTracker(hash, origUrl, newUrl, m_webAPIVersion),
-                      QStringLiteral("Failed to edit tracker.")))
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::editTracker(hash, origUrl, newUrl, m_webAPIVersion),
+                                     QStringLiteral("Failed to edit tracker."));
+    if (co_await std::move(request))
         Q_EMIT trackersEdited(hash);
 }
 
 QCoro::Task<> AppContext::removeTrackers(QString hash, QStringList urls)
 {
-    if (co_await send(Endpoint::TntManagement::removeTrackers(hash, urls),
-                      QStringLiteral("Faield to remove trackers.")))
+    QCoro::Task<bool> request =
+        send(Endpoint::TntManagement::removeTrackers(hash, urls), QStringLiteral("Faield to remove trackers."));
+    if (co_await std::move(request))
         Q_EMIT trackersEdited(hash);
 }
 
@@ -182,63 +196,76 @@ QCoro::Task<> AppContext::addPeers(QSet<QString> hashes, QStringList peers)
 {
     if (hashes.isEmpty())
         co_return;
-    co_await send(Endpoint::TntManagement::addPeers(sorted(hashes), peers), QStringLiteral("Failed to add peers to tnt."));
+    QCoro::Task<bool> request =
+        send(Endpoint::TntManagement::addPeers(sorted(hashes), peers), QStringLiteral("Failed to add peers to tnt."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::increasePriority()
 {
-    co_await send(Endpoint::TntManagement::increasePrio(hashList(m_selectedTnts)),
-                  QStringLiteral("Failed to increase tnt priority."));
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::increasePrio(hashList(m_selectedTnts)),
+                                     QStringLiteral("Failed to increase tnt priority."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::decreasePriority()
 {
-    co_await send(Endpoint::TntManagement::decreasePrio(hashList(m_selectedTnts)),
-                  QStringLiteral("Failed to decrease tnt priority."));
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::decreasePrio(hashList(m_selectedTnts)),
+                                     QStringLiteral("Failed to decrease tnt priority."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::maximumPriority()
 {
-    co_await send(Endpoint::TntManagement::topPrio(hashList(m_selectedTnts)),
-                  QStringLiteral("Failed to set maximum tnt priority."));
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::topPrio(hashList(m_selectedTnts)),
+                                     QStringLiteral("Failed to set maximum tnt priority."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::minimumPriority()
 {
-    co_await send(Endpoint::TntManagement::bottomPrio(hashList(m_selectedTnts)),
-                  QStringLiteral("Failed to set minimum tnt priority."));
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::bottomPrio(hashList(m_selectedTnts)),
+                                     QStringLiteral("Failed to set minimum tnt priority."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::setFilePriority(QString hash, QSet<int> fileIds, int priority)
 {
     QList<int> ids = fileIds.values();
     std::sort(ids.begin(), ids.end());
-    co_await send(Endpoint::TntManagement::filePrio(hash, ids, priority), QStringLiteral("Failed to set file priority."));
+    QCoro::Task<bool> request =
+        send(Endpoint::TntManagement::filePrio(hash, ids, priority), QStringLiteral("Failed to set file priority."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::setLocation(QSet<QString> hashes, QString location)
 {
-    co_await send(Endpoint::TntManagement::setLocation(sorted(hashes), location),
-                  QStringLiteral("Failed to set tnt location."));
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::setLocation(sorted(hashes), location),
+                                     QStringLiteral("Failed to set tnt location."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::renameTnt(QString hash, QString name)
 {
-    co_await send(Endpoint::TntManagement::rename(hash, name), QStringLiteral("Failed to rename tnt."));
+    QCoro::Task<bool> request =
+        send(Endpoint::TntManagement::rename(hash, name), QStringLiteral("Failed to rename tnt."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::setCategory(QSet<QString> hashes, QString category)
 {
-    if (!co_await send(Endpoint::TntManagement::setCategory(sorted(hashes), category),
-                       QStringLiteral("Failed to set tnt category.")))
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::setCategory(sorted(hashes), category),
+                                     QStringLiteral("Failed to set tnt category."));
+    if (!co_await std::move(request))
         co_return;
     m_tntCollection.editLocally(hashes, [&category](TntModel &tnt) { return tnt.setCategory(category); });
 }
 
 QCoro::Task<> AppContext::createCategory(QString name, QString savePath)
 {
-    if (!co_await send(Endpoint::TntManagement::createCategory(name, savePath),
-                       QStringLiteral("Failed to create category.")))
+    QCoro::Task<bool> request =
+        send(Endpoint::TntManagement::createCategory(name, savePath), QStringLiteral("Failed to create category."));
+    if (!co_await std::move(request))
         co_return;
     m_categories.insert(name, API::Category{name, savePath});
     Q_EMIT labelsChanged();
@@ -246,13 +273,16 @@ QCoro::Task<> AppContext::createCategory(QString name, QString savePath)
 
 QCoro::Task<> AppContext::editCategory(QString name, QString savePath)
 {
-    co_await send(Endpoint::TntManagement::editCategory(name, savePath), QStringLiteral("Failed to edit category."));
+    QCoro::Task<bool> request =
+        send(Endpoint::TntManagement::editCategory(name, savePath), QStringLiteral("Failed to edit category."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::removeCategories(QSet<QString> names)
 {
-    if (!co_await send(Endpoint::TntManagement::removeCategories(sorted(names)),
-                       QStringLiteral("Failed to remove categories.")))
+    QCoro::Task<bool> request =
+        send(Endpoint::TntManagement::removeCategories(sorted(names)), QStringLiteral("Failed to remove categories."));
+    if (!co_await std::move(request))
         co_return;
     for (const QString &name : std::as_const(names))
         m_categories.remove(name);
@@ -261,8 +291,9 @@ QCoro::Task<> AppContext::removeCategories(QSet<QString> names)
 
 QCoro::Task<> AppContext::addTags(QSet<QString> hashes, QSet<QString> tags)
 {
-    if (!co_await send(Endpoint::TntManagement::addTags(sorted(hashes), sorted(tags)),
-                       QStringLiteral("Failed to add tags.")))
+    QCoro::Task<bool> request =
+        send(Endpoint::TntManagement::addTags(sorted(hashes), sorted(tags)), QStringLiteral("Failed to add tags."));
+    if (!co_await std::move(request))
         co_return;
     m_tntCollection.editLocally(hashes, [&tags](TntModel &tnt) {
         QStringList merged = tagList(tnt.tags());
@@ -276,8 +307,9 @@ QCoro::Task<> AppContext::addTags(QSet<QString> hashes, QSet<QString> tags)
 
 QCoro::Task<> AppContext::removeTags(QSet<QString> hashes, QSet<QString> tags)
 {
-    if (!co_await send(Endpoint::TntManagement::removeTags(sorted(hashes), sorted(tags)),
-                       QStringLiteral("Failed to remove tags.")))
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::removeTags(sorted(hashes), sorted(tags)),
+                                     QStringLiteral("Failed to remove tags."));
+    if (!co_await std::move(request))
         co_return;
     m_tntCollection.editLocally(hashes, [&tags](TntModel &tnt) {
         QStringList kept = tagList(tnt.tags());
@@ -288,7 +320,9 @@ QCoro::Task<> AppContext::removeTags(QSet<QString> hashes, QSet<QString> tags)
 
 QCoro::Task<> AppContext::createTags(QSet<QString> tags)
 {
-    if (!co_await send(Endpoint::TntManagement::createTags(sorted(tags)), QStringLiteral("Failed to create tags.")))
+    QCoro::Task<bool> request =
+        send(Endpoint::TntManagement::createTags(sorted(tags)), QStringLiteral("Failed to create tags."));
+    if (!co_await std::move(request))
         co_return;
     for (const QString &tag : sorted(tags)) {
         if (!m_tags.contains(tag))
@@ -299,7 +333,9 @@ QCoro::Task<> AppContext::createTags(QSet<QString> tags)
 
 QCoro::Task<> AppContext::deleteTags(QSet<QString> tags)
 {
-    if (!co_await send(Endpoint::TntManagement::deleteTags(sorted(tags)), QStringLiteral("Failed to delete tags.")))
+    QCoro::Task<bool> request =
+        send(Endpoint::TntManagement::deleteTags(sorted(tags)), QStringLiteral("Failed to delete tags."));
+    if (!co_await std::move(request))
         co_return;
     m_tags.removeIf([&tags](const QString &tag) { return tags.contains(tag); });
     Q_EMIT labelsChanged();
@@ -307,34 +343,42 @@ QCoro::Task<> AppContext::deleteTags(QSet<QString> tags)
 
 QCoro::Task<> AppContext::setAutoManagement(QSet<QString> hashes, bool enable)
 {
-    co_await send(Endpoint::TntManagement::setAutoManagement(hashList(hashes), enable),
-                  QStringLiteral("Failed to set automatic tnt management."));
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::setAutoManagement(hashList(hashes), enable),
+                                     QStringLiteral("Failed to set automatic tnt management."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::toggleSequentialDownload(QSet<QString> hashes)
 {
-    co_await send(Endpoint::TntManagement::toggleSequentialDownload(hashList(hashes)),
-                  QStringLiteral("Failed to toggle sequential download."));
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::toggleSequentialDownload(hashList(hashes)),
+                                     QStringLiteral("Failed to toggle sequential download."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::toggleFirstLastPiecePrio(QSet<QString> hashes)
 {
-    co_await send(Endpoint::TntManagement::toggleFirstLastPiecePrio(hashList(hashes)),
-                  QStringLiteral("Failed to toggle first/last piece priority."));
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::toggleFirstLastPiecePrio(hashList(hashes)),
+                                     QStringLiteral("Failed to toggle first/last piece priority."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::setSuperSeeding(QSet<QString> hashes, bool value)
 {
-    co_await send(Endpoint::TntManagement::setSuperSeeding(hashList(hashes), value),
-                  QStringLiteral("Failed to set super seeding."));
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::setSuperSeeding(hashList(hashes), value),
+                                     QStringLiteral("Failed to set super seeding."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::banPeers(QSet<QString> peers)
 {
-    co_await send(Endpoint::TransferInfo::banPeers(sorted(peers)), QStringLiteral("Failed to ban peers."));
+    QCoro::Task<bool> request =
+        send(Endpoint::TransferInfo::banPeers(sorted(peers)), QStringLiteral("Failed to ban peers."));
+    co_await std::move(request);
 }
 
 QCoro::Task<> AppContext::toggleSpeedLimitsMode()
 {
-    co_await send(Endpoint::TransferInfo::toggleSpeedLimitsMode(), QStringLiteral("Failed to toggle speed limits mode."));
+    QCoro::Task<bool> request =
+        send(Endpoint::TransferInfo::toggleSpeedLimitsMode(), QStringLiteral("Failed to toggle speed limits mode."));
+    co_await std::move(request);
 }

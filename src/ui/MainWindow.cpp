@@ -9,6 +9,8 @@
 #include "ui/LoginPrompt.h"
 #include "ui/ReconnectionOverlay.h"
 #include "ui/ServerMenu.h"
+#include "ui/TntCommands.h"
+#include "ui/TntContextMenu.h"
 #include "ui/TntTableView.h"
 #include "ui/TransferStatus.h"
 #include "ui/WelcomeView.h"
@@ -21,6 +23,8 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QStackedWidget>
+#include <QTableView>
+#include <QStyle>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -35,6 +39,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_placeholder(new QLabel(m_connectedPages))
     , m_tntTable(new TntTableView(context.tntCollection(), context.settings().defaults(), m_connectedPages))
     , m_transferStatus(new TransferStatus(context.serverState(), context.settings().defaults(), this))
+    , m_commands(new TntCommands(context, this))
     , m_toolBar(new QToolBar(QStringLiteral("Toolbar"), this))
     , m_serverMenu(new ServerMenu(context, this))
     , m_logInOut(new QAction(this))
@@ -64,6 +69,10 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
 
     m_toolBar->setObjectName(QStringLiteral("tnt_table_toolbar"));
     m_toolBar->setMovable(false);
+    addTntActions();
+    auto *flexibleSpace = new QWidget(m_toolBar);
+    flexibleSpace->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    m_toolBar->addWidget(flexibleSpace);
     QAction *menuAction = m_serverMenu->menuAction();
     menuAction->setObjectName(QStringLiteral("connection_menu"));
     m_toolBar->addAction(menuAction);
@@ -86,6 +95,9 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
             [this] { QApplication::alert(this); });
     connect(&m_context, &AppContext::httpsRedirectSuggestionChanged, this, &MainWindow::offerSecureAddress);
     connect(m_tntTable, &TntTableView::selectionChanged, &m_context, &AppContext::setSelectedTnts);
+    connect(m_tntTable, &TntTableView::contextMenuRequested, this, &MainWindow::showTntContextMenu);
+    connect(m_transferStatus, &TransferStatus::altSpeedToggleRequested, this,
+            [this] { detached(m_context.toggleSpeedLimitsMode()); });
 
     showPage();
     showConnectionState();
@@ -121,6 +133,55 @@ void MainWindow::showConnectionState()
     m_logInOut->setIcon(
         QIcon::fromTheme(authorized ? QStringLiteral("system-log-out") : QStringLiteral("dialog-password")));
     m_logInOut->setEnabled(current.has_value());
+    for (QAction *action : std::as_const(m_tntActions))
+        action->setEnabled(authorized);
+}
+
+void MainWindow::addTntActions()
+{
+    const auto add = [this](const char *identifier, const QString &title, const char *iconName,
+                            QStyle::StandardPixmap fallback, const QKeySequence &shortcut, auto trigger) {
+        auto *action = new QAction(QIcon::fromTheme(QString::fromLatin1(iconName), style()->standardIcon(fallback)),
+                                   title, this);
+        action->setObjectName(QString::fromLatin1(identifier));
+        action->setShortcut(shortcut);
+        // Keys act where the torrents are: Delete in the filter field still deletes text.
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        m_tntTable->table()->addAction(action);
+        connect(action, &QAction::triggered, this, trigger);
+        m_toolBar->addAction(action);
+        m_tntActions.append(action);
+    };
+    add("delete_tnt", QStringLiteral("Remove"), "edit-delete", QStyle::SP_TrashIcon, QKeySequence::Delete,
+        [this] { m_commands->remove(m_context.selectedTnts()); });
+    m_toolBar->addSeparator();
+    add("start_tnt", QStringLiteral("Start"), "media-playback-start", QStyle::SP_MediaPlay,
+        QKeySequence(Qt::CTRL | Qt::Key_S), [this] { m_commands->start(m_context.selectedTnts()); });
+    add("stop_tnt", QStringLiteral("Stop"), "media-playback-stop", QStyle::SP_MediaStop,
+        QKeySequence(Qt::CTRL | Qt::Key_P), [this] { m_commands->stop(m_context.selectedTnts()); });
+    m_toolBar->addSeparator();
+    add("min_tnt_prio", QStringLiteral("Minimum priority"), "go-bottom", QStyle::SP_ArrowDown,
+        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Minus), [this] { detached(m_context.minimumPriority()); });
+    add("decrease_tnt_prio", QStringLiteral("Decrease priority"), "go-down", QStyle::SP_ArrowDown,
+        QKeySequence(Qt::CTRL | Qt::Key_Minus), [this] { detached(m_context.decreasePriority()); });
+    add("increase_tnt_prio", QStringLiteral("Increase priority"), "go-up", QStyle::SP_ArrowUp,
+        QKeySequence(Qt::CTRL | Qt::Key_Plus), [this] { detached(m_context.increasePriority()); });
+    add("max_tnt_prio", QStringLiteral("Maximum priority"), "go-top", QStyle::SP_ArrowUp,
+        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Plus), [this] { detached(m_context.maximumPriority()); });
+}
+
+QAction *MainWindow::toolbarAction(const QString &identifier) const
+{
+    const QList<QAction *> actions = m_toolBar->actions();
+    const auto found = std::find_if(actions.cbegin(), actions.cend(),
+                                    [&identifier](const QAction *action) { return action->objectName() == identifier; });
+    return found == actions.cend() ? nullptr : *found;
+}
+
+void MainWindow::showTntContextMenu(const QSet<QString> &hashes, const QPoint &position)
+{
+    auto *menu = new TntContextMenu(m_context, *m_commands, hashes, this);
+    menu->popup(position);
 }
 
 void MainWindow::followLoginPrompt()

@@ -15,6 +15,7 @@ class QToolBar;
 class ReconnectionCountdown;
 class ReconnectionOverlay;
 class ServerMenu;
+class TntCommands;
 class TntTableView;
 class TransferStatus;
 class WelcomeView;
@@ -36,6 +37,9 @@ public:
     ClientErrorPresenter *errorPresenter() const { return m_errorPresenter; }
     TntTableView *tntTable() const { return m_tntTable; }
     TransferStatus *transferStatus() const { return m_transferStatus; }
+    TntCommands *tntCommands() const { return m_commands; }
+    // The toolbar's item by its identifier ("start_tnt", "delete_tnt", ...).
+    QAction *toolbarAction(const QString &identifier) const;
 
     // Opens the editor for a new connection, and connects to it once it is saved.
     ConnectionEditor *openConnectionEditor();
@@ -46,6 +50,8 @@ private:
     void followLoginPrompt();
     void logInOrOut();
     void offerSecureAddress();
+    void addTntActions();
+    void showTntContextMenu(const QSet<QString> &hashes, const QPoint &position);
 
     AppContext &m_context;
     QStackedWidget *m_pages;
@@ -55,7 +61,9 @@ private:
     QLabel *m_placeholder;
     TntTableView *m_tntTable;
     TransferStatus *m_transferStatus;
+    TntCommands *m_commands;
     QToolBar *m_toolBar;
+    QList<QAction *> m_tntActions;
     ServerMenu *m_serverMenu;
     QAction *m_logInOut;
     ReconnectionCountdown *m_countdown;

@@ -13,8 +13,7 @@ TntCommands::TntCommands(AppContext &context, QWidget *window)
     : QObject(window)
     , m_context(context)
     , m_window(window)
-{
-}
+{}
 
 QString TntCommands::removeTitle(qsizetype count)
 {
@@ -87,10 +86,10 @@ void TntCommands::editLocation(const QSet<QString> &hashes)
         }
         current = tnt->savePath();
     }
-    QLineEdit *location = sheet->addFolderLine(QStringLiteral("Location"), QStringLiteral("/opt/etc/downloads/"), current);
-    connect(sheet, &QDialog::accepted, this, [this, hashes, location] {
-        detached(m_context.setLocation(hashes, location->text().trimmed()));
-    });
+    QLineEdit *location =
+        sheet->addFolderLine(QStringLiteral("Location"), QStringLiteral("/opt/etc/downloads/"), current);
+    connect(sheet, &QDialog::accepted, this,
+            [this, hashes, location] { detached(m_context.setLocation(hashes, location->text().trimmed())); });
     present(sheet);
 }
 
@@ -123,9 +122,8 @@ void TntCommands::addTrackers(const QString &hash)
     auto *sheet = new EditorSheet(QString(), QStringLiteral("Add"), m_window);
     sheet->setObjectName(QStringLiteral("trackersEditor"));
     QPlainTextEdit *urls = sheet->addLines(QStringLiteral("List of trackers to add (one per line)"), QString());
-    connect(sheet, &QDialog::accepted, this, [this, hash, urls] {
-        detached(m_context.addTrackers(hash, EditorSheet::entries(urls->toPlainText())));
-    });
+    connect(sheet, &QDialog::accepted, this,
+            [this, hash, urls] { detached(m_context.addTrackers(hash, EditorSheet::entries(urls->toPlainText()))); });
     present(sheet);
 }
 
@@ -147,7 +145,8 @@ void TntCommands::editCategory(const QString &name, const QString &savePath)
     sheet->setObjectName(QStringLiteral("categoryEditor"));
     // The server finds the category by its name, so the name is not editable here.
     sheet->addLine(QStringLiteral("Name"), QString(), name)->setReadOnly(true);
-    QLineEdit *path = sheet->addLine(QStringLiteral("Save path"), QStringLiteral("/opt/etc/downloads/"), savePath, false);
+    QLineEdit *path =
+        sheet->addLine(QStringLiteral("Save path"), QStringLiteral("/opt/etc/downloads/"), savePath, false);
     connect(sheet, &QDialog::accepted, this,
             [this, name, path] { detached(m_context.editCategory(name, path->text().trimmed())); });
     present(sheet);
@@ -170,9 +169,8 @@ void TntCommands::addTags(const QSet<QString> &hashes)
 {
     QLineEdit *field = nullptr;
     EditorSheet *sheet = tagEditor(m_window, field);
-    connect(sheet, &QDialog::accepted, this, [this, hashes, field] {
-        detached(m_context.addTags(hashes, EditorSheet::words(field->text())));
-    });
+    connect(sheet, &QDialog::accepted, this,
+            [this, hashes, field] { detached(m_context.addTags(hashes, EditorSheet::words(field->text()))); });
     present(sheet);
 }
 

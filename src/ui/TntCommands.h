@@ -1,12 +1,12 @@
 #pragma once
 
+#include <QDialog>
 #include <QObject>
 #include <QPointer>
 #include <QSet>
 #include <QString>
 
 class AppContext;
-class QDialog;
 class QWidget;
 
 // The flows in front of the torrent operations: the remove confirmation and the editor sheets.

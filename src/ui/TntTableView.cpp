@@ -109,6 +109,9 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { Q_EMIT selectionChanged(selectedHashes()); });
 
+    m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_table, &QWidget::customContextMenuRequested, this, &TntTableView::requestContextMenu);
+
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_filter);
@@ -136,4 +139,17 @@ QSet<QString> TntTableView::selectedHashes() const
 void TntTableView::saveColumns()
 {
     m_defaults.setValue(UserDefaultsKey::tntTableCconfiguration, m_table->horizontalHeader()->saveState());
+}
+
+void TntTableView::requestContextMenu(const QPoint &position)
+{
+    const QModelIndex clicked = m_table->indexAt(position);
+    if (!clicked.isValid())
+        return;
+    QSet<QString> hashes;
+    if (m_table->selectionModel()->isRowSelected(clicked.row(), clicked.parent()))
+        hashes = selectedHashes();
+    else
+        hashes.insert(clicked.data(TntTableModel::HashRole).toString());
+    Q_EMIT contextMenuRequested(hashes, m_table->viewport()->mapToGlobal(position));
 }

@@ -30,9 +30,12 @@ public:
 
 Q_SIGNALS:
     void selectionChanged(const QSet<QString> &hashes);
+    // A right click on a row: the torrents a context menu there acts on.
+    void contextMenuRequested(const QSet<QString> &hashes, const QPoint &globalPosition);
 
 private:
     void saveColumns();
+    void requestContextMenu(const QPoint &position);
 
     UserDefaults &m_defaults;
     TntTableModel *m_model;

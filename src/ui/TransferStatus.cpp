@@ -6,6 +6,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QToolButton>
 
 namespace {
 
@@ -32,7 +33,21 @@ TransferStatus::TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defau
     , m_session(new QLabel(this))
     , m_allTime(new QLabel(this))
     , m_rates(new QLabel(this))
+    , m_altSpeed(new QToolButton(this))
 {
+    m_altSpeed->setObjectName(QStringLiteral("altSpeedSwitch"));
+    m_altSpeed->setCheckable(true);
+    m_altSpeed->setAutoRaise(true);
+    m_altSpeed->setText(QStringLiteral("Alternative speed limits"));
+    m_altSpeed->setToolTip(m_altSpeed->text());
+    // Pressed while the limits are on; a theme without the icon gets the words.
+    m_altSpeed->setIcon(QIcon::fromTheme(QStringLiteral("speedometer")));
+    m_altSpeed->setToolButtonStyle(m_altSpeed->icon().isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonIconOnly);
+    // Only the server changes the mode: the button shows it, a click asks for the other one.
+    connect(m_altSpeed, &QToolButton::clicked, this, [this] {
+        m_altSpeed->setChecked(m_transfer.useAltSpeedLimits());
+        Q_EMIT altSpeedToggleRequested();
+    });
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 0, 4, 0);
     layout->setSpacing(16);
@@ -40,6 +55,7 @@ TransferStatus::TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defau
         layout->addWidget(label);
     layout->addStretch();
     layout->addWidget(m_rates);
+    layout->addWidget(m_altSpeed);
     connect(&transfer, &GlobalTransferInfo::changed, this, &TransferStatus::refresh);
     connect(&defaults, &UserDefaults::valueChanged, this, &TransferStatus::refresh);
     refresh();
@@ -63,6 +79,7 @@ void TransferStatus::refresh()
                            .arg(TntFormat::size(m_transfer.alltimeTotal(Direction::down)),
                                 TntFormat::size(m_transfer.alltimeTotal(Direction::up))));
     m_allTime->setVisible(m_defaults.boolValue(K::showAllTimeStats, true));
+    m_altSpeed->setChecked(m_transfer.useAltSpeedLimits());
     const auto shownRate = [](qint64 rate) { return rate > 0 ? TntFormat::rate(rate) : QStringLiteral("0 B/s"); };
     m_rates->setText(QStringLiteral("▼ %1   ▲ %2")
                          .arg(shownRate(m_transfer.rate(Direction::down)), shownRate(m_transfer.rate(Direction::up))));

@@ -4,9 +4,11 @@
 
 class GlobalTransferInfo;
 class QLabel;
+class QToolButton;
 class UserDefaults;
 
-// The status bar's figures: connection status, DHT nodes, free space, ratio, totals and rates.
+// The status bar's figures: connection status, DHT nodes, free space, ratio, totals, rates
+// and the alternative speed limits switch.
 class TransferStatus : public QWidget
 {
     Q_OBJECT
@@ -15,6 +17,11 @@ public:
     TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defaults, QWidget *parent = nullptr);
 
     QString text() const; // everything shown, for tests and accessibility
+    QToolButton *altSpeedSwitch() const { return m_altSpeed; }
+
+Q_SIGNALS:
+    // The alternative speed limits switch was clicked; the next poll carries the server's mode.
+    void altSpeedToggleRequested();
 
 private:
     void refresh();
@@ -28,4 +35,5 @@ private:
     QLabel *m_session;
     QLabel *m_allTime;
     QLabel *m_rates;
+    QToolButton *m_altSpeed;
 };

@@ -1,0 +1,348 @@
+#include "support/ScriptedTorrents.h"
+#include "ui/EditorSheet.h"
+#include "ui/MainWindow.h"
+#include "ui/TntCommands.h"
+#include "ui/TntContextMenu.h"
+#include "ui/TntTableModel.h"
+#include "ui/TntTableView.h"
+#include "ui/TransferStatus.h"
+
+#include <QAbstractButton>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <QToolBar>
+#include <QToolButton>
+
+#include <functional>
+
+using Open = std::function<void(TntCommands &)>;
+Q_DECLARE_METATYPE(Open)
+
+namespace {
+
+using Set = QSet<QString>;
+
+QStringList texts(const QWidget &sheet)
+{
+    QStringList found;
+    for (const QLabel *label : sheet.findChildren<QLabel *>())
+        found << label->text();
+    for (const QLineEdit *field : sheet.findChildren<QLineEdit *>())
+        found << field->placeholderText();
+    for (const QAbstractButton *button : sheet.findChildren<QAbstractButton *>())
+        found << button->text();
+    found.removeAll(QString());
+    return found;
+}
+
+QAbstractButton *button(const QWidget &dialog, const QString &text)
+{
+    for (QAbstractButton *candidate : dialog.findChildren<QAbstractButton *>()) {
+        if (candidate->text() == text)
+            return candidate;
+    }
+    return nullptr;
+}
+
+QStringList titles(const QMenu &menu)
+{
+    QStringList found;
+    for (const QAction *action : menu.actions()) {
+        if (!action->isSeparator())
+            found << action->text() + (action->isCheckable() && action->isChecked() ? QStringLiteral(" ✓") : QString());
+    }
+    return found;
+}
+
+QAction *item(const QMenu &menu, const QString &text)
+{
+    for (QAction *action : menu.actions()) {
+        if (action->text() == text)
+            return action;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+// The window's ways to act on torrents, clicked through offscreen against a scripted server.
+class TestTntActions : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<ScriptedTorrents> m_server;
+    std::unique_ptr<MainWindow> m_window;
+
+    TntCommands &commands() { return *m_window->tntCommands(); }
+
+    void select(const Set &hashes)
+    {
+        QTableView *table = m_window->tntTable()->table();
+        table->clearSelection();
+        for (int row = 0; row < table->model()->rowCount(); ++row) {
+            const QModelIndex index = table->model()->index(row, 0);
+            if (hashes.contains(index.data(TntTableModel::HashRole).toString()))
+                table->selectionModel()->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        }
+        QCOMPARE(m_server->context->selectedTnts(), hashes);
+    }
+
+    // Waits for the request the last click sent.
+    QByteArray sent()
+    {
+        // Empty after the wait fails the comparison that follows, with what was sent shown.
+        (void)QTest::qWaitFor([this] { return !m_server->lastRequest().isEmpty(); });
+        return m_server->lastRequest();
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_server = std::make_unique<ScriptedTorrents>();
+        m_window = std::make_unique<MainWindow>(*m_server->context);
+        m_window->show();
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_server.reset();
+    }
+
+    void removeConfirmation_data()
+    {
+        QTest::addColumn<Set>("selected");
+        QTest::addColumn<QString>("choice");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QByteArray>("request");
+        const QString one = QStringLiteral("This tnt will be deleted immediately. You can’t undo this action.");
+        const QString many = QStringLiteral("This tnts will be deleted immediately. You can’t undo this action.");
+        QTest::newRow("one, from the list") << Set{QStringLiteral("aaa")} << QStringLiteral("Remove from List")
+                                            << QStringLiteral("Are you sure you want to remove 1 tnt?") << one
+                                            << QByteArray("/api/v2/torrents/delete?hashes=aaa&deleteFiles=false");
+        QTest::newRow("two, everywhere") << Set{QStringLiteral("aaa"), QStringLiteral("ccc")}
+                                         << QStringLiteral("Remove Everywhere")
+                                         << QStringLiteral("Are you sure you want to remove 2 tnts?") << many
+                                         << QByteArray("/api/v2/torrents/delete?hashes=aaa%7Cccc&deleteFiles=true");
+        QTest::newRow("nothing selected is all") << Set{} << QStringLiteral("Remove from List")
+                                                 << QStringLiteral("Are you sure you want to remove All tnts?") << many
+                                                 << QByteArray("/api/v2/torrents/delete?hashes=all&deleteFiles=false");
+        QTest::newRow("cancelled") << Set{QStringLiteral("bbb")} << QStringLiteral("Cancel")
+                                   << QStringLiteral("Are you sure you want to remove 1 tnt?") << one << QByteArray();
+    }
+
+    // Through the Delete key of the table, as users remove.
+    void removeConfirmation()
+    {
+        QFETCH(Set, selected);
+        QFETCH(QString, choice);
+        QFETCH(QString, title);
+        QFETCH(QString, message);
+        QFETCH(QByteArray, request);
+        select(selected);
+        m_window->tntTable()->table()->setFocus();
+        QTest::keyClick(m_window->tntTable()->table(), Qt::Key_Delete);
+        auto *alert = qobject_cast<QMessageBox *>(commands().openSheet());
+        QVERIFY(alert);
+        QCOMPARE(alert->text(), title);
+        QCOMPARE(alert->informativeText(), message);
+        QCOMPARE(texts(*alert).filter(QStringLiteral("Remove")).size(), 2);
+        button(*alert, choice)->click();
+        if (request.isEmpty()) {
+            QTest::qWait(50);
+            QCOMPARE(m_server->lastRequest(), QByteArray());
+            QCOMPARE(m_server->context->tntCollection().size(), 3);
+            return;
+        }
+        QCOMPARE(sent(), request);
+        QTRY_COMPARE(m_server->context->tntCollection().size(), 3 - (selected.isEmpty() ? 3 : selected.size()));
+    }
+
+    void removeWithoutConfirmationKeepsTheData()
+    {
+        m_server->defaults.setValue(UserDefaultsKey::confirmTntDeleting, false);
+        select({QStringLiteral("bbb")});
+        m_window->toolbarAction(QStringLiteral("delete_tnt"))->trigger();
+        QVERIFY(!commands().openSheet());
+        QCOMPARE(sent(), QByteArray("/api/v2/torrents/delete?hashes=bbb&deleteFiles=false"));
+    }
+
+    void editors_data()
+    {
+        QTest::addColumn<Open>("open");
+        QTest::addColumn<QStringList>("shown");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QByteArray>("request");
+        QTest::newRow("location") << Open([](TntCommands &c) {
+            c.editLocation({QStringLiteral("aaa"), QStringLiteral("bbb")});
+        })
+                                  << QStringList{QStringLiteral("New tnt location"), QStringLiteral("Location"),
+                                                 QStringLiteral("/opt/etc/downloads/"), QStringLiteral("Save")}
+                                  << QStringLiteral(" /new place/ ")
+                                  << QByteArray("/api/v2/torrents/setLocation?hashes=aaa%7Cbbb&location=/new%20place/");
+        QTest::newRow("name") << Open([](TntCommands &c) {
+            c.rename(QStringLiteral("ccc"));
+        }) << QStringList{QStringLiteral("Name"), QStringLiteral("New name"), QStringLiteral("Rename")}
+                              << QStringLiteral("A & B")
+                              << QByteArray("/api/v2/torrents/rename?hash=ccc&name=A%20%26%20B");
+        QTest::newRow("tags") << Open([](TntCommands &c) { c.addTags({QStringLiteral("bbb")}); })
+                              << QStringList{QStringLiteral("New tags"), QStringLiteral("tag1 tag2 tag3 ..."),
+                                             QStringLiteral("Tags separated by space"), QStringLiteral("Add")}
+                              << QStringLiteral("b a  b")
+                              << QByteArray("/api/v2/torrents/addTags?hashes=bbb&tags=a%2C%20b");
+        QTest::newRow("new tags") << Open([](TntCommands &c) { c.createTags(); })
+                                  << QStringList{QStringLiteral("New tags")} << QStringLiteral("solo")
+                                  << QByteArray("/api/v2/torrents/createTags?tags=solo");
+        QTest::newRow("peers") << Open([](TntCommands &c) { c.addPeers({QStringLiteral("aaa")}); })
+                               << QStringList{QStringLiteral("List of peers to add (one Peer per line)"),
+                                              QStringLiteral("Format: IPv4:port / [IPv6]:port")}
+                               << QStringLiteral(" 10.0.0.1:6881\n\n[::1]:6882 \n")
+                               << QByteArray(
+                                      "/api/v2/torrents/addPeers?hashes=aaa&peers=10.0.0.1%3A6881%7C%5B%3A%3A1%5D%3A6882");
+        QTest::newRow("trackers") << Open([](TntCommands &c) { c.addTrackers(QStringLiteral("aaa")); })
+                                  << QStringList{QStringLiteral("List of trackers to add (one per line)")}
+                                  << QStringLiteral("http://t/1\n  \nudp://t:2")
+                                  << QByteArray(
+                                         "/api/v2/torrents/addTrackers?hash=aaa&urls=http%3A//t/1%0Audp%3A//t%3A2");
+        QTest::newRow("category") << Open([](TntCommands &c) { c.createCategory(); })
+                                  << QStringList{QStringLiteral("Save path"), QStringLiteral("Create")}
+                                  << QStringLiteral("music")
+                                  << QByteArray("/api/v2/torrents/createCategory?category=music&savePath=");
+    }
+
+    // Each editor shows its texts, refuses blank input, trims what it sends.
+    void editors()
+    {
+        QFETCH(Open, open);
+        QFETCH(QStringList, shown);
+        QFETCH(QString, typed);
+        QFETCH(QByteArray, request);
+        open(commands());
+        auto *sheet = qobject_cast<EditorSheet *>(commands().openSheet());
+        QVERIFY(sheet);
+        QVERIFY(QTest::qWaitForWindowExposed(sheet));
+        const QStringList onSheet = texts(*sheet);
+        for (const QString &text : shown)
+            QVERIFY2(onSheet.contains(text), qPrintable(text + QStringLiteral(" not in ") + onSheet.join(u'|')));
+
+        // The first editable field takes the input.
+        const auto lines = sheet->findChildren<QLineEdit *>();
+        const auto editable =
+            std::find_if(lines.cbegin(), lines.cend(), [](const QLineEdit *l) { return !l->isReadOnly(); });
+        auto *text = sheet->findChild<QPlainTextEdit *>();
+        const auto type = [&](const QString &value) {
+            if (text)
+                text->setPlainText(value);
+            else
+                (*editable)->setText(value);
+        };
+        type(QStringLiteral("   \n "));
+        QVERIFY(!sheet->actionButton()->isEnabled());
+        type(typed);
+        QVERIFY(sheet->actionButton()->isEnabled());
+        sheet->actionButton()->click();
+        QCOMPARE(sent(), request);
+    }
+
+    void contextMenu_data()
+    {
+        QTest::addColumn<Set>("hashes");
+        QTest::addColumn<QStringList>("categories");
+        QTest::addColumn<QStringList>("tags");
+        QTest::addColumn<QStringList>("toggles");
+        QTest::newRow("one") << Set{QStringLiteral("bbb")}
+                             << QStringList{QStringLiteral("Reset"), QStringLiteral("films ✓")}
+                             << QStringList{QStringLiteral("Remove all"), QStringLiteral("Add tags..."),
+                                            QStringLiteral("x"), QStringLiteral("y")}
+                             << QStringList{QStringLiteral("Automatic tnt management"),
+                                            QStringLiteral("Download first and last pieces first"),
+                                            QStringLiteral("Download in sequential order"),
+                                            QStringLiteral("Super seeding mode")};
+        QTest::newRow("tag on both is checked")
+            << Set{QStringLiteral("aaa"), QStringLiteral("ccc")}
+            << QStringList{QStringLiteral("Reset"), QStringLiteral("films")}
+            << QStringList{QStringLiteral("Remove all"), QStringLiteral("Add tags..."), QStringLiteral("x ✓"),
+                           QStringLiteral("y")}
+            << QStringList();
+    }
+
+    void contextMenu()
+    {
+        QFETCH(Set, hashes);
+        QFETCH(QStringList, categories);
+        QFETCH(QStringList, tags);
+        QFETCH(QStringList, toggles);
+        TntContextMenu menu(*m_server->context, commands(), hashes);
+        const QStringList top = titles(menu);
+        QCOMPARE(top.mid(0, 12),
+                 (QStringList{QStringLiteral("Start"), QStringLiteral("Stop"), QStringLiteral("Force start"),
+                              QStringLiteral("Remove"), QStringLiteral("Copy"), QStringLiteral("Force reannounce"),
+                              QStringLiteral("Force recheck"), QStringLiteral("Rename..."),
+                              QStringLiteral("Set location..."), QStringLiteral("Category"), QStringLiteral("Tags"),
+                              QStringLiteral("Add trackers...")}));
+        for (const QString &toggle : toggles)
+            QVERIFY(top.contains(toggle));
+        QCOMPARE(item(menu, QStringLiteral("Rename..."))->isEnabled(), hashes.size() == 1);
+        QCOMPARE(titles(*item(menu, QStringLiteral("Copy"))->menu()),
+                 (QStringList{QStringLiteral("Name"), QStringLiteral("Hash"), QStringLiteral("Magnet link")}));
+        QCOMPARE(titles(*item(menu, QStringLiteral("Category"))->menu()), categories);
+        QCOMPARE(titles(*item(menu, QStringLiteral("Tags"))->menu()), tags);
+    }
+
+    void contextMenuActsOnItsTorrents()
+    {
+        const Set both{QStringLiteral("aaa"), QStringLiteral("ccc")};
+        TntContextMenu menu(*m_server->context, commands(), both);
+        item(*item(menu, QStringLiteral("Copy"))->menu(), QStringLiteral("Name"))->trigger();
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("Done\nBegun"));
+        item(*item(menu, QStringLiteral("Copy"))->menu(), QStringLiteral("Magnet link"))->trigger();
+        QCOMPARE(QGuiApplication::clipboard()->text(),
+                 QStringLiteral("magnet:?xt=urn:btih:aaa\nmagnet:?xt=urn:btih:ccc"));
+
+        item(*item(menu, QStringLiteral("Tags"))->menu(), QStringLiteral("y"))->trigger();
+        QCOMPARE(sent(), QByteArray("/api/v2/torrents/addTags?hashes=aaa%7Cccc&tags=y"));
+        m_server->server.clearRequests();
+        item(*item(menu, QStringLiteral("Tags"))->menu(), QStringLiteral("x"))->trigger();
+        QCOMPARE(sent(), QByteArray("/api/v2/torrents/removeTags?hashes=aaa%7Cccc&tags=x"));
+        m_server->server.clearRequests();
+        item(menu, QStringLiteral("Super seeding mode"))->trigger();
+        QCOMPARE(sent(), QByteArray("/api/v2/torrents/setSuperSeeding?hashes=aaa%7Cccc&value=true"));
+    }
+
+    void toolbarAndStatusBar()
+    {
+        QStringList identifiers;
+        for (const QAction *action : m_window->toolBar()->actions()) {
+            if (!action->objectName().isEmpty())
+                identifiers << action->objectName();
+        }
+        QCOMPARE(identifiers,
+                 (QStringList{QStringLiteral("delete_tnt"), QStringLiteral("start_tnt"), QStringLiteral("stop_tnt"),
+                              QStringLiteral("min_tnt_prio"), QStringLiteral("decrease_tnt_prio"),
+                              QStringLiteral("increase_tnt_prio"), QStringLiteral("max_tnt_prio"),
+                              QStringLiteral("connection_menu"), QStringLiteral("log_in_out")}));
+        select({QStringLiteral("ccc")});
+        m_window->toolbarAction(QStringLiteral("max_tnt_prio"))->trigger();
+        QCOMPARE(sent(), QByteArray("/api/v2/torrents/topPrio?hashes=ccc"));
+        m_window->tntTable()->table()->setFocus();
+        QTest::keyClick(m_window->tntTable()->table(), Qt::Key_S, Qt::ControlModifier);
+        QTRY_COMPARE(tntModelStateText(m_server->tnt("ccc").state()), QStringLiteral("stalledDL"));
+
+        m_server->server.clearRequests();
+        m_window->transferStatus()->altSpeedSwitch()->click();
+        QCOMPARE(sent(), QByteArray("/api/v2/transfer/toggleSpeedLimitsMode?"));
+    }
+};
+
+QTEST_MAIN(TestTntActions)
+#include "tst_tntactions.moc"
