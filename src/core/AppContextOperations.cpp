@@ -67,8 +67,11 @@ QString tagText(QStringList tags)
 QCoro::Task<bool> AppContext::send(API::APIEndpoint endpoint, QString failureTitle)
 {
     Q_ASSERT(QThread::currentThread() == thread());
-    if (!m_client)
+    // A command given while logged out or reconnecting (the table still shows the last torrents).
+    if (!m_client || !m_isAuthorized) {
+        fail(failureTitle, std::make_exception_ptr(API::NetworkError::disconnected()));
         co_return false;
+    }
     const QPointer<AppContext> self(this);
     const quint64 generation = m_generation;
     std::exception_ptr failure;

@@ -149,6 +149,18 @@ private Q_SLOTS:
         QCOMPARE(trackersEdited.size(), 0);
     }
 
+    void commandWhileLoggedOut()
+    {
+        connectTo("2.11.0");
+        wait(m_context->logOut());
+        m_fixture->server.clearRequests();
+        wait(m_context->stopTnts({QStringLiteral("aaa")}));
+        QCOMPARE(m_context->clientError()->title(), QStringLiteral("Failed to stop tnts."));
+        QCOMPARE(m_context->clientError()->description(), QStringLiteral("Quillo is not connected to qBt!"));
+        QCOMPARE(sent(), QByteArray());
+        QCOMPARE(states(), QStringLiteral("stoppedUP stoppedDL queuedDL"));
+    }
+
     void removeEmptiesTheSelection_data()
     {
         QTest::addColumn<Set>("removed");
