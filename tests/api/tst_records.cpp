@@ -39,60 +39,37 @@ const QByteArray fullTorrent51 = R"({"added_on":1718000000,"amount_left":0,"auto
 
 STntModel expectedFullTorrent51()
 {
-    STntModel t;
-    t.addedOn = Date(1718000000);
-    t.amountLeft = 0;
-    t.autoTmm = false;
-    t.availability = -1.0;
-    t.category = QStringLiteral("iso");
-    t.completed = 4071620608;
-    t.completionOn = Date(1718000600);
-    t.contentPath = QStringLiteral("/srv/dl/debian-12.5.0-amd64-DVD-1.iso");
-    t.dlLimit = -1;
-    t.dlspeed = 0;
-    t.downloaded = 4071620608;
-    t.downloadedSession = 0;
-    t.eta = 8640000.0;
-    t.fLPiecePrio = false;
-    t.forceStart = false;
-    t.infohashV1 = hash;
-    t.infohashV2 = QString();
-    t.lastActivity = Date(1718003000);
-    t.magnetUri = QStringLiteral("magnet:?xt=urn:btih:8c212779b4abde7c6bc608063a0d008b7e40ce32&dn=debian");
-    t.maxRatio = -1.0;
-    t.maxSeedingTime = -1;
-    t.name = QString::fromUtf8("Débian 12 ☃ DVD");
-    t.numComplete = 120;
-    t.numIncomplete = 3;
-    t.numLeechs = 0;
-    t.numSeeds = 0;
-    t.priority = 0;
-    t.progress = 1.0;
-    t.ratio = 0.25;
-    t.ratioLimit = -2.0;
-    t.savePath = QStringLiteral("/srv/dl/");
-    t.seedingTime = 3600;
-    t.seedingTimeLimit = -2;
-    t.seenComplete = Date(-1);
-    t.seqDl = false;
-    t.size = 4071620608;
-    t.state = TntModelState::stoppedUP;
-    t.superSeeding = false;
-    t.tags = QStringLiteral("linux, keep");
-    t.timeActive = 4200;
-    t.totalSize = 4071620608;
-    t.tracker = QStringLiteral("http://bttracker.debian.org:6969/announce");
-    t.upLimit = -1;
-    t.uploaded = 1017905152;
-    t.uploadedSession = 0;
-    t.upspeed = 0;
-    return t;
+    return {
+        .addedOn = Date(1718000000), .amountLeft = 0, .autoTmm = false, .availability = -1.0,
+        .category = QStringLiteral("iso"), .completed = 4071620608, .completionOn = Date(1718000600),
+        .contentPath = QStringLiteral("/srv/dl/debian-12.5.0-amd64-DVD-1.iso"), .dlLimit = -1, .dlspeed = 0,
+        .downloaded = 4071620608, .downloadedSession = 0, .eta = 8640000.0, .fLPiecePrio = false, .forceStart = false,
+        .infohashV1 = hash, .infohashV2 = QString(), .lastActivity = Date(1718003000),
+        .magnetUri = QStringLiteral("magnet:?xt=urn:btih:8c212779b4abde7c6bc608063a0d008b7e40ce32&dn=debian"),
+        .maxRatio = -1.0, .maxSeedingTime = -1, .name = QString::fromUtf8("Débian 12 ☃ DVD"), .numComplete = 120,
+        .numIncomplete = 3, .numLeechs = 0, .numSeeds = 0, .priority = 0, .progress = 1.0, .ratio = 0.25,
+        .ratioLimit = -2.0, .savePath = QStringLiteral("/srv/dl/"), .seedingTime = 3600, .seedingTimeLimit = -2,
+        .seenComplete = Date(-1), .seqDl = false, .size = 4071620608, .state = TntModelState::stoppedUP,
+        .superSeeding = false, .tags = QStringLiteral("linux, keep"), .timeActive = 4200, .totalSize = 4071620608,
+        .tracker = QStringLiteral("http://bttracker.debian.org:6969/announce"), .upLimit = -1, .uploaded = 1017905152,
+        .uploadedSession = 0, .upspeed = 0
+    };
 }
 
-QString decodeFailure(const std::function<void()> &decode)
+enum class Decoder { mainData, peers, properties, trackers, files, webSeeds };
+
+// The reason a decoder gives for refusing `json`; empty when it decoded.
+QString decodeFailure(Decoder decoder, const QByteArray &json)
 {
     try {
-        decode();
+        switch (decoder) {
+        case Decoder::mainData: decodeMainData(json); break;
+        case Decoder::peers: decodePeersData(json); break;
+        case Decoder::properties: decodeGenericProperties(json); break;
+        case Decoder::trackers: decodeTrackers(json); break;
+        case Decoder::files: decodeFiles(json); break;
+        case Decoder::webSeeds: decodeWebSeeds(json); break;
+        }
     } catch (const ResponseDecodingError &error) {
         if (error.description() != QStringLiteral("Could not decode JSON data"))
             return QStringLiteral("wrong description: ") + error.description();
@@ -101,23 +78,35 @@ QString decodeFailure(const std::function<void()> &decode)
     return {};
 }
 
+const QByteArray trackerWithoutMsg =
+    R"([{"url":"u","status":0,"tier":0,"num_peers":0,"num_seeds":0,"num_leeches":0,"num_downloaded":0)";
+
+const QByteArray properties =
+    R"({"addition_date":1718000000,"comment":"c","completion_date":-1,"created_by":"mktorrent",)"
+    R"("creation_date":1700000000,"dl_limit":-1,"dl_speed":0,"dl_speed_avg":12,"eta":8640000,)"
+    R"("infohash_v1":"8c21","infohash_v2":"","is_private":false,"last_seen":1718000001,"nb_connections":0,)"
+    R"("nb_connections_limit":100,"peers":0,"peers_total":3,"piece_size":4194304,"pieces_have":971,)"
+    R"("pieces_num":971,"reannounce":0,"save_path":"/srv/","seeding_time":60,"seeds":0,"seeds_total":9,)"
+    R"("share_ratio":0.5,"time_elapsed":120,"total_downloaded":1,"total_downloaded_session":2,)"
+    R"("total_size":4071620608,"total_uploaded":3,"total_uploaded_session":4,"total_wasted":5,)"
+    R"("up_limit":-1,"up_speed":0,"up_speed_avg":6})";
+
 } // namespace
+
+Q_DECLARE_METATYPE(Decoder)
 
 void TestRecords::keyConversion_data()
 {
     QTest::addColumn<QByteArray>("key");
     QTest::addColumn<QByteArray>("converted");
-    QTest::newRow("two parts") << QByteArray("dl_info_speed") << QByteArray("dlInfoSpeed");
     QTest::newRow("one-letter parts") << QByteArray("f_l_piece_prio") << QByteArray("fLPiecePrio");
-    QTest::newRow("digit") << QByteArray("infohash_v1") << QByteArray("infohashV1");
+    QTest::newRow("no inner underscore") << QByteArray("_rid") << QByteArray("_rid");
     QTest::newRow("already camel") << QByteArray("savePath") << QByteArray("savePath");
-    QTest::newRow("single word") << QByteArray("dlspeed") << QByteArray("dlspeed");
     QTest::newRow("upper case parts") << QByteArray("DL_SPEED") << QByteArray("dlSpeed");
     QTest::newRow("camel part lowered") << QByteArray("save_pathName") << QByteArray("savePathname");
     QTest::newRow("outer underscores kept") << QByteArray("__num_seeds_") << QByteArray("__numSeeds_");
     QTest::newRow("repeated underscores") << QByteArray("num__seeds") << QByteArray("numSeeds");
     QTest::newRow("only underscores") << QByteArray("___") << QByteArray("___");
-    QTest::newRow("one leading underscore") << QByteArray("_rid") << QByteArray("_rid");
 }
 
 void TestRecords::keyConversion()
@@ -132,14 +121,8 @@ void TestRecords::torrentFields_data()
     QTest::addColumn<QByteArray>("fields");
     QTest::addColumn<STntModel>("expected");
     STntModel t;
-    t.dlspeed = 5;
-    QTest::newRow("a delta with a single field") << QByteArray(R"("dlspeed":5)") << t;
-    t = {};
     t.completionOn = Date(-1);
     QTest::newRow("completion_on -1 is a second before 1970") << QByteArray(R"("completion_on":-1)") << t;
-    t = {};
-    t.addedOn = Date(1.5);
-    QTest::newRow("fractional date") << QByteArray(R"("added_on":1.5)") << t;
     t = {};
     t.lastActivity = Date(1718000000.0004);
     QTest::newRow("date finer than a millisecond") << QByteArray(R"("last_activity":1718000000.0004)") << t;
@@ -153,11 +136,6 @@ void TestRecords::torrentFields_data()
     QTest::newRow("non-ASCII name") << QByteArray(R"("name":"日本語 Ünïcödé \ud83c\udfb5")") << t;
     t = {};
     QTest::newRow("null leaves a field empty") << QByteArray(R"("tracker":null,"ratio":null)") << t;
-    t.infohashV1 = hash;
-    t.infohashV2 = QStringLiteral("ab");
-    QTest::newRow("info-hashes") << QByteArray(R"("infohash_v1":")" + hash.toLatin1() + R"(","infohash_v2":"ab")")
-                                 << t;
-    t = {};
     t.name = QStringLiteral("a \"q\" b");
     t.category = QStringLiteral("c");
     QTest::newRow("whitespace and escapes") << QByteArray("\"name\" : \"a \\\"q\\\" b\" ,\n \"category\"\t:\t\"c\"  ") << t;
@@ -172,8 +150,6 @@ void TestRecords::torrentFields_data()
     t = {};
     QTest::newRow("keys that convert to nothing known")
         << QByteArray(R"("dl_speed":1,"_dlspeed":2,"numSeeds_":3,"has_metadata":{"x":[1,"y"]})") << t;
-    t.state = TntModelState::stoppedUP;
-    QTest::newRow("5.x state word") << QByteArray(R"("state":"stoppedUP")") << t;
     t.state = TntModelState::forcedMetaDL;
     QTest::newRow("later fields win") << QByteArray(R"("state":"stoppedUP","state":"forcedMetaDL")") << t;
     QTest::newRow("full 5.1 torrent") << fullTorrent51.mid(1, fullTorrent51.size() - 2) << expectedFullTorrent51();
@@ -185,8 +161,7 @@ void TestRecords::torrentFields()
     QFETCH(STntModel, expected);
     const MainData data = decodeMainData(withTorrent(fields));
     QCOMPARE(data.rid, 7);
-    QCOMPARE(data.tnts.size(), 1);
-    QVERIFY(data.tnts.contains(hash));
+    QCOMPARE(data.tnts.keys(), QList<QString>{hash});
     QVERIFY(data.tnts.value(hash) == expected);
 }
 
@@ -195,9 +170,7 @@ void TestRecords::datesAsDateTimes_data()
     QTest::addColumn<double>("seconds");
     QTest::addColumn<QDateTime>("expected");
     const auto ms = [](qint64 msecs) { return QDateTime::fromMSecsSinceEpoch(msecs, Qt::UTC); };
-    QTest::newRow("epoch") << 0.0 << QDateTime(QDate(1970, 1, 1), QTime(0, 0), Qt::UTC);
     QTest::newRow("-1 is a second before 1970") << -1.0 << QDateTime(QDate(1969, 12, 31), QTime(23, 59, 59), Qt::UTC);
-    QTest::newRow("fraction") << 1.5 << ms(1500);
     QTest::newRow("negative fraction") << -1.25 << ms(-1250);
     QTest::newRow("nearest millisecond") << 1718000000.1236 << ms(1718000000124);
     QTest::newRow("nearest millisecond below") << 1718000000.1234 << ms(1718000000123);
@@ -253,34 +226,56 @@ void TestRecords::mainDataCollections()
     QVERIFY(data.tnts.isEmpty());
 }
 
-void TestRecords::mainDataFailures_data()
+void TestRecords::failures_data()
 {
+    QTest::addColumn<Decoder>("decoder");
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<QString>("reason");
     const QString at = QStringLiteral("torrents.") + hash + QLatin1Char('.');
-    QTest::newRow("string in an optional number") << withTorrent(R"("dlspeed":"5")") << at + QStringLiteral("dlspeed: expected an integer");
-    QTest::newRow("fraction in an integer") << withTorrent(R"("num_seeds":1.5)") << at + QStringLiteral("num_seeds: expected an integer");
-    QTest::newRow("integer overflow") << withTorrent(R"("size":9223372036854775808)") << at + QStringLiteral("size: expected an integer");
-    QTest::newRow("number in a string") << withTorrent(R"("name":5)") << at + QStringLiteral("name: expected a string");
-    QTest::newRow("number in a boolean") << withTorrent(R"("seq_dl":0)") << at + QStringLiteral("seq_dl: expected a boolean");
-    QTest::newRow("string in a date") << withTorrent(R"("added_on":"2024")") << at + QStringLiteral("added_on: expected a number");
-    QTest::newRow("date out of range") << withTorrent(R"("seen_complete":-1e13)") << at + QStringLiteral("seen_complete: date out of range");
-    QTest::newRow("unknown state word") << withTorrent(R"("state":"seeding")") << at + QStringLiteral("state: unknown state \"seeding\"");
-    QTest::newRow("state word in another case") << withTorrent(R"("state":"StoppedUP")") << at + QStringLiteral("state: unknown state \"StoppedUP\"");
-    QTest::newRow("torrent not an object") << withTorrent("").replace("{}", "[]") << QStringLiteral("torrents.") + hash + QStringLiteral(": expected an object");
-    QTest::newRow("unknown connection status") << QByteArray(R"({"rid":1,"server_state":{"connection_status":"online"}})")
-                                               << QStringLiteral("server_state.connection_status: unknown connection status \"online\"");
-    QTest::newRow("number in a tag list") << QByteArray(R"({"rid":1,"tags":["a",2]})") << QStringLiteral("tags[1]: expected a string");
-    QTest::newRow("missing rid") << QByteArray(R"({"torrents":{}})") << QStringLiteral("rid: missing");
-    QTest::newRow("null rid") << QByteArray(R"({"rid":null})") << QStringLiteral("rid: expected an integer");
-    QTest::newRow("not an object") << QByteArray("[1]") << QStringLiteral("expected an object");
+    const auto torrentRow = [&at](const char *name, const QByteArray &fields, const char *reason) {
+        QTest::newRow(name) << Decoder::mainData << withTorrent(fields) << at + QString::fromUtf8(reason);
+    };
+    const auto row = [](const char *name, Decoder decoder, const QByteArray &json, const char *reason) {
+        QTest::newRow(name) << decoder << json << QString::fromUtf8(reason);
+    };
+    torrentRow("string in a number", R"("dlspeed":"5")", "dlspeed: expected an integer");
+    torrentRow("fraction in an integer", R"("num_seeds":1.5)", "num_seeds: expected an integer");
+    torrentRow("integer overflow", R"("size":9223372036854775808)", "size: expected an integer");
+    torrentRow("number in a string", R"("name":5)", "name: expected a string");
+    torrentRow("number in a boolean", R"("seq_dl":0)", "seq_dl: expected a boolean");
+    torrentRow("string in a date", R"("added_on":"2024")", "added_on: expected a number");
+    torrentRow("date out of range", R"("seen_complete":-1e13)", "seen_complete: date out of range");
+    torrentRow("unknown state word", R"("state":"seeding")", "state: unknown state \"seeding\"");
+    torrentRow("state word in another case", R"("state":"StoppedUP")", "state: unknown state \"StoppedUP\"");
+    row("torrent not an object", Decoder::mainData, withTorrent("").replace("{}", "[]"),
+        qPrintable(QStringLiteral("torrents.") + hash + QStringLiteral(": expected an object")));
+    row("unknown connection status", Decoder::mainData, R"({"rid":1,"server_state":{"connection_status":"online"}})",
+        "server_state.connection_status: unknown connection status \"online\"");
+    row("number in a tag list", Decoder::mainData, R"({"rid":1,"tags":["a",2]})", "tags[1]: expected a string");
+    row("missing rid", Decoder::mainData, R"({"torrents":{}})", "rid: missing");
+    row("not an object", Decoder::mainData, "[1]", "expected an object");
+    row("peer port as text", Decoder::peers, R"({"rid":1,"peers":{"a:1":{"port":"1"}}})",
+        "peers.a:1.port: expected an integer");
+    row("tracker without msg", Decoder::trackers, trackerWithoutMsg + "}]", "[0].msg: missing");
+    row("tracker with null msg", Decoder::trackers, trackerWithoutMsg + R"(,"msg":null}])", "[0].msg: expected a string");
+    row("tracker status 5", Decoder::trackers, QByteArray(trackerWithoutMsg).replace("\"status\":0", "\"status\":5") + R"(,"msg":""}])",
+        "[0].status: unknown tracker status 5");
+    row("tracker status as text", Decoder::trackers, QByteArray(trackerWithoutMsg).replace("\"status\":0", "\"status\":\"2\"") + R"(,"msg":""}])",
+        "[0].status: expected an integer");
+    row("fractional piece", Decoder::files,
+        R"([{"availability":1,"index":0,"name":"a","piece_range":[0,1.5],"priority":1,"progress":1,"size":1}])",
+        "[0].piece_range[1]: expected an integer");
+    row("properties without comment", Decoder::properties, QByteArray(properties).replace(R"("comment":"c",)", ""),
+        "comment: missing");
+    row("web seed without url", Decoder::webSeeds, "[{}]", "[0].url: missing");
 }
 
-void TestRecords::mainDataFailures()
+void TestRecords::failures()
 {
+    QFETCH(Decoder, decoder);
     QFETCH(QByteArray, json);
     QFETCH(QString, reason);
-    QCOMPARE(decodeFailure([&] { decodeMainData(json); }), reason);
+    QCOMPARE(decodeFailure(decoder, json), reason);
 }
 
 // Whatever the cut, a body that is not whole JSON never decodes.
@@ -288,27 +283,23 @@ void TestRecords::malformedBodies_data()
 {
     QTest::addColumn<QByteArray>("json");
     const QByteArray whole = withTorrent(fullTorrent51.mid(1, fullTorrent51.size() - 2));
-    for (const qsizetype cut : {qsizetype(0), qsizetype(1), qsizetype(9), whole.size() / 2, whole.size() - 3,
-                                whole.size() - 1})
+    for (const qsizetype cut : {qsizetype(0), whole.size() / 2, whole.size() - 1})
         QTest::addRow("truncated at %lld", static_cast<long long>(cut)) << whole.left(cut);
     QTest::newRow("cut inside a multi-byte character") << withTorrent(R"("name":"é")").replace("\xc3\xa9", "\xc3");
     QTest::newRow("trailing content") << QByteArray(R"({"rid":1} {"rid":2})");
-    QTest::newRow("trailing bracket") << QByteArray(R"({"rid":1}})");
     QTest::newRow("lone surrogate") << QByteArray(R"({"rid":1,"tags":["\ud800"]})");
-    QTest::newRow("bad literal under an unknown key") << QByteArray(R"({"rid":1,"x":tru})");
     QTest::newRow("bad literal deep under an unknown key") << QByteArray(R"({"rid":1,"x":{"y":[1,{"z":nul}]}})");
     QTest::newRow("bad number under an unknown key") << withTorrent(R"("popularity":1.2.3)");
     QTest::newRow("bad escape under an unknown key") << withTorrent(R"("comment":"\q")");
     QTest::newRow("mismatched brackets under an unknown key") << QByteArray(R"({"rid":1,"x":[1,2}})");
-    QTest::newRow("raw control character in a string") << withTorrent("\"name\":\"a\x01b\"");
-    QTest::newRow("raw line feed in a key") << withTorrent("\"na\nme\":\"a\"");
     QTest::newRow("missing value under an unknown key") << QByteArray(R"({"rid":1,"x":})");
+    QTest::newRow("raw control character in a string") << withTorrent("\"name\":\"a\x01b\"");
 }
 
 void TestRecords::malformedBodies()
 {
     QFETCH(QByteArray, json);
-    QVERIFY(!decodeFailure([&] { decodeMainData(json); }).isEmpty());
+    QVERIFY(!decodeFailure(Decoder::mainData, json).isEmpty());
 }
 
 void TestRecords::peers()
@@ -330,101 +321,36 @@ void TestRecords::peers()
                                "\n\t- flags: D X\n\t- flagsDesc: D = x\n\t- ip: 10.0.0.2\n\t- peerIdClient: -qB5100-"
                                "\n\t- port: 6881\n\t- progress: 1\n\t- relevance: 0.5\n\t- upSpeed: 0\n\t- uploaded: 7"));
     QVERIFY(Peer{}.debugDescription().startsWith(QStringLiteral("\nPeer\n\t- client: nil\n\t- connection: nil")));
-    const QByteArray textPort = R"({"rid":1,"peers":{"a:1":{"port":"1"}}})";
-    QCOMPARE(decodeFailure([&] { decodePeersData(textPort); }),
-             QStringLiteral("peers.a:1.port: expected an integer"));
 }
 
-void TestRecords::trackers_data()
+void TestRecords::detailRecords()
 {
-    QTest::addColumn<QByteArray>("status");
-    QTest::addColumn<int>("expected"); // -1: the answer fails
-    for (int status = 0; status <= 4; ++status)
-        QTest::addRow("status %d", status) << QByteArray::number(status) << status;
-    QTest::newRow("status 5") << QByteArray("5") << -1;
-    QTest::newRow("status -1") << QByteArray("-1") << -1;
-    QTest::newRow("status as text") << QByteArray("\"2\"") << -1;
-}
-
-void TestRecords::trackers()
-{
-    QFETCH(QByteArray, status);
-    QFETCH(int, expected);
-    const QByteArray json = R"([{"url":"** [DHT] **","status":2,"tier":-1,"num_peers":0,"num_seeds":0,"num_leeches":0,)"
-                            R"("num_downloaded":0,"msg":""},{"url":"udp://t:1","status":)" + status
-        + R"(,"tier":0,"num_peers":5,"num_seeds":4,"num_leeches":1,"num_downloaded":-1,"msg":"Ünï","next_announce":3})";
-    if (expected < 0) {
-        QVERIFY(decodeFailure([&] { decodeTrackers(json + ']'); }).startsWith(QStringLiteral("[1].status: ")));
-        return;
-    }
-    const QList<Tracker> trackers = decodeTrackers(json + ']');
+    const QList<Tracker> trackers = decodeTrackers(
+        R"([{"url":"** [DHT] **","status":2,"tier":-1,"num_peers":0,"num_seeds":0,"num_leeches":0,"num_downloaded":0,)"
+        R"("msg":""},{"url":"udp://t:1","status":4,"tier":0,"num_peers":5,"num_seeds":4,"num_leeches":1,)"
+        R"("num_downloaded":-1,"msg":"Ünï","next_announce":3}])");
     QCOMPARE(trackers.size(), 2);
-    QVERIFY((trackers[1] == Tracker{QStringLiteral("udp://t:1"), static_cast<TntModelTrackerStatus>(expected), 0, 5,
-                                    4, 1, -1, QString::fromUtf8("Ünï")}));
     QCOMPARE(trackers[0].tier, -1);
-}
+    QVERIFY((trackers[1] == Tracker{QStringLiteral("udp://t:1"), TntModelTrackerStatus::notWorking, 0, 5, 4, 1, -1,
+                                    QString::fromUtf8("Ünï")}));
 
-void TestRecords::detailRecordsRequireEveryField_data()
-{
-    QTest::addColumn<QByteArray>("json");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("tracker without msg") << QByteArray(R"([{"url":"u","status":0,"tier":0,"num_peers":0,"num_seeds":0,"num_leeches":0,"num_downloaded":0}])")
-                                         << QStringLiteral("[0].msg: missing");
-    QTest::newRow("tracker with null msg") << QByteArray(R"([{"url":"u","status":0,"tier":0,"num_peers":0,"num_seeds":0,"num_leeches":0,"num_downloaded":0,"msg":null}])")
-                                           << QStringLiteral("[0].msg: expected a string");
-}
-
-void TestRecords::detailRecordsRequireEveryField()
-{
-    QFETCH(QByteArray, json);
-    QFETCH(QString, reason);
-    QCOMPARE(decodeFailure([&] { decodeTrackers(json); }), reason);
-}
-
-void TestRecords::files()
-{
     const QList<File> files = decodeFiles(R"([{"availability":-1,"index":0,"is_seed":true,"name":"d/ä.iso",)"
                                           R"("piece_range":[0,12],"priority":4,"progress":0.5,"size":1024}])");
     QCOMPARE(files.size(), 1);
     QVERIFY((files[0] == File{0, QString::fromUtf8("d/ä.iso"), 1024, 0.5, 4.0, {0, 12}, -1.0}));
     QCOMPARE(tntModelFilePriorityFromValue(files[0].priority), std::nullopt);
     QCOMPARE(tntModelFilePriorityFromValue(7.0), std::optional(TntModelFilePriority::maximal));
-    const QByteArray fractionalPiece = R"([{"availability":1,"index":0,"name":"a","piece_range":[0,1.5],)"
-                                       R"("priority":1,"progress":1,"size":1}])";
-    QCOMPARE(decodeFailure([&] { decodeFiles(fractionalPiece); }),
-             QStringLiteral("[0].piece_range[1]: expected an integer"));
-}
 
-void TestRecords::properties()
-{
-    const QByteArray json = R"({"addition_date":1718000000,"comment":"c","completion_date":-1,"created_by":"mktorrent",)"
-        R"("creation_date":1700000000,"dl_limit":-1,"dl_speed":0,"dl_speed_avg":12,"eta":8640000,)"
-        R"("infohash_v1":"8c21","infohash_v2":"","is_private":false,"last_seen":1718000001,"nb_connections":0,)"
-        R"("nb_connections_limit":100,"peers":0,"peers_total":3,"piece_size":4194304,"pieces_have":971,)"
-        R"("pieces_num":971,"reannounce":0,"save_path":"/srv/","seeding_time":60,"seeds":0,"seeds_total":9,)"
-        R"("share_ratio":0.5,"time_elapsed":120,"total_downloaded":1,"total_downloaded_session":2,)"
-        R"("total_size":4071620608,"total_uploaded":3,"total_uploaded_session":4,"total_wasted":5,)"
-        R"("up_limit":-1,"up_speed":0,"up_speed_avg":6})";
-    const SGenericProperties p = decodeGenericProperties(json);
+    const SGenericProperties p = decodeGenericProperties(properties);
     QCOMPARE(p.infohashV1, QStringLiteral("8c21"));
     QCOMPARE(p.infohashV2, std::optional(QString()));
     QCOMPARE(p.completionDate, Date(-1));
     QCOMPARE(p.timeElapsed, 120.0);
     QCOMPARE(p.totalWasted, 5);
     QCOMPARE(p.upSpeedAvg, 6);
-    const QByteArray withoutV2 = QByteArray(json).replace(R"("infohash_v2":"",)", "");
-    const QByteArray withoutComment = QByteArray(json).replace(R"("comment":"c",)", "");
-    QCOMPARE(decodeGenericProperties(withoutV2).infohashV2, std::nullopt);
-    QCOMPARE(decodeFailure([&] { decodeGenericProperties(withoutComment); }),
-             QStringLiteral("comment: missing"));
-}
+    QCOMPARE(decodeGenericProperties(QByteArray(properties).replace(R"("infohash_v2":"",)", "")).infohashV2, std::nullopt);
 
-void TestRecords::smallRecords()
-{
-    const QByteArray seeds = R"([{"url":"http://seed/a"}])";
-    const QByteArray emptySeed = "[{}]";
-    QCOMPARE(decodeWebSeeds(seeds), QList<WebSeed>{WebSeed{QStringLiteral("http://seed/a")}});
-    QCOMPARE(decodeFailure([&] { decodeWebSeeds(emptySeed); }), QStringLiteral("[0].url: missing"));
+    QCOMPARE(decodeWebSeeds(R"([{"url":"http://seed/a"}])"), QList<WebSeed>{WebSeed{QStringLiteral("http://seed/a")}});
     const Key key{QStringLiteral("qbt_Äé\"x")};
     QCOMPARE(decodeKey(encodeKey(key)), key);
 }
