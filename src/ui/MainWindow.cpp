@@ -87,6 +87,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
 
     connect(m_welcomeView, &WelcomeView::connectToServerRequested, this, &MainWindow::openConnectionEditor);
     connect(m_serverMenu, &ServerMenu::addConnectionRequested, this, &MainWindow::openConnectionEditor);
+    connect(m_serverMenu, &ServerMenu::editConnectionRequested, this, &MainWindow::editConnection);
     connect(m_logInOut, &QAction::triggered, this, &MainWindow::logInOrOut);
     connect(&m_context, &AppContext::configurationsChanged, this, &MainWindow::showPage);
     connect(&m_context, &AppContext::connectionStateChanged, this, &MainWindow::showConnectionState);
@@ -236,6 +237,23 @@ ConnectionEditor *MainWindow::openConnectionEditor()
     connect(editor, &QDialog::accepted, this, [this, editor] {
         if (const auto &saved = editor->savedConfiguration())
             detached(m_context.selectConfiguration(saved->id));
+    });
+    editor->open();
+    return editor;
+}
+
+ConnectionEditor *MainWindow::editConnection(QUuid id)
+{
+    const QList<ClientConfiguration> &saved = m_context.clientConfigurations();
+    const auto found = std::find_if(saved.cbegin(), saved.cend(), [id](const auto &c) { return c.id == id; });
+    if (found == saved.cend())
+        return nullptr;
+    auto *editor = new ConnectionEditor(m_context, *found, this);
+    editor->setAttribute(Qt::WA_DeleteOnClose);
+    connect(editor, &QDialog::accepted, this, [this, editor] {
+        const auto &current = m_context.clientConfiguration();
+        if (const auto &edited = editor->savedConfiguration(); edited && current && current->id == edited->id)
+            detached(m_context.selectConfiguration(edited->id));
     });
     editor->open();
     return editor;

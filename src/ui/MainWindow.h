@@ -4,6 +4,7 @@
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QUuid>
 
 class AppContext;
 class ClientErrorPresenter;
@@ -43,6 +44,8 @@ public:
 
     // Opens the editor for a new connection, and connects to it once it is saved.
     ConnectionEditor *openConnectionEditor();
+    // Opens the editor on a saved connection; the connection in use reconnects with what was saved.
+    ConnectionEditor *editConnection(QUuid id);
 
 private:
     void showPage();

@@ -85,6 +85,11 @@ void ServerMenu::rebuild()
     addSeparator();
     QAction *add = addAction(QIcon::fromTheme(QStringLiteral("list-add")), QStringLiteral("Add Connection…"));
     connect(add, &QAction::triggered, this, &ServerMenu::addConnectionRequested);
+    if (current && !current->isLocal) {
+        QAction *edit = addAction(QIcon::fromTheme(QStringLiteral("document-edit")), QStringLiteral("Edit Connection…"));
+        const QUuid id = current->id;
+        connect(edit, &QAction::triggered, this, [this, id] { Q_EMIT editConnectionRequested(id); });
+    }
     QAction *deleteAll =
         addAction(QIcon::fromTheme(QStringLiteral("edit-delete")), QStringLiteral("Delete All Connections…"));
     deleteAll->setEnabled(hasRemote);

@@ -23,6 +23,7 @@ public:
 
 Q_SIGNALS:
     void addConnectionRequested();
+    void editConnectionRequested(QUuid id);
 
 private:
     void scheduleRebuild();

@@ -1,6 +1,7 @@
 #include "ConnectionFixture.h"
 #include "ui/ConnectionEditor.h"
 #include "ui/MainWindow.h"
+#include "ui/ServerMenu.h"
 #include "ui/WelcomeView.h"
 
 #include <QCheckBox>
@@ -261,6 +262,29 @@ private Q_SLOTS:
         QCOMPARE(fixture.context->clientConfiguration()->host, QStringLiteral("127.0.0.1"));
         QVERIFY(!window.welcomeView()->isVisible());
         QVERIFY(window.toolBar()->isVisible());
+    }
+
+    // The server menu edits the connection in use, and the window reconnects with what was saved.
+    void editingTheConnectionInUse()
+    {
+        ConnectionFixture fixture(m_keychain);
+        fixture.bypass = true;
+        const ClientConfiguration nas = fixture.add(QStringLiteral("NAS"), AuthMethod::none);
+        MainWindow window(*fixture.context);
+        QuilloTest::wait(fixture.context->selectConfiguration(nas.id));
+        QAction *edit = nullptr;
+        for (QAction *action : window.serverMenu()->actions())
+            edit = action->text() == QStringLiteral("Edit Connection…") ? action : edit;
+        QVERIFY(edit);
+        edit->trigger();
+        auto *editor = window.findChild<ConnectionEditor *>();
+        QVERIFY(editor);
+        QCOMPARE(editor->nameField()->text(), QStringLiteral("NAS"));
+        editor->nameField()->setText(QStringLiteral("Attic"));
+        QTest::mouseClick(editor->saveButton(), Qt::LeftButton);
+        QTRY_COMPARE(fixture.context->clientConfiguration()->name, QStringLiteral("Attic"));
+        QCOMPARE(fixture.context->clientConfigurations().size(), 1);
+        QTRY_VERIFY(fixture.context->isPolling());
     }
 };
 
