@@ -7,6 +7,7 @@
 #include "core/Detached.h"
 #include "core/KeychainStore.h"
 #include "model/Poller.h"
+#include "model/SidebarFilter.h"
 
 #include <QCoroFuture>
 #include <QLoggingCategory>
@@ -168,6 +169,7 @@ void AppContext::resetServerState()
         m_tags.clear();
         Q_EMIT labelsChanged();
     }
+    m_trackers.clear();
     m_isAuthorized = false;
     m_qbtVersion.clear();
     m_webAPIVersion = {};
@@ -346,6 +348,8 @@ QCoro::Task<> AppContext::syncMainData()
     } else {
         m_tntCollection.merge(data->tnts, data->tntsRemoved, m_settings.avgCoefficient());
     }
+    // Before the labels: their announcement is when a remembered sidebar selection is checked.
+    m_trackers.apply(data->fullUpdate.value_or(false), data->trackers, data->trackersRemoved);
     applyLabels(*data);
     if (data->serverState)
         m_serverState.update(*data->serverState);
@@ -354,7 +358,9 @@ QCoro::Task<> AppContext::syncMainData()
 void AppContext::applyLabels(const API::MainData &data)
 {
     const bool full = data.fullUpdate.value_or(false);
-    bool changed = false;
+    // A full update is announced even when it changes nothing: it is the server's whole list, by
+    // which a remembered selection can be checked.
+    bool changed = full;
     if (full && (!m_categories.isEmpty() || !m_tags.isEmpty())) {
         m_categories.clear();
         m_tags.clear();
@@ -379,6 +385,11 @@ void AppContext::applyLabels(const API::MainData &data)
         changed |= m_tags.removeAll(tag) > 0;
     if (changed)
         Q_EMIT labelsChanged();
+}
+
+QList<const TntModel *> AppContext::filterTnts(const QSet<SidebarItem> &selection, const QString &nameText) const
+{
+    return admittedTnts(m_tntCollection, SidebarFilter(selection, m_trackers), NameFilter(nameText));
 }
 
 void AppContext::persistAutoLogin(bool autoLogin)

@@ -9,7 +9,9 @@
 #include "core/HTTPSRedirectSuggestion.h"
 #include "model/CompletionNotifier.h"
 #include "model/GlobalTransferInfo.h"
+#include "model/SidebarItem.h"
 #include "model/TntCollection.h"
+#include "model/TrackerIndex.h"
 #include "settings/AppSettings.h"
 
 #include <QCoroTask>
@@ -67,6 +69,10 @@ public:
     CompletionNotifier &completionNotifier() { return m_completionNotifier; }
     const QMap<QString, API::Category> &categories() const { return m_categories; }
     const QStringList &tags() const { return m_tags; }
+    // The server's tracker map; empty for servers that do not send one.
+    TrackerIndex &trackers() { return m_trackers; }
+    // The torrents that the sidebar selection and the name text admit, in the collection's order.
+    QList<const TntModel *> filterTnts(const QSet<SidebarItem> &selection, const QString &nameText) const;
     AppState appState() const { return m_appState; }
     // The table's selection, by hash; what the torrent operations act on.
     const QSet<QString> &selectedTnts() const { return m_selectedTnts; }
@@ -209,6 +215,7 @@ private:
     CompletionNotifier m_completionNotifier{m_tntCollection, m_settings};
     QMap<QString, API::Category> m_categories;
     QStringList m_tags;
+    TrackerIndex m_trackers;
     std::unique_ptr<Poller> m_poller;
     std::optional<HTTPSRedirectSuggestion> m_httpsRedirectSuggestion;
     QSet<QString> m_selectedTnts;

@@ -20,6 +20,7 @@ QString keyName(UserDefaultsKey key)
     case UserDefaultsKey::statesIsExpanded: return QStringLiteral("statesIsExpanded");
     case UserDefaultsKey::categoriesIsExpanded: return QStringLiteral("categoriesIsExpanded");
     case UserDefaultsKey::tagsIsExpanded: return QStringLiteral("tagsIsExpanded");
+    case UserDefaultsKey::trackersIsExpanded: return QStringLiteral("trackersIsExpanded");
     case UserDefaultsKey::selectedSettingsTab: return QStringLiteral("selectedSettingsTab");
     case UserDefaultsKey::alternateRows: return QStringLiteral("alternateRows");
     case UserDefaultsKey::confirmTntDeleting: return QStringLiteral("confirmTntDeleting");

@@ -22,6 +22,7 @@ enum class UserDefaultsKey {
     statesIsExpanded,
     categoriesIsExpanded,
     tagsIsExpanded,
+    trackersIsExpanded,
     selectedSettingsTab,
     alternateRows,
     confirmTntDeleting,

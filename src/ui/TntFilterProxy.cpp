@@ -17,31 +17,26 @@ bool TntFilterProxy::lessThan(const QModelIndex &left, const QModelIndex &right)
     return QVariant::compare(left.data(sortRole()), right.data(sortRole())) == QPartialOrdering::Less;
 }
 
-QString TntFilterProxy::searchKey(const QString &text)
-{
-    const QString decomposed = text.normalized(QString::NormalizationForm_KD);
-    QString key;
-    key.reserve(decomposed.size());
-    for (const QChar c : decomposed) {
-        if (c.category() != QChar::Mark_NonSpacing)
-            key.append(c);
-    }
-    return key.toCaseFolded();
-}
-
 void TntFilterProxy::setNameFilter(const QString &text)
 {
-    const QString needle = searchKey(text.trimmed());
-    if (needle == m_needle)
+    NameFilter name(text);
+    if (name == m_name)
         return;
-    m_needle = needle;
+    m_name = std::move(name);
     invalidateFilter();
 }
 
-bool TntFilterProxy::filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const
+void TntFilterProxy::setSidebarFilter(const SidebarFilter &filter)
 {
-    if (m_needle.isEmpty())
+    m_sidebar = filter;
+    invalidateFilter();
+}
+
+bool TntFilterProxy::filterAcceptsRow(int sourceRow, const QModelIndex &) const
+{
+    const auto *table = qobject_cast<const TntTableModel *>(sourceModel());
+    if (!table)
         return true;
-    const QModelIndex name = sourceModel()->index(sourceRow, TntTableModel::NameColumn, sourceParent);
-    return searchKey(name.data(Qt::DisplayRole).toString()).contains(m_needle);
+    const TntModel &tnt = table->tntAt(sourceRow);
+    return m_sidebar.admits(tnt) && m_name.matches(tnt.name());
 }

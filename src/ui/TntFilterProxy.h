@@ -1,9 +1,12 @@
 #pragma once
 
+#include "model/NameFilter.h"
+#include "model/SidebarFilter.h"
+
 #include <QSortFilterProxyModel>
 
-// Sorts the torrent table on raw values and keeps the rows whose name contains the typed text,
-// ignoring case and accents ("ulysses" finds "Ülysses").
+// Sorts the torrent table on raw values and keeps the rows that the sidebar's filter admits and
+// whose name contains the typed text, ignoring case and accents ("ulysses" finds "Ülysses").
 class TntFilterProxy : public QSortFilterProxyModel
 {
     Q_OBJECT
@@ -12,10 +15,8 @@ public:
     explicit TntFilterProxy(QObject *parent = nullptr);
 
     void setNameFilter(const QString &text);
-    const QString &nameFilter() const { return m_needle; }
-
-    // Text reduced for matching: decomposed, accents dropped, case folded.
-    static QString searchKey(const QString &text);
+    // Filters again even when the filter is the same: what it admits may have changed.
+    void setSidebarFilter(const SidebarFilter &filter);
 
 protected:
     bool filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const override;
@@ -24,5 +25,6 @@ protected:
     bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
 
 private:
-    QString m_needle;
+    NameFilter m_name;
+    SidebarFilter m_sidebar;
 };
