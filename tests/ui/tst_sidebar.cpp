@@ -1,0 +1,221 @@
+#include "core/AppContext.h"
+#include "core/KeychainStore.h"
+#include "core/NavigationContext.h"
+#include "support/Await.h"
+#include "support/FakeServer.h"
+#include "ui/SidebarView.h"
+#include "ui/TntCommands.h"
+#include "ui/TntFilterProxy.h"
+#include "ui/TntTableModel.h"
+
+#include <QMenu>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeWidget>
+
+using Group = NavigationContext::Group;
+using QuilloTest::wait;
+
+namespace {
+
+const QByteArray twoCategories = "{\"rid\":1,\"full_update\":true,\"torrents\":{"
+                                 "\"aaa\":{\"name\":\"Alpha\",\"state\":\"downloading\",\"category\":\"films\",\"tags\":\"x, y\",\"size\":1024},"
+                                 "\"bbb\":{\"name\":\"Beta\",\"state\":\"stalledDL\",\"category\":\"films\",\"tags\":\"\",\"size\":2048},"
+                                 "\"ccc\":{\"name\":\"Gamma\",\"state\":\"stoppedUP\",\"category\":\"\",\"tags\":\"y\",\"size\":4096}},"
+                                 "\"categories\":{\"films\":{\"name\":\"films\",\"savePath\":\"/films\"},\"music\":{\"name\":\"music\"}},"
+                                 "\"tags\":[\"y\",\"x\"],"
+                                 "\"trackers\":{\"http://t.example/announce\":[\"aaa\",\"bbb\"],\"udp://t.example:1\":[\"aaa\"]}}";
+
+QStringList texts(const QList<QAction *> &actions)
+{
+    QStringList result;
+    for (const QAction *action : actions)
+        result << action->text();
+    return result;
+}
+
+} // namespace
+
+// The sidebar over a scripted server: its groups and titles, clicks that filter the table, the
+// entries' menus, and the selection kept across a restart and pruned when the server drops a label.
+class TestSidebar : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    KeychainStore m_keychain;
+    QByteArray m_mainData = twoCategories;
+    std::unique_ptr<FakeServer> m_server;
+    std::unique_ptr<UserDefaults> m_defaults;
+    std::unique_ptr<AppContext> m_context;
+    std::unique_ptr<NavigationContext> m_navigation;
+    std::unique_ptr<QWidget> m_window;
+    SidebarView *m_view = nullptr;
+    TntCommands *m_commands = nullptr;
+    TntFilterProxy *m_table = nullptr;
+
+    QTreeWidgetItem *entry(Group group, const QString &title) const
+    {
+        QTreeWidgetItem *header = m_view->tree()->topLevelItem(static_cast<int>(group));
+        for (int row = 0; row < header->childCount(); ++row) {
+            if (header->child(row)->text(0) == title)
+                return header->child(row);
+        }
+        return nullptr;
+    }
+
+    void click(Group group, const QString &title, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTreeWidget *tree = m_view->tree();
+        QTreeWidgetItem *item = entry(group, title);
+        QVERIFY2(item, qPrintable(title));
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, modifiers, tree->visualItemRect(item).center());
+    }
+
+    QStringList selectedIds() const
+    {
+        QStringList ids;
+        for (const SidebarItem &item : m_navigation->selectedSidebarItems())
+            ids << item.id;
+        ids.sort();
+        return ids;
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        m_server = std::make_unique<FakeServer>();
+        m_server->setHandler([this](const FakeServer::Request &request) {
+            if (request.target.endsWith("/app/webapiVersion"))
+                return FakeServer::Response::text(200, "2.11.4");
+            if (request.target.endsWith("/app/version"))
+                return FakeServer::Response::text(200, "v5.1.0");
+            if (request.target.contains("/sync/maindata"))
+                return FakeServer::Response::json(m_mainData);
+            if (request.target.endsWith("/app/buildInfo"))
+                return FakeServer::Response::json("{\"bitness\":64}");
+            return FakeServer::Response::text(200, "");
+        });
+        m_defaults = std::make_unique<UserDefaults>(m_dir.filePath(QStringLiteral("Quillo.ini")));
+        m_context = std::make_unique<AppContext>(*m_defaults, m_keychain);
+        const ClientConfiguration configuration = m_server->configuration(API::AuthMethod::none);
+        m_context->addConfiguration(configuration);
+        wait(m_context->selectConfiguration(configuration.id));
+        QTRY_COMPARE(m_context->tntCollection().size(), 3);
+
+        m_navigation = std::make_unique<NavigationContext>(*m_context, *m_defaults);
+        m_window = std::make_unique<QWidget>();
+        m_commands = new TntCommands(*m_context, m_window.get());
+        m_view = new SidebarView(*m_context, *m_navigation, *m_commands, m_window.get());
+        // The table's side, as the main window wires it.
+        m_table = new TntFilterProxy(m_window.get());
+        m_table->setSourceModel(new TntTableModel(m_context->tntCollection(), m_table));
+        connect(m_navigation.get(), &NavigationContext::filterChanged, m_table, &TntFilterProxy::setSidebarFilter);
+        m_view->resize(260, 900);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    }
+
+    void cleanupTestCase()
+    {
+        m_window.reset();
+        m_navigation.reset();
+        m_context.reset();
+    }
+
+    void groupsAndTitles()
+    {
+        QStringList shown;
+        for (int group = 0; group < m_view->tree()->topLevelItemCount(); ++group) {
+            const QTreeWidgetItem *header = m_view->tree()->topLevelItem(group);
+            QStringList titles;
+            for (int row = 0; row < header->childCount(); ++row)
+                titles << header->child(row)->text(0);
+            shown << header->text(0) + u": "_qs + titles.join(u", "_qs);
+        }
+        QCOMPARE(shown, (QStringList{
+                            u"State: All, Downloading, Seeding, Stopped, Completed, Queued, Stalled, Checking, Moving, Error"_qs,
+                            u"Categories: All, Uncategorized, films, music"_qs,
+                            u"Tags: All, Untagged, x, y"_qs,
+                            u"Trackers: All, Trackerless, t.example"_qs}));
+        const auto count = [this](Group group, const QString &title) {
+            return entry(group, title)->data(0, SidebarView::CountRole).toInt();
+        };
+        QCOMPARE(count(Group::category, u"films"_qs), 2);
+        QCOMPARE(count(Group::tag, u"y"_qs), 2);
+        QCOMPARE(count(Group::tracker, u"t.example"_qs), 2);
+        QCOMPARE(count(Group::tracker, u"Trackerless"_qs), 1);
+    }
+
+    void clicksSelectAndFilterTheTable_data()
+    {
+        QTest::addColumn<int>("group");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<bool>("withCtrl");
+        QTest::addColumn<QStringList>("selected");
+        QTest::addColumn<int>("rows");
+        const int state = static_cast<int>(Group::state), category = static_cast<int>(Group::category);
+        QTest::newRow("one state") << state << u"Downloading"_qs << false << QStringList{u"downloading"_qs} << 1;
+        QTest::newRow("ctrl adds") << state << u"Stalled"_qs << true << QStringList{u"downloading"_qs, u"stalled"_qs} << 2;
+        QTest::newRow("a click replaces") << category << u"films"_qs << false << QStringList{u"category_films"_qs} << 2;
+        QTest::newRow("ctrl adds within the group")
+            << category << u"Uncategorized"_qs << true << QStringList{u"category_Uncategorized"_qs, u"category_films"_qs} << 3;
+        QTest::newRow("ctrl again removes") << category << u"Uncategorized"_qs << true << QStringList{u"category_films"_qs} << 2;
+    }
+
+    void clicksSelectAndFilterTheTable()
+    {
+        QFETCH(int, group);
+        QFETCH(QString, title);
+        QFETCH(bool, withCtrl);
+        QFETCH(QStringList, selected);
+        QFETCH(int, rows);
+        click(static_cast<Group>(group), title, withCtrl ? Qt::ControlModifier : Qt::NoModifier);
+        QCOMPARE(selectedIds(), selected);
+        QCOMPARE(m_table->rowCount(), rows);
+    }
+
+    void menusOfTheEntries()
+    {
+        const auto menuOf = [this](Group group, const QString &title) {
+            return std::unique_ptr<QMenu>(m_view->contextMenu(entry(group, title)->data(0, SidebarView::ItemRole).value<SidebarItem>()));
+        };
+        const std::unique_ptr<QMenu> films = menuOf(Group::category, u"films"_qs);
+        QCOMPARE(texts(films->actions()),
+                 (QStringList{u"Category"_qs, u"Size: 3.0 KiB"_qs, {}, u"New Category..."_qs, u"Edit"_qs, u"Remove"_qs, {},
+                              u"Start Torrents"_qs, u"Stop Torrents"_qs, u"Remove Torrents"_qs}));
+        QCOMPARE(texts(menuOf(Group::tag, u"Untagged"_qs)->actions()),
+                 (QStringList{u"Size: 2.0 KiB"_qs, {}, u"New Tags..."_qs, {}, u"Start Torrents"_qs, u"Stop Torrents"_qs,
+                              u"Remove Torrents"_qs}));
+        const std::unique_ptr<QMenu> moving = menuOf(Group::state, u"Moving"_qs);
+        QVERIFY(!moving->actions().constLast()->isEnabled()); // it admits nothing, which would read as "all"
+
+        films->actions().at(4)->trigger(); // Edit
+        QCOMPARE(m_view->sidebarContext().editedCategory(),
+                 std::optional(SidebarItem::Category{u"films"_qs, u"films"_qs, u"/films"_qs}));
+        QVERIFY(m_commands->openSheet());
+        m_commands->openSheet()->reject();
+        QCOMPARE(m_view->sidebarContext().editedCategory(), std::nullopt);
+    }
+
+    void selectionOutlivesARestartUntilTheServerDropsIt()
+    {
+        QCOMPARE(selectedIds(), QStringList{u"category_films"_qs});
+        QCOMPARE(NavigationContext(*m_context, *m_defaults).selectedSidebarItems(), m_navigation->selectedSidebarItems());
+
+        m_view->tree()->topLevelItem(static_cast<int>(Group::tag))->setExpanded(false);
+        QVERIFY(!m_defaults->boolValue(UserDefaultsKey::tagsIsExpanded, true));
+
+        // A server without the category and without trackers.
+        m_mainData = "{\"rid\":2,\"full_update\":true,\"torrents\":{\"aaa\":{\"name\":\"Alpha\",\"state\":\"downloading\"}},"
+                     "\"categories\":{\"music\":{\"name\":\"music\"}}}";
+        m_context->forcePoll();
+        QTRY_COMPARE(m_context->tntCollection().size(), 1);
+        QCOMPARE(selectedIds(), QStringList{});
+        QVERIFY(m_view->tree()->topLevelItem(static_cast<int>(Group::tracker))->isHidden());
+        QCOMPARE(m_table->rowCount(), 1);
+    }
+};
+
+QTEST_MAIN(TestSidebar)
+#include "tst_sidebar.moc"
