@@ -47,26 +47,14 @@ private Q_SLOTS:
             E::Auth::login({QStringLiteral("ad min"), QStringLiteral("p&ss=w+rd é%"), {}}),
             "POST /api/v2/auth/login", form, "username=ad%20min&password=p%26ss%3Dw%2Brd%20%C3%A9%25");
         row("logout has no body", {}, E::Auth::logout(), "POST /api/v2/auth/logout", {}, {});
-        row("reads are GET", {}, E::Application::webapiVersion(), "GET /api/v2/app/webapiVersion", {}, {});
-        row("shutdown is POST", {}, E::Application::shutdown(), "POST /api/v2/app/shutdown", {}, {});
         row("base path", QStringLiteral("/qbt/"), E::Application::version(), "GET /qbt/api/v2/app/version", {}, {});
         row("base path without slash", QStringLiteral("qbt"), E::Application::buildInfo(),
             "GET /qbt/api/v2/app/buildInfo", {}, {});
         row("preferences json", {}, E::Application::setPreferences(R"({"a":1})"),
             "POST /api/v2/app/setPreferences", form, "json=%7B%22a%22%3A1%7D");
-        row("main data", {}, E::Sync::maindata(0), "POST /api/v2/sync/maindata", form, "rid=0");
-        row("peers", {}, E::Sync::torrentPeers(QStringLiteral("abc"), 7), "POST /api/v2/sync/torrentPeers", form,
-            "hash=abc&rid=7");
-        row("one hash", {}, E::TntManagement::pause(oneHash), "POST /api/v2/torrents/pause", form, "hashes=h1");
         row("hashes joined with bar", {}, E::TntManagement::stop({QStringLiteral("h1"), QStringLiteral("h2")}),
             "POST /api/v2/torrents/stop", form, "hashes=h1%7Ch2");
         row("empty hash set", {}, E::TntManagement::start({}), "POST /api/v2/torrents/start", form, "hashes=");
-        row("delete", {}, E::TntManagement::deleteTnts(oneHash, true), "POST /api/v2/torrents/delete", form,
-            "hashes=h1&deleteFiles=true");
-        row("force start", {}, E::TntManagement::setForceStart(oneHash, false), "POST /api/v2/torrents/setForceStart",
-            form, "hashes=h1&value=false");
-        row("rename keeps every character", {}, E::TntManagement::rename(QStringLiteral("h1"), QStringLiteral("A & B + C = D é")),
-            "POST /api/v2/torrents/rename", form, "hash=h1&name=A%20%26%20B%20%2B%20C%20%3D%20D%20%C3%A9");
         row("tags joined with comma and space", {},
             E::TntManagement::addTags(oneHash, {QStringLiteral("a"), QStringLiteral("b")}),
             "POST /api/v2/torrents/addTags", form, "hashes=h1&tags=a%2C%20b");
@@ -85,20 +73,8 @@ private Q_SLOTS:
         row("add trackers joined with line feed", {},
             E::TntManagement::addTrackers(QStringLiteral("h1"), {QStringLiteral("udp://a:1"), QStringLiteral("http://b/?k=1&x")}),
             "POST /api/v2/torrents/addTrackers", form, "hash=h1&urls=udp%3A//a%3A1%0Ahttp%3A//b/?k%3D1%26x");
-        row("remove trackers joined with bar", {},
-            E::TntManagement::removeTrackers(QStringLiteral("h1"), {QStringLiteral("udp://a:1"), QStringLiteral("http://b/")}),
-            "POST /api/v2/torrents/removeTrackers", form, "hash=h1&urls=udp%3A//a%3A1%7Chttp%3A//b/");
         row("file priority", {}, E::TntManagement::filePrio(QStringLiteral("h1"), {0, 2}, 7),
             "POST /api/v2/torrents/filePrio", form, "hash=h1&id=0%7C2&priority=7");
-        row("torrent download limit carries hashes", {}, E::TntManagement::setDownloadLimit(oneHash, 1024),
-            "POST /api/v2/torrents/setDownloadLimit", form, "hashes=h1&limit=1024");
-        row("torrent upload limit read is POSTed", {}, E::TntManagement::uploadLimit(oneHash),
-            "POST /api/v2/torrents/uploadLimit", form, "hashes=h1");
-        row("location", {}, E::TntManagement::setLocation(oneHash, QStringLiteral("/data/My Films")),
-            "POST /api/v2/torrents/setLocation", form, "hashes=h1&location=/data/My%20Films");
-        row("category names with separators", {},
-            E::TntManagement::removeCategories({QStringLiteral("A&B"), QStringLiteral("C")}),
-            "POST /api/v2/torrents/removeCategories", form, "categories=A%26B%0AC");
         row("metadata source", {}, E::TntManagement::fetchMetadata(QStringLiteral("magnet:?xt=urn:btih:abc&dn=x")),
             "POST /api/v2/torrents/fetchMetadata", form, "source=magnet%3A?xt%3Durn%3Abtih%3Aabc%26dn%3Dx");
         row("upload", {}, E::TntManagement::add({"XyZ", "--XyZ\r\n...--XyZ--\r\n"}), "POST /api/v2/torrents/add",
@@ -106,9 +82,6 @@ private Q_SLOTS:
         row("metadata upload", {}, E::TntManagement::parseMetadata({"b0", "--b0--\r\n"}),
             "POST /api/v2/torrents/parseMetadata", "multipart/form-data; boundary=b0", "--b0--\r\n");
         row("api key rotation", {}, E::Application::rotateAPIKey(), "POST /api/v2/app/rotateAPIKey", {}, {});
-        row("global limit", {}, E::TransferInfo::setUploadLimit(2048), "POST /api/v2/transfer/setUploadLimit", form,
-            "limit=2048");
-        row("global limit read", {}, E::TransferInfo::downloadLimit(), "GET /api/v2/transfer/downloadLimit", {}, {});
         row("ban peers", {}, E::TransferInfo::banPeers({QStringLiteral("1.2.3.4:80"), QStringLiteral("[::1]:6881")}),
             "POST /api/v2/transfer/banPeers", form, "peers=1.2.3.4%3A80%7C%5B%3A%3A1%5D%3A6881");
     }
