@@ -6,8 +6,6 @@
 
 #include <QTest>
 
-#include <functional>
-
 using namespace API;
 using Response = FakeServer::Response;
 
@@ -32,38 +30,13 @@ QCoro::Task<> run(Client &client, Read read)
 
 Q_DECLARE_METATYPE(Read)
 
-// The client's typed reads and the request layer's compression decision.
+// The client's typed reads (their answers from real servers are in tst_realservers) and the request
+// layer's compression decision.
 class TestTypedReads : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void readsDecode()
-    {
-        FakeServer server;
-        Client client(server.configuration());
-        server.setHandler([](const FakeServer::Request &request) {
-            if (request.target.contains("sync/maindata"))
-                return Response::json("{\"rid\":4,\"torrents\":{\"h\":{\"name\":\"Ünï\"}},\"torrents_removed\":[\"g\"]}");
-            if (request.target.contains("sync/torrentPeers"))
-                return Response::json("{\"rid\":2,\"peers\":{\"127.0.0.1:1\":{\"port\":1}}}");
-            if (request.target.contains("torrents/files"))
-                return Response::json("[{\"index\":0,\"name\":\"a\",\"size\":1,\"progress\":1,\"priority\":1,"
-                                      "\"piece_range\":[0,0],\"availability\":1}]");
-            return Response::json("[{\"url\":\"http://seed/\"}]");
-        });
-        const MainData data = QuilloTest::wait(client.mainData(3));
-        QCOMPARE(data.rid, 4);
-        QCOMPARE(data.tnts.value(QStringLiteral("h")).name, std::optional(QString::fromUtf8("Ünï")));
-        QCOMPARE(data.tntsRemoved, QStringList{QStringLiteral("g")});
-        QCOMPARE(server.requests().last().body, QByteArray("rid=3"));
-        QCOMPARE(QuilloTest::wait(client.peers(QStringLiteral("h"), 0)).peers.value(QStringLiteral("127.0.0.1:1")).port,
-                 std::optional<qint64>(1));
-        QCOMPARE(QuilloTest::wait(client.files(QStringLiteral("h"))).value(0).name, QStringLiteral("a"));
-        QCOMPARE(QuilloTest::wait(client.webSeeds(QStringLiteral("h"))),
-                 QList<WebSeed>{WebSeed{QStringLiteral("http://seed/")}});
-    }
-
     void undecodableBodiesFail_data()
     {
         QTest::addColumn<Read>("read");
