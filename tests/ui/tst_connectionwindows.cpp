@@ -77,16 +77,10 @@ private Q_SLOTS:
         MainWindow window(*fixture.context);
         LoginPrompt *prompt = askForLogin(fixture, window);
         QVERIFY(prompt && prompt->isVisible());
-        QCOMPARE(prompt->windowTitle(), QStringLiteral("Login"));
-        QCOMPARE(prompt->headingLabel()->text(), QStringLiteral("Enter your credentials"));
-        QVERIFY(!prompt->iconLabel()->pixmap().isNull());
-        QCOMPARE(prompt->autoLoginToggle()->text(), QStringLiteral("Login automatically"));
         QCOMPARE(prompt->autoLoginHelpLabel()->text(),
                  QStringLiteral("If you enable the Login automatically option, credentials will be safely stored in "
                                 "the keychain. This allows you to connect to Home NAS without entering credentials "
                                 "on any device."));
-        QCOMPARE(prompt->logInButton()->text(), QStringLiteral("Log In"));
-        QCOMPARE(prompt->cancelButton()->text(), QStringLiteral("Cancel"));
         QVERIFY(!prompt->apiKeyField());
         QVERIFY(!prompt->logInButton()->isEnabled());
 
@@ -213,8 +207,6 @@ private Q_SLOTS:
         auto *box = window.findChild<QMessageBox *>();
         QVERIFY(box);
         QCOMPARE(box->text(), QStringLiteral("Delete all remote connections?"));
-        QCOMPARE(box->informativeText(), QStringLiteral("All remote connections and their saved passwords will be "
-                                                        "deleted. This action can't be undone."));
         QCOMPARE(buttonTexts(*box), QStringList({QStringLiteral("Cancel"), QStringLiteral("Delete All")}));
         for (QAbstractButton *button : box->buttons()) {
             if (button->text() == answer)
@@ -257,7 +249,6 @@ private Q_SLOTS:
         QVERIFY(overlay.isVisible());
         QTEST(overlay.errorLabel()->text(), "errorText");
         QTEST(overlay.countdownLabel()->text(), "countdown");
-        QCOMPARE(overlay.reconnectButton()->text(), QStringLiteral("Reconnect now"));
     }
 
     void overlayReconnectsNow()
