@@ -8,12 +8,17 @@ TntFilterProxy::TntFilterProxy(QObject *parent)
     setSortRole(TntTableModel::SortRole);
 }
 
+void TntFilterProxy::setSourceModel(QAbstractItemModel *model)
+{
+    m_table = qobject_cast<const TntTableModel *>(model);
+    QSortFilterProxyModel::setSourceModel(model);
+}
+
 bool TntFilterProxy::lessThan(const QModelIndex &left, const QModelIndex &right) const
 {
-    if (left.column() == TntTableModel::NameColumn) {
-        if (const auto *table = qobject_cast<const TntTableModel *>(sourceModel()))
-            return table->tntAt(left.row()).nameSortKey().compare(table->tntAt(right.row()).nameSortKey()) < 0;
-    }
+    if (m_table)
+        return TntTableModel::lessThan(static_cast<TntTableModel::Column>(left.column()), m_table->tntAt(left.row()),
+                                       m_table->tntAt(right.row()));
     return QVariant::compare(left.data(sortRole()), right.data(sortRole())) == QPartialOrdering::Less;
 }
 
@@ -34,9 +39,8 @@ void TntFilterProxy::setSidebarFilter(const SidebarFilter &filter)
 
 bool TntFilterProxy::filterAcceptsRow(int sourceRow, const QModelIndex &) const
 {
-    const auto *table = qobject_cast<const TntTableModel *>(sourceModel());
-    if (!table)
+    if (!m_table)
         return true;
-    const TntModel &tnt = table->tntAt(sourceRow);
+    const TntModel &tnt = m_table->tntAt(sourceRow);
     return m_sidebar.admits(tnt) && m_name.matches(tnt.name());
 }

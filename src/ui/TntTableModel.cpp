@@ -78,10 +78,10 @@ TntTableModel::TntTableModel(TntCollection &collection, QObject *parent)
 QString TntTableModel::columnIdentifier(Column column)
 {
     static const char *const identifiers[ColumnCount] = {
-        "tnt_name_column",         "tnt_size_column",          "tnt_progress_column",     "tnt_status_column",
-        "tnt_down_speed_column",   "tnt_up_speed_column",      "tnt_seed_column",         "tnt_peer_column",
-        "tnt_eta_column",          "tnt_ratio_column",         "tnt_added_on_column",     "tnt_completed_on_column",
-        "tnt_seen_complete_column", "tnt_category_column",     "tnt_tags_column",
+        "tnt_name_column",          "tnt_size_column",     "tnt_progress_column", "tnt_status_column",
+        "tnt_down_speed_column",    "tnt_up_speed_column", "tnt_seed_column",     "tnt_peer_column",
+        "tnt_eta_column",           "tnt_ratio_column",    "tnt_added_on_column", "tnt_completed_on_column",
+        "tnt_seen_complete_column", "tnt_category_column", "tnt_tags_column",
     };
     return QString::fromLatin1(identifiers[column]);
 }
@@ -124,8 +124,8 @@ QVariant TntTableModel::headerData(int section, Qt::Orientation orientation, int
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= ColumnCount)
         return {};
     static const char *const titles[ColumnCount] = {
-        "Name",  "Size",     "Progress", "Status",       "Down Speed",    "Up Speed", "Seeds", "Peers",
-        "ETA",   "Ratio",    "Added on", "Completed On", "Seen Complete", "Category", "Tags",
+        "Name", "Size",  "Progress", "Status",       "Down Speed",    "Up Speed", "Seeds", "Peers",
+        "ETA",  "Ratio", "Added on", "Completed On", "Seen Complete", "Category", "Tags",
     };
     return QString::fromLatin1(titles[section]);
 }
@@ -203,7 +203,8 @@ void TntTableModel::announceChanges(const QList<TntCollection::RowChange> &chang
         return;
     // Above half the rows, ranges cost more than one signal over everything.
     if (changes.size() * 2 > m_collection.size()) {
-        Q_EMIT dataChanged(index(toInt(changes.first().row), firstColumn), index(toInt(changes.last().row), lastColumn));
+        Q_EMIT dataChanged(index(toInt(changes.first().row), firstColumn),
+                           index(toInt(changes.last().row), lastColumn));
         return;
     }
     qsizetype begin = 0;
@@ -211,7 +212,34 @@ void TntTableModel::announceChanges(const QList<TntCollection::RowChange> &chang
         qsizetype end = begin + 1;
         while (end < changes.size() && changes[end].row == changes[end - 1].row + 1)
             ++end;
-        Q_EMIT dataChanged(index(toInt(changes[begin].row), firstColumn), index(toInt(changes[end - 1].row), lastColumn));
+        Q_EMIT dataChanged(index(toInt(changes[begin].row), firstColumn),
+                           index(toInt(changes[end - 1].row), lastColumn));
         begin = end;
     }
+}
+
+bool TntTableModel::lessThan(Column column, const TntModel &left, const TntModel &right)
+{
+    const auto by = [](const auto &a, const auto &b) { return a < b; };
+    switch (column) {
+    case NameColumn: return left.nameSortKey().compare(right.nameSortKey()) < 0;
+    case SizeColumn: return by(left.size(), right.size());
+    case ProgressColumn: return by(left.progress(), right.progress());
+    case StatusColumn: return by(static_cast<int>(left.state()), static_cast<int>(right.state()));
+    case DownSpeedColumn: return by(left.dlspeed(), right.dlspeed());
+    case UpSpeedColumn: return by(left.upspeed(), right.upspeed());
+    case SeedsColumn: return by(left.numSeeds(), right.numSeeds());
+    case PeersColumn: return by(left.numLeechs(), right.numLeechs());
+    case EtaColumn: return by(left.eta(), right.eta());
+    case RatioColumn: return by(left.ratio(), right.ratio());
+    case AddedOnColumn: return by(left.addedOn().secondsSinceEpoch(), right.addedOn().secondsSinceEpoch());
+    case CompletedOnColumn:
+        return by(left.completionOn().secondsSinceEpoch(), right.completionOn().secondsSinceEpoch());
+    case SeenCompleteColumn:
+        return by(left.seenComplete().secondsSinceEpoch(), right.seenComplete().secondsSinceEpoch());
+    case CategoryColumn: return by(left.category(), right.category());
+    case TagsColumn: return by(left.tags(), right.tags());
+    case ColumnCount: break;
+    }
+    return false;
 }

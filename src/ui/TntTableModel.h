@@ -46,6 +46,11 @@ public:
     static TntModel::Fields columnFields(Column column);
 
     const TntModel &tntAt(int row) const { return m_collection.at(row); }
+    // Orders two torrents by a column's raw value, without going through QVariant: sorting 50,000
+    // rows makes close to a million comparisons. Equal values keep the collection's order (the
+    // proxy sorts stably); a tie-break here would make the proxy re-sort rows whose key did not
+    // change (measured: 1 → 18 ms per 1% delta).
+    static bool lessThan(Column column, const TntModel &left, const TntModel &right);
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
