@@ -2,6 +2,7 @@
 
 #include "core/AppContext.h"
 #include "core/Detached.h"
+#include "core/NavigationContext.h"
 #include "core/ReconnectionCountdown.h"
 #include "ui/ClientErrorPresenter.h"
 #include "ui/ConnectionEditor.h"
@@ -9,8 +10,10 @@
 #include "ui/LoginPrompt.h"
 #include "ui/ReconnectionOverlay.h"
 #include "ui/ServerMenu.h"
+#include "ui/SidebarView.h"
 #include "ui/TntCommands.h"
 #include "ui/TntContextMenu.h"
+#include "ui/TntFilterProxy.h"
 #include "ui/TntTableView.h"
 #include "ui/TransferStatus.h"
 #include "ui/WelcomeView.h"
@@ -21,10 +24,11 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QStatusBar>
+#include <QSplitter>
 #include <QStackedWidget>
-#include <QTableView>
+#include <QStatusBar>
 #include <QStyle>
+#include <QTableView>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -40,6 +44,8 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_tntTable(new TntTableView(context.tntCollection(), context.settings().defaults(), m_connectedPages))
     , m_transferStatus(new TransferStatus(context.serverState(), context.settings().defaults(), this))
     , m_commands(new TntCommands(context, this))
+    , m_navigation(new NavigationContext(context, context.settings().defaults(), this))
+    , m_sidebar(new SidebarView(context, *m_navigation, *m_commands, m_connectedArea))
     , m_toolBar(new QToolBar(QStringLiteral("Toolbar"), this))
     , m_serverMenu(new ServerMenu(context, this))
     , m_logInOut(new QAction(this))
@@ -54,9 +60,18 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     m_placeholder->setAlignment(Qt::AlignCenter);
     m_connectedPages->addWidget(m_placeholder);
     m_connectedPages->addWidget(m_tntTable);
+    // The sidebar stays while connecting: its entries show as placeholders until the torrents come.
+    auto *split = new QSplitter(Qt::Horizontal, m_connectedArea);
+    split->addWidget(m_sidebar);
+    split->addWidget(m_connectedPages);
+    split->setStretchFactor(1, 1);
+    split->setSizes({220, 980});
+    split->setChildrenCollapsible(false);
     auto *areaLayout = new QVBoxLayout(m_connectedArea);
     areaLayout->setContentsMargins(0, 0, 0, 0);
-    areaLayout->addWidget(m_connectedPages);
+    areaLayout->addWidget(split);
+    m_tntTable->proxy()->setSidebarFilter(m_navigation->sidebarFilter());
+    connect(m_navigation, &NavigationContext::filterChanged, m_tntTable->proxy(), &TntFilterProxy::setSidebarFilter);
     statusBar()->addPermanentWidget(m_transferStatus, 1);
 
     QMenu *find = menuBar()->addMenu(QStringLiteral("Find"));
@@ -127,8 +142,8 @@ void MainWindow::showConnectionState()
         m_placeholder->setText(QStringLiteral("Not connected to %1").arg(displayName(*current)));
 
     const bool authorized = m_context.isAuthorized();
-    m_connectedPages->setCurrentWidget(authorized || m_context.tntCollection().size() > 0 ? static_cast<QWidget *>(m_tntTable)
-                                                                                          : m_placeholder);
+    m_connectedPages->setCurrentWidget(
+        authorized || m_context.tntCollection().size() > 0 ? static_cast<QWidget *>(m_tntTable) : m_placeholder);
     m_transferStatus->setVisible(authorized);
     m_logInOut->setText(authorized ? QStringLiteral("Log Out") : QStringLiteral("Log In"));
     m_logInOut->setIcon(
@@ -142,8 +157,8 @@ void MainWindow::addTntActions()
 {
     const auto add = [this](const char *identifier, const QString &title, const char *iconName,
                             QStyle::StandardPixmap fallback, const QKeySequence &shortcut, auto trigger) {
-        auto *action = new QAction(QIcon::fromTheme(QString::fromLatin1(iconName), style()->standardIcon(fallback)),
-                                   title, this);
+        auto *action =
+            new QAction(QIcon::fromTheme(QString::fromLatin1(iconName), style()->standardIcon(fallback)), title, this);
         action->setObjectName(QString::fromLatin1(identifier));
         action->setShortcut(shortcut);
         // Keys act where the torrents are: Delete in the filter field still deletes text.
@@ -174,12 +189,13 @@ void MainWindow::addTntActions()
 QAction *MainWindow::toolbarAction(const QString &identifier) const
 {
     const QList<QAction *> actions = m_toolBar->actions();
-    const auto found = std::find_if(actions.cbegin(), actions.cend(),
-                                    [&identifier](const QAction *action) { return action->objectName() == identifier; });
+    const auto found = std::find_if(actions.cbegin(), actions.cend(), [&identifier](const QAction *action) {
+        return action->objectName() == identifier;
+    });
     return found == actions.cend() ? nullptr : *found;
 }
 
-void MainWindow::showTntContextMenu(const QSet<QString> &hashes, const QPoint &position)
+void MainWindow::showTntContextMenu(const QStringList &hashes, const QPoint &position)
 {
     auto *menu = new TntContextMenu(m_context, *m_commands, hashes, this);
     menu->popup(position);

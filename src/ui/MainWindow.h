@@ -15,7 +15,9 @@ class QStackedWidget;
 class QToolBar;
 class ReconnectionCountdown;
 class ReconnectionOverlay;
+class NavigationContext;
 class ServerMenu;
+class SidebarView;
 class TntCommands;
 class TntTableView;
 class TransferStatus;
@@ -39,6 +41,7 @@ public:
     TntTableView *tntTable() const { return m_tntTable; }
     TransferStatus *transferStatus() const { return m_transferStatus; }
     TntCommands *tntCommands() const { return m_commands; }
+    SidebarView *sidebar() const { return m_sidebar; }
     // The toolbar's item by its identifier ("start_tnt", "delete_tnt", ...).
     QAction *toolbarAction(const QString &identifier) const;
 
@@ -54,7 +57,7 @@ private:
     void logInOrOut();
     void offerSecureAddress();
     void addTntActions();
-    void showTntContextMenu(const QSet<QString> &hashes, const QPoint &position);
+    void showTntContextMenu(const QStringList &hashes, const QPoint &position);
 
     AppContext &m_context;
     QStackedWidget *m_pages;
@@ -65,6 +68,8 @@ private:
     TntTableView *m_tntTable;
     TransferStatus *m_transferStatus;
     TntCommands *m_commands;
+    NavigationContext *m_navigation;
+    SidebarView *m_sidebar;
     QToolBar *m_toolBar;
     QList<QAction *> m_tntActions;
     ServerMenu *m_serverMenu;

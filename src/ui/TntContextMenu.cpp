@@ -20,11 +20,12 @@ QIcon themed(const char *name, QStyle::StandardPixmap fallback)
 
 } // namespace
 
-TntContextMenu::TntContextMenu(AppContext &context, TntCommands &commands, QSet<QString> hashes, QWidget *parent)
+TntContextMenu::TntContextMenu(AppContext &context, TntCommands &commands, QStringList hashes, QWidget *parent)
     : QMenu(parent)
     , m_context(context)
     , m_commands(commands)
-    , m_hashes(std::move(hashes))
+    , m_ordered(std::move(hashes))
+    , m_hashes(m_ordered.cbegin(), m_ordered.cend())
 {
     setObjectName(QStringLiteral("tntContextMenu"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -61,11 +62,7 @@ TntContextMenu::TntContextMenu(AppContext &context, TntCommands &commands, QSet<
 void TntContextMenu::addCopyMenu()
 {
     QMenu *copy = addMenu(QStringLiteral("Copy"));
-    // Lines in a fixed order, whatever order the set iterates in.
-    QStringList ordered = m_hashes.values();
-    std::sort(ordered.begin(), ordered.end(), [this](const QString &a, const QString &b) {
-        return m_context.tntCollection().rowOf(a) < m_context.tntCollection().rowOf(b);
-    });
+    const QStringList ordered = m_ordered;
     const auto add = [this, copy, ordered](const QString &title, CopyField field) {
         copy->addAction(title, this, [this, ordered, field] {
             QGuiApplication::clipboard()->setText(copyText(m_context, ordered, field));

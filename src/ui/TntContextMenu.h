@@ -14,9 +14,10 @@ class TntContextMenu : public QMenu
     Q_OBJECT
 
 public:
-    TntContextMenu(AppContext &context, TntCommands &commands, QSet<QString> hashes, QWidget *parent = nullptr);
+    // `hashes` in the order the table shows them, which "Copy" keeps.
+    TntContextMenu(AppContext &context, TntCommands &commands, QStringList hashes, QWidget *parent = nullptr);
 
-    // What "Copy" puts on the clipboard: one line per torrent, in table order of `hashes`.
+    // What "Copy" puts on the clipboard: one line per torrent, in the order of `hashes`.
     enum class CopyField { name, hash, magnetLink };
     static QString copyText(const AppContext &context, const QStringList &hashes, CopyField field);
 
@@ -28,5 +29,6 @@ private:
 
     AppContext &m_context;
     TntCommands &m_commands;
+    QStringList m_ordered;
     QSet<QString> m_hashes;
 };

@@ -97,9 +97,8 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
         toggle->setCheckable(true);
         toggle->setChecked(!header->isSectionHidden(column));
         toggle->setEnabled(column != TntTableModel::NameColumn);
-        connect(toggle, &QAction::toggled, this, [this, column](bool shown) {
-            m_table->horizontalHeader()->setSectionHidden(column, !shown);
-        });
+        connect(toggle, &QAction::toggled, this,
+                [this, column](bool shown) { m_table->horizontalHeader()->setSectionHidden(column, !shown); });
         header->addAction(toggle);
     }
     connect(header, &QHeaderView::sectionMoved, this, &TntTableView::saveColumns);
@@ -141,15 +140,24 @@ void TntTableView::saveColumns()
     m_defaults.setValue(UserDefaultsKey::tntTableCconfiguration, m_table->horizontalHeader()->saveState());
 }
 
+QStringList TntTableView::selectedHashesInOrder() const
+{
+    QModelIndexList rows = m_table->selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end(), [](const QModelIndex &a, const QModelIndex &b) { return a.row() < b.row(); });
+    QStringList hashes;
+    hashes.reserve(rows.size());
+    for (const QModelIndex &row : std::as_const(rows))
+        hashes.append(row.data(TntTableModel::HashRole).toString());
+    return hashes;
+}
+
 void TntTableView::requestContextMenu(const QPoint &position)
 {
     const QModelIndex clicked = m_table->indexAt(position);
     if (!clicked.isValid())
         return;
-    QSet<QString> hashes;
-    if (m_table->selectionModel()->isRowSelected(clicked.row(), clicked.parent()))
-        hashes = selectedHashes();
-    else
-        hashes.insert(clicked.data(TntTableModel::HashRole).toString());
+    const QStringList hashes = m_table->selectionModel()->isRowSelected(clicked.row(), clicked.parent())
+                                   ? selectedHashesInOrder()
+                                   : QStringList{clicked.data(TntTableModel::HashRole).toString()};
     Q_EMIT contextMenuRequested(hashes, m_table->viewport()->mapToGlobal(position));
 }

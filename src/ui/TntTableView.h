@@ -27,11 +27,13 @@ public:
     TntFilterProxy *proxy() const { return m_proxy; }
     void focusFilter();
     QSet<QString> selectedHashes() const;
+    // The selected torrents from the top of the table down.
+    QStringList selectedHashesInOrder() const;
 
 Q_SIGNALS:
     void selectionChanged(const QSet<QString> &hashes);
     // A right click on a row: the torrents a context menu there acts on.
-    void contextMenuRequested(const QSet<QString> &hashes, const QPoint &globalPosition);
+    void contextMenuRequested(const QStringList &hashes, const QPoint &globalPosition);
 
 private:
     void saveColumns();

@@ -157,7 +157,7 @@ private Q_SLOTS:
         const QSet<QString> hashes{made.infoHash};
         wait(m_context->createCategory(QStringLiteral("Linux & BSD"), QString()));
         wait(m_context->createTags({QStringLiteral("keep")}));
-        auto menu = std::make_unique<TntContextMenu>(*m_context, commands(), hashes);
+        auto menu = std::make_unique<TntContextMenu>(*m_context, commands(), hashes.values());
         item(*item(*menu, QStringLiteral("Category"))->menu(), QStringLiteral("Linux & BSD"))->trigger();
         item(*item(*menu, QStringLiteral("Tags"))->menu(), QStringLiteral("keep"))->trigger();
         item(*menu, QStringLiteral("Download in sequential order"))->trigger();
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QCOMPARE(tnt(made.infoHash)->category(), QStringLiteral("Linux & BSD"));
         QCOMPARE(alert(), QString());
 
-        menu = std::make_unique<TntContextMenu>(*m_context, commands(), hashes);
+        menu = std::make_unique<TntContextMenu>(*m_context, commands(), hashes.values());
         item(*menu, QStringLiteral("Set location..."))->trigger();
         const QString moved = m_data.serverPath + QStringLiteral("/moved");
         fillSheet(moved, QStringLiteral("Save"));

@@ -1,6 +1,7 @@
 #include "support/ScriptedTorrents.h"
 #include "ui/EditorSheet.h"
 #include "ui/MainWindow.h"
+#include "ui/SidebarView.h"
 #include "ui/TntCommands.h"
 #include "ui/TntContextMenu.h"
 #include "ui/TntTableModel.h"
@@ -19,6 +20,7 @@
 #include <QTest>
 #include <QToolBar>
 #include <QToolButton>
+#include <QTreeWidget>
 
 #include <functional>
 
@@ -203,12 +205,12 @@ private Q_SLOTS:
         QTest::newRow("new tags") << Open([](TntCommands &c) { c.createTags(); })
                                   << QStringList{QStringLiteral("New tags")} << QStringLiteral("solo")
                                   << QByteArray("/api/v2/torrents/createTags?tags=solo");
-        QTest::newRow("peers") << Open([](TntCommands &c) { c.addPeers({QStringLiteral("aaa")}); })
-                               << QStringList{QStringLiteral("List of peers to add (one Peer per line)"),
-                                              QStringLiteral("Format: IPv4:port / [IPv6]:port")}
-                               << QStringLiteral(" 10.0.0.1:6881\n\n[::1]:6882 \n")
-                               << QByteArray(
-                                      "/api/v2/torrents/addPeers?hashes=aaa&peers=10.0.0.1%3A6881%7C%5B%3A%3A1%5D%3A6882");
+        QTest::newRow("peers")
+            << Open([](TntCommands &c) { c.addPeers({QStringLiteral("aaa")}); })
+            << QStringList{QStringLiteral("List of peers to add (one Peer per line)"),
+                           QStringLiteral("Format: IPv4:port / [IPv6]:port")}
+            << QStringLiteral(" 10.0.0.1:6881\n\n[::1]:6882 \n")
+            << QByteArray("/api/v2/torrents/addPeers?hashes=aaa&peers=10.0.0.1%3A6881%7C%5B%3A%3A1%5D%3A6882");
         QTest::newRow("trackers") << Open([](TntCommands &c) { c.addTrackers(QStringLiteral("aaa")); })
                                   << QStringList{QStringLiteral("List of trackers to add (one per line)")}
                                   << QStringLiteral("http://t/1\n  \nudp://t:2")
@@ -282,7 +284,7 @@ private Q_SLOTS:
         QFETCH(QStringList, categories);
         QFETCH(QStringList, tags);
         QFETCH(QStringList, toggles);
-        TntContextMenu menu(*m_server->context, commands(), hashes);
+        TntContextMenu menu(*m_server->context, commands(), hashes.values());
         const QStringList top = titles(menu);
         QCOMPARE(top.mid(0, 12),
                  (QStringList{QStringLiteral("Start"), QStringLiteral("Stop"), QStringLiteral("Force start"),
@@ -301,8 +303,7 @@ private Q_SLOTS:
 
     void contextMenuActsOnItsTorrents()
     {
-        const Set both{QStringLiteral("aaa"), QStringLiteral("ccc")};
-        TntContextMenu menu(*m_server->context, commands(), both);
+        TntContextMenu menu(*m_server->context, commands(), {QStringLiteral("aaa"), QStringLiteral("ccc")});
         item(*item(menu, QStringLiteral("Copy"))->menu(), QStringLiteral("Name"))->trigger();
         QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("Done\nBegun"));
         item(*item(menu, QStringLiteral("Copy"))->menu(), QStringLiteral("Magnet link"))->trigger();
@@ -317,6 +318,17 @@ private Q_SLOTS:
         m_server->server.clearRequests();
         item(menu, QStringLiteral("Super seeding mode"))->trigger();
         QCOMPARE(sent(), QByteArray("/api/v2/torrents/setSuperSeeding?hashes=aaa%7Cccc&value=true"));
+    }
+
+    void sidebarNarrowsTheTable()
+    {
+        QTreeWidget *tree = m_window->sidebar()->tree();
+        const QList<QTreeWidgetItem *> films =
+            tree->findItems(QStringLiteral("films"), Qt::MatchExactly | Qt::MatchRecursive);
+        QCOMPARE(films.size(), 1);
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(films.first()).center());
+        QTRY_COMPARE(m_window->tntTable()->table()->model()->rowCount(), 1);
+        QCOMPARE(m_window->tntTable()->table()->model()->index(0, 0).data().toString(), QStringLiteral("Nearly"));
     }
 
     void toolbarAndStatusBar()
