@@ -70,12 +70,6 @@ private Q_SLOTS:
         QCOMPARE(groups, group == State::all ? 0 : 1);
     }
 
-    void trackerStatusText()
-    {
-        QCOMPARE(TntModel::Tracker::statusText(TntModel::Tracker::Status::notContacted), QStringLiteral("Not contacted yet"));
-        QCOMPARE(TntModel::Tracker::statusText(TntModel::Tracker::Status::contacted), QStringLiteral("Working"));
-    }
-
     void updateWritesOnlyWhatChanged()
     {
         TntModel model(QStringLiteral("h"), record(QStringLiteral("A"), State::downloading));
