@@ -104,19 +104,6 @@ private Q_SLOTS:
         QCOMPARE(table.index(large.row(), TntTableModel::SizeColumn).data().toString(), QStringLiteral("11.0 KiB"));
     }
 
-    void columnsAndHeaders()
-    {
-        TntCollection collection;
-        TntTableModel table(collection);
-        QCOMPARE(table.columnCount(), 15);
-        QCOMPARE(TntTableModel::columnIdentifier(TntTableModel::NameColumn), QStringLiteral("tnt_name_column"));
-        QCOMPARE(TntTableModel::columnIdentifier(TntTableModel::SeenCompleteColumn), QStringLiteral("tnt_seen_complete_column"));
-        QCOMPARE(table.headerData(TntTableModel::CompletedOnColumn, Qt::Horizontal, Qt::DisplayRole).toString(),
-                 QStringLiteral("Completed On"));
-        QCOMPARE(table.headerData(TntTableModel::DownSpeedColumn, Qt::Horizontal, Qt::DisplayRole).toString(),
-                 QStringLiteral("Down Speed"));
-    }
-
     void formats_data()
     {
         QTest::addColumn<QString>("actual");
