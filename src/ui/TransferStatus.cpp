@@ -38,8 +38,8 @@ TransferStatus::TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defau
     m_altSpeed->setObjectName(QStringLiteral("altSpeedSwitch"));
     m_altSpeed->setCheckable(true);
     m_altSpeed->setAutoRaise(true);
-    m_altSpeed->setText(QStringLiteral("Alternative speed limits"));
-    m_altSpeed->setToolTip(m_altSpeed->text());
+    m_altSpeed->setText(QStringLiteral("Alt. speed"));
+    m_altSpeed->setToolTip(QStringLiteral("Alternative speed limits"));
     // Pressed while the limits are on; a theme without the icon gets the words.
     m_altSpeed->setIcon(QIcon::fromTheme(QStringLiteral("speedometer")));
     m_altSpeed->setToolButtonStyle(m_altSpeed->icon().isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonIconOnly);
