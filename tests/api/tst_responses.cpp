@@ -45,6 +45,8 @@ QCoro::Task<> performIgnoringBody(Client &client, APIEndpoint endpoint)
     co_await client.perform(std::move(endpoint));
 }
 
+enum class Ending { byServer, cancelAll, clientDestroyed };
+
 const QStringList oneHash{QStringLiteral("h1")};
 const QString notAuthorized = QStringLiteral("You are not authorized!");
 const QString authRequired = QStringLiteral("Authorization required.");
@@ -52,6 +54,8 @@ const QString redirectReason = QStringLiteral("For security, Quillo doesn't foll
                                               "from HTTPS to HTTP. Check the connection address.");
 
 } // namespace
+
+Q_DECLARE_METATYPE(Ending)
 
 // How answers become results or the errors users read.
 class TestResponses : public QObject
@@ -241,68 +245,45 @@ private Q_SLOTS:
     void transportFailures_data()
     {
         QTest::addColumn<Response>("response");
+        QTest::addColumn<Ending>("ending");
         QTest::addColumn<bool>("timeout");
-        QTest::newRow("dropped connection") << Response::dropConnection() << false;
-        QTest::newRow("garbage instead of HTTP") << Response::rawBytes("\x01\x02 not http\r\n\r\n") << false;
-        QTest::newRow("no answer") << Response::stallForever() << true;
+        QTest::addColumn<bool>("cancelled");
+        QTest::newRow("dropped connection") << Response::dropConnection() << Ending::byServer << false << false;
+        QTest::newRow("garbage instead of HTTP") << Response::rawBytes("\x01\x02 not http\r\n\r\n") << Ending::byServer
+                                                 << false << false;
+        QTest::newRow("no answer") << Response::stallForever() << Ending::byServer << true << false;
         Response slow = Response::text(200, "late");
         slow.delay = 2s;
-        QTest::newRow("answer after the deadline") << slow << true;
+        QTest::newRow("answer after the deadline") << slow << Ending::byServer << true << false;
+        QTest::newRow("cancelled") << Response::stallForever() << Ending::cancelAll << false << true;
+        QTest::newRow("client destroyed") << Response::stallForever() << Ending::clientDestroyed << false << true;
     }
 
     void transportFailures()
     {
         QFETCH(Response, response);
-        QFETCH(bool, timeout);
+        QFETCH(Ending, ending);
         FakeServer server;
         server.answerAll(response);
-        Client client(server.configuration());
-        client.setTimeouts({.idle = 300ms, .overall = 600ms});
+        QPointer<Client> client = new Client(server.configuration());
+        client->setTimeouts({.idle = 300ms, .overall = 600ms});
+        if (ending == Ending::cancelAll)
+            QTimer::singleShot(50ms, client, &Client::cancelAll);
+        if (ending == Ending::clientDestroyed)
+            QTimer::singleShot(50ms, [&client] { delete client; });
         try {
-            QuilloTest::wait(client.perform(E::Sync::maindata(0)));
+            QuilloTest::wait(client->perform(E::Sync::maindata(0)));
             QFAIL("the request must fail");
         } catch (const TransportError &error) {
-            QCOMPARE(error.isTimeout(), timeout);
-            QVERIFY(!error.isCancelled());
+            QTEST(error.isTimeout(), "timeout");
+            QTEST(error.isCancelled(), "cancelled");
             const ClientError shown(QStringLiteral("Failed to get main data."), std::current_exception());
             QCOMPARE(shown.description(), QStringLiteral("An unexpected error occurred!"));
             QCOMPARE(shown.failureReason(), error.description());
             QVERIFY(!shown.failureReason().isEmpty());
         }
-    }
-
-    void cancelledRequestsSayCancelled()
-    {
-        FakeServer server;
-        server.answerAll(Response::stallForever());
-        Client client(server.configuration());
-        QTimer::singleShot(50ms, &client, &Client::cancelAll);
-        try {
-            QuilloTest::wait(client.perform(E::Sync::maindata(0)));
-            QFAIL("the request must fail");
-        } catch (const TransportError &error) {
-            QVERIFY(error.isCancelled());
-            QVERIFY(!error.isTimeout());
-        }
-    }
-
-    void destroyingTheClientEndsItsRequests()
-    {
-        FakeServer server;
-        server.answerAll(Response::stallForever());
-        QPointer<Client> client = new Client(server.configuration());
-        bool cancelled = false;
-        const auto pending = [&]() -> QCoro::Task<> {
-            try {
-                co_await client->perform(E::Sync::maindata(0));
-            } catch (const TransportError &error) {
-                cancelled = error.isCancelled();
-            }
-        };
-        QTimer::singleShot(50ms, [&client] { delete client; });
-        QuilloTest::wait(pending());
-        QVERIFY(cancelled);
-        QVERIFY(client.isNull());
+        QCOMPARE(client.isNull(), ending == Ending::clientDestroyed);
+        delete client;
     }
 };
 
