@@ -347,6 +347,9 @@ private Q_SLOTS:
         m_window->toolbarAction(QStringLiteral("max_tnt_prio"))->trigger();
         QCOMPARE(sent(), QByteArray("/api/v2/torrents/topPrio?hashes=ccc"));
         m_window->tntTable()->table()->setFocus();
+        QTest::keyClick(m_window->tntTable()->table(), Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(m_server->context->selectedTnts().size(), 3);
+        select({QStringLiteral("ccc")});
         QTest::keyClick(m_window->tntTable()->table(), Qt::Key_S, Qt::ControlModifier);
         QTRY_COMPARE(tntModelStateText(m_server->tnt("ccc").state()), QStringLiteral("stalledDL"));
 
