@@ -221,16 +221,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("error");
         QTest::addColumn<QString>("errorText");
         QTest::addColumn<QString>("countdown");
-
-        QTest::newRow("first") << 1 << "Connection refused"
-                               << "Connection refused"
-                               << "Reconnecting in 10 s";
-        QTest::newRow("third, no text") << 3 << ""
-                                        << "An unknown error has occurred"
-                                        << "Reconnecting in 30 s";
-        QTest::newRow("sixth") << 6 << "Host unreachable"
-                               << "Host unreachable"
-                               << "Automatic reconnection stopped";
+        const auto row = [](const char *name, int losses, const char *error, const char *errorText, const char *countdown) {
+            QTest::newRow(name) << losses << QString::fromUtf8(error) << QString::fromUtf8(errorText)
+                                << QString::fromUtf8(countdown);
+        };
+        // Ten seconds more for every loss, up to the fifth; then it stops trying.
+        row("first", 1, "Connection refused", "Connection refused", "Reconnecting in 10 s");
+        row("third, no text", 3, "", "An unknown error has occurred", "Reconnecting in 30 s");
+        row("fifth", 5, "Host unreachable", "Host unreachable", "Reconnecting in 50 s");
+        row("sixth", 6, "Host unreachable", "Host unreachable", "Automatic reconnection stopped");
     }
 
     void overlayShowsTheLoss()
@@ -251,23 +250,62 @@ private Q_SLOTS:
         QTEST(overlay.countdownLabel()->text(), "countdown");
     }
 
+    void overlayReconnectsNow_data()
+    {
+        QTest::addColumn<bool>("serverBack");
+        QTest::newRow("server back") << true;
+        QTest::newRow("server still gone") << false;
+    }
+
     void overlayReconnectsNow()
     {
+        QFETCH(bool, serverBack);
         ConnectionFixture fixture(m_keychain);
         fixture.bypass = true;
-        const ClientConfiguration nas = fixture.add(QStringLiteral("NAS"), AuthMethod::none);
-        QuilloTest::wait(fixture.context->selectConfiguration(nas.id));
+        QuilloTest::wait(fixture.context->selectConfiguration(fixture.add(QStringLiteral("NAS"), AuthMethod::none).id));
         QWidget area;
         ReconnectionCountdown countdown(*fixture.context, std::chrono::hours(1));
         ReconnectionOverlay overlay(*fixture.context, countdown, &area);
         area.show();
         loseConnection(*fixture.context, 1, QStringLiteral("Connection refused"));
+        if (!serverBack)
+            fixture.server.answerAll(FakeServer::Response::dropConnection());
 
         QTest::mouseClick(overlay.reconnectButton(), Qt::LeftButton);
         QCOMPARE(overlay.reconnectButton()->text(), QStringLiteral("Reconnecting…"));
         QVERIFY(!overlay.reconnectButton()->isEnabled());
-        QTRY_VERIFY(!overlay.isVisible());
-        QCOMPARE(fixture.context->connectionLossCount(), 0);
+        QTRY_VERIFY(!fixture.context->isReconnecting());
+        QCOMPARE(fixture.context->connectionLossCount(), serverBack ? 0 : 2);
+        QCOMPARE(overlay.isVisible(), !serverBack);
+        if (!serverBack) // a failed attempt counts as another loss, and waits longer
+            QCOMPARE(overlay.countdownLabel()->text(), QStringLiteral("Reconnecting in 20 s"));
+    }
+
+    void countdownEndsInAReconnection()
+    {
+        ConnectionFixture fixture(m_keychain);
+        fixture.bypass = true;
+        QuilloTest::wait(fixture.context->selectConfiguration(fixture.add(QStringLiteral("NAS"), AuthMethod::none).id));
+        ReconnectionCountdown countdown(*fixture.context, std::chrono::milliseconds(2));
+        QList<int> shown;
+        connect(&countdown, &ReconnectionCountdown::changed, this, [&] {
+            if (fixture.context->connectionLossCount() > 0)
+                shown << countdown.secondsLeft();
+        });
+        const auto probes = [&] {
+            return std::count_if(fixture.server.requests().cbegin(), fixture.server.requests().cend(),
+                                 [](const auto &request) { return request.target.endsWith("/app/version"); });
+        };
+        const auto probesBefore = probes();
+        loseConnection(*fixture.context, 1, QStringLiteral("Connection refused"));
+
+        QTRY_COMPARE(fixture.context->connectionLossCount(), 0);
+        QCOMPARE(probes(), probesBefore + 1);
+        QVERIFY(fixture.context->isPolling());
+        QCOMPARE(shown.first(), 10);
+        QCOMPARE(shown.last(), 0);
+        QVERIFY(std::is_sorted(shown.rbegin(), shown.rend()));
+        QVERIFY(!countdown.isRunning());
     }
 };
 
