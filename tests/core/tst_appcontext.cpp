@@ -193,19 +193,6 @@ private Q_SLOTS:
         QCOMPARE(wait(m_keychain->read(m_context->clientConfigurations().constFirst())), std::optional(stored));
     }
 
-    void promptWhenNothingIsStored()
-    {
-        wait(m_context->selectConfiguration(addConnection(AuthMethod::cookieLogin)));
-        QVERIFY(m_context->isLoginPromptPresented());
-        QCOMPARE(loginRequests(), 0);
-
-        m_context->cancelLogin();
-        QVERIFY(!m_context->isLoginPromptPresented());
-        QVERIFY(m_context->clientConfiguration().has_value());
-        QVERIFY(!m_context->isAuthorized());
-        QCOMPARE(alert(), QString());
-    }
-
     void promptAnswerIsKeptOnlyWithAutoLogin()
     {
         // Every log line of the whole flow, with debug output on, including a refused password.

@@ -106,6 +106,9 @@ private Q_SLOTS:
         QVERIFY(!fixture.context->clientError());
         QVERIFY(!window.errorPresenter()->alert());
         QCOMPARE(window.logInOutAction()->text(), QStringLiteral("Log In"));
+        // With nothing stored, nothing was tried before the prompt.
+        QVERIFY(std::none_of(fixture.server.requests().cbegin(), fixture.server.requests().cend(),
+                             [](const auto &request) { return request.target.endsWith("/auth/login"); }));
     }
 
     void refusedLoginAlertsAndAsksAgain()
