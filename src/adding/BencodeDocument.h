@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+#include <cstdint>
+#include <vector>
+
+// The decoded tree as one flat array in file order, pointing into the input instead of copying it:
+// a container's descendants follow it, and `next` skips past all of them.
+struct BencodeNode
+{
+    enum class Kind : std::uint8_t { integer, list, dictionary, buffer, hashKey };
+
+    std::uint32_t offset = 0; // payload start in the input (the digits of an integer, a string's bytes)
+    std::uint32_t size = 0;
+    std::uint32_t next = 0; // index just past this value and everything inside it
+    Kind kind = Kind::buffer;
+};
+
+struct BencodeDocument
+{
+    QByteArray input;
+    std::vector<BencodeNode> nodes;
+
+    QByteArrayView bytesOf(const BencodeNode &node) const
+    {
+        // The synthesised key of the "info" bytes has no bytes of its own in the input.
+        if (node.kind == BencodeNode::Kind::hashKey)
+            return QByteArrayView("hash");
+        return QByteArrayView(input.constData() + node.offset, qsizetype{node.size});
+    }
+};
