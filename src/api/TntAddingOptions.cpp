@@ -1,0 +1,100 @@
+#include "api/TntAddingOptions.h"
+
+#include "api/Errors.h"
+
+#include <QLocale>
+#include <QLoggingCategory>
+
+#include <cmath>
+
+Q_LOGGING_CATEGORY(lcTntAddingOptions, "TntAddingOptions")
+
+namespace API {
+
+namespace {
+
+// The version from which the server reads `stopped` instead of `paused`.
+constexpr WebAPIVersion stoppedNaming{2, 11, 0};
+
+QString textOf(const QString &value) { return value; }
+QString textOf(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
+QString textOf(qint64 value) { return QString::number(value); }
+QString textOf(double value) { return QString::number(value, 'g', QLocale::FloatingPointShortest); }
+QString textOf(TntContentLayout value) { return wireText(value); }
+QString textOf(TntStopCondition value) { return wireText(value); }
+
+} // namespace
+
+QString wireText(TntContentLayout layout)
+{
+    switch (layout) {
+    case TntContentLayout::original: return QStringLiteral("Original");
+    case TntContentLayout::subfolder: return QStringLiteral("Subfolder");
+    case TntContentLayout::noSubfolder: return QStringLiteral("NoSubfolder");
+    }
+    Q_UNREACHABLE();
+}
+
+QString wireText(TntStopCondition condition)
+{
+    switch (condition) {
+    case TntStopCondition::none: return QStringLiteral("None");
+    case TntStopCondition::metaReceived: return QStringLiteral("MetadataReceived");
+    case TntStopCondition::filesChecked: return QStringLiteral("FilesChecked");
+    }
+    Q_UNREACHABLE();
+}
+
+void TntAddingOptions::setAddStopped(bool addStopped, const WebAPIVersion &apiVersion)
+{
+    if (apiVersion >= stoppedNaming)
+        stopped = addStopped;
+    else
+        paused = addStopped;
+}
+
+MultipartBody TntAddingOptions::multipartBody() const
+{
+    if (ratioLimit && !std::isfinite(*ratioLimit)) {
+        qCCritical(lcTntAddingOptions, "The ratio limit %f cannot be sent.", *ratioLimit);
+        throw TntManagmentError(TntManagmentError::Case::missingParameter, {},
+                                QStringLiteral("The ratio limit is not a number."));
+    }
+
+    MultipartWriter writer(boundary);
+    if (urls)
+        writer.addUrls(*urls);
+    if (tnts) {
+        for (const QString &file : *tnts)
+            writer.addTntFile(file);
+    }
+    const auto add = [&writer](const char16_t *name, const auto &value) {
+        if (value)
+            writer.addField(QString::fromUtf16(name), textOf(*value));
+    };
+    add(u"savepath", savepath);
+    add(u"useDownloadPath", useDownloadPath);
+    add(u"downloadPath", downloadPath);
+    add(u"addToTopOfQueue", addToTopOfQueue);
+    add(u"cookie", cookie);
+    add(u"category", category);
+    add(u"tags", tags);
+    add(u"skipChecking", skipChecking);
+    add(u"paused", paused);
+    add(u"stopped", stopped);
+    add(u"rootFolder", rootFolder);
+    add(u"rename", rename);
+    add(u"upLimit", upLimit);
+    add(u"dlLimit", dlLimit);
+    add(u"ratioLimit", ratioLimit);
+    add(u"seedingTimeLimit", seedingTimeLimit);
+    add(u"autoTMM", autoTMM);
+    add(u"sequentialDownload", sequentialDownload);
+    add(u"firstLastPiecePrio", firstLastPiecePrio);
+    add(u"contentLayout", contentLayout);
+    add(u"stopCondition", stopCondition);
+    add(u"filePriorities", filePriorities);
+    return std::move(writer).finish();
+}
+
+} // namespace API
