@@ -3,6 +3,8 @@
 #include "api/Endpoint.h"
 #include "api/Errors.h"
 #include "api/Records.h"
+#include "core/AppContext.h"
+#include "core/KeychainStore.h"
 #include "support/Await.h"
 #include "support/QbtServer.h"
 #include "support/TorrentFactory.h"
@@ -14,6 +16,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <functional>
@@ -51,6 +54,13 @@ bool eventually(const std::function<bool()> &condition)
     return condition();
 }
 
+QStringList capturedLog;
+
+void captureLog(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    capturedLog << message;
+}
+
 // What a user would read for the failure of `endpoint`, "description | reason"; empty when it succeeded.
 QString failureOf(Client &client, const APIEndpoint &endpoint)
 {
@@ -69,7 +79,8 @@ QStringList undecodedKeys(const QJsonObject &torrent)
 {
     QStringList undecoded;
     for (auto it = torrent.begin(); it != torrent.end(); ++it) {
-        const QJsonObject one{{u"rid"_qs, 1}, {u"torrents"_qs, QJsonObject{{u"h"_qs, QJsonObject{{it.key(), it.value()}}}}}};
+        const QJsonObject one{{u"rid"_qs, 1},
+                              {u"torrents"_qs, QJsonObject{{u"h"_qs, QJsonObject{{it.key(), it.value()}}}}}};
         if (decodeMainData(QJsonDocument(one).toJson()).tnts.value(u"h"_qs) == STntModel{})
             undecoded << it.key();
     }
@@ -79,7 +90,9 @@ QStringList undecodedKeys(const QJsonObject &torrent)
 } // namespace
 
 // A real qBittorrent 4.5 and 5.1, each started once: their answers decode through the client's typed
-// reads, every action the client sends is accepted and takes effect, and refusals read as meant.
+// reads, every action the client sends is accepted and takes effect, refusals read as meant, and the
+// context connects, logs in and out, follows the torrents and survives a restart (with a real Secret
+// Service).
 class TestRealServers : public QObject
 {
     Q_OBJECT
@@ -87,8 +100,7 @@ class TestRealServers : public QObject
 public:
     explicit TestRealServers(Flavor flavor)
         : m_flavor(flavor)
-    {
-    }
+    {}
 
 private:
     bool isModern() const { return m_flavor == Flavor::Trixie51; }
@@ -109,14 +121,14 @@ private:
     Torrent addTorrent(const QString &name, bool withData)
     {
         const QbtServer::DataDir dir = m_server->makeDataDir();
-        auto made = TorrentFactory::multiFile(dir.localPath, name,
-                                              {{QStringLiteral("a/first.bin"), 40'000},
-                                               {QStringLiteral("zweite ü.bin"), 20'000}},
-                                              {.announceUrls = {QStringLiteral("http://127.0.0.1:1/announce")}});
+        auto made = TorrentFactory::multiFile(
+            dir.localPath, name, {{QStringLiteral("a/first.bin"), 40'000}, {QStringLiteral("zweite ü.bin"), 20'000}},
+            {.announceUrls = {QStringLiteral("http://127.0.0.1:1/announce")}});
         if (!withData)
             QDir(made.contentPath).removeRecursively();
         const auto upload = TorrentFactory::multipartBody(
-            {TorrentFactory::torrentPart(made), {"savepath", dir.serverPath.toUtf8()},
+            {TorrentFactory::torrentPart(made),
+             {"savepath", dir.serverPath.toUtf8()},
              {isModern() ? QByteArray("stopped") : QByteArray("paused"), withData ? "false" : "true"}});
         const QString answer = Client::decodeText(call(T::add(upload)));
         if (answer != u"Ok.")
@@ -124,7 +136,34 @@ private:
         return made;
     }
 
+    // A fresh context over empty settings, selecting a saved connection to `server` with `stored` in
+    // the keychain, or nothing.
+    void connectContext(const QbtServer &server, AuthMethod method, const std::optional<UserCredentials> &stored)
+    {
+        QFile::remove(m_settingsDir.filePath(QStringLiteral("Quillo.ini")));
+        m_defaults = std::make_unique<UserDefaults>(m_settingsDir.filePath(QStringLiteral("Quillo.ini")));
+        m_context = std::make_unique<AppContext>(*m_defaults, m_keychain);
+        ClientConfiguration configuration = server.configuration();
+        configuration.authMethod = method;
+        if (stored)
+            wait(m_keychain.save(configuration, *stored));
+        else
+            wait(m_keychain.remove(configuration));
+        m_context->addConfiguration(configuration);
+        wait(m_context->selectConfiguration(configuration.id));
+    }
+
+    QString alert() const
+    {
+        const auto &error = m_context->clientError();
+        return error ? error->title() + u'|' + error->description() : QString();
+    }
+
     const Flavor m_flavor;
+    QTemporaryDir m_settingsDir;
+    KeychainStore m_keychain;
+    std::unique_ptr<UserDefaults> m_defaults;
+    std::unique_ptr<AppContext> m_context;
     std::unique_ptr<QbtServer> m_server;
     std::unique_ptr<Client> m_client;
     WebAPIVersion m_apiVersion;
@@ -136,6 +175,7 @@ private:
 private Q_SLOTS:
     void initTestCase()
     {
+        QVERIFY2(!qEnvironmentVariableIsEmpty("QUILLO_TEST_KEYRING_FILE"), "run through with-secret-service");
         QbtServer::StartResult started = QbtServer::start(m_flavor);
         QUILLO_REQUIRE_SERVER(started);
         m_server = std::move(started.server);
@@ -150,10 +190,16 @@ private Q_SLOTS:
         m_seedingHashes = {m_seeding.infoHash};
         QVERIFY2(eventually([&] {
                      const STntModel t = wait(m_client->mainData(0)).tnts.value(m_seeding.infoHash);
-                     return t.progress == 1.0 && t.state && *t.state != TntModelState::checkingUP
-                         && *t.state != TntModelState::checkingResumeData;
+                     return t.progress == 1.0 && t.state && *t.state != TntModelState::checkingUP &&
+                            *t.state != TntModelState::checkingResumeData;
                  }),
                  "the seeded torrent never completed its check");
+    }
+
+    void cleanup()
+    {
+        m_context.reset();
+        m_defaults.reset();
     }
 
     void cleanupTestCase()
@@ -172,7 +218,8 @@ private Q_SLOTS:
         QCOMPARE(build.bitness, 64);
         QCOMPARE(Client::decodeText(call(E::Application::defaultSavePath())), m_server->defaultSavePath());
         QVERIFY(!arrayOf(call(E::Application::networkInterfaceList())).isEmpty());
-        QVERIFY(arrayOf(call(E::Application::networkInterfaceAddressList(QStringLiteral("lo")))).contains(u"127.0.0.1"_qs));
+        QVERIFY(
+            arrayOf(call(E::Application::networkInterfaceAddressList(QStringLiteral("lo")))).contains(u"127.0.0.1"_qs));
     }
 
     void staysOnLoopback_data()
@@ -221,8 +268,8 @@ private Q_SLOTS:
         QCOMPARE(data.fullUpdate, std::optional(true));
         QVERIFY(data.rid > 0);
         QVERIFY(data.tntsRemoved.isEmpty());
-        QVERIFY(data.serverState && data.serverState->connectionStatus && data.serverState->dlInfoData
-                && data.serverState->globalRatio);
+        QVERIFY(data.serverState && data.serverState->connectionStatus && data.serverState->dlInfoData &&
+                data.serverState->globalRatio);
         if (isModern())
             QVERIFY(data.trackers.contains(u"http://127.0.0.1:1/announce"_qs));
 
@@ -241,10 +288,11 @@ private Q_SLOTS:
         // Every field of the record has a key of its own; the rest is what the client has no use for.
         const QJsonObject raw = torrent(m_seeding.infoHash);
         const QStringList undecoded = undecodedKeys(raw);
-        const QString unused = isModern() ? QStringLiteral("comment download_path has_metadata inactive_seeding_time_limit "
-                                                           "max_inactive_seeding_time popularity private reannounce "
-                                                           "root_path trackers_count")
-                                          : QStringLiteral("download_path trackers_count");
+        const QString unused = isModern()
+                                   ? QStringLiteral("comment download_path has_metadata inactive_seeding_time_limit "
+                                                    "max_inactive_seeding_time popularity private reannounce "
+                                                    "root_path trackers_count")
+                                   : QStringLiteral("download_path trackers_count");
         QCOMPARE(undecoded.join(u' '), unused);
         QCOMPARE(raw.size() - undecoded.size(), 46);
     }
@@ -343,20 +391,22 @@ private Q_SLOTS:
         const QbtServer::DataDir dir = m_server->makeDataDir();
         QFile blocker(dir.localPath + QStringLiteral("/file"));
         QVERIFY(blocker.open(QIODevice::WriteOnly));
-        QTest::newRow("unknown torrent") << T::properties(QString(40, u'0'))
-                                         << QStringLiteral("Torrent not found! | The torrent is no longer on the server.");
-        QTest::newRow("no valid peer") << T::addPeers(seeding, {QStringLiteral("not a peer")})
-                                       << QStringLiteral("Failed to add peers! | No valid peers were specified");
-        QTest::newRow("no such file") << T::filePrio(queued, {9}, 1) << QStringLiteral("Invalid file! | File ID is not valid");
-        QTest::newRow("blank name") << T::rename(queued, QStringLiteral(" ")) << QStringLiteral("Invalid torrent name! | ");
-        QTest::newRow("no such category") << T::setCategory({queued}, QStringLiteral("No such one"))
-                                          << QStringLiteral("Category does not exist! | ");
-        QTest::newRow("no such tracker") << T::editTracker(seeding.first(), QStringLiteral("http://127.0.0.1:9/gone"),
-                                                           QStringLiteral("http://127.0.0.1:8/new"), m_apiVersion)
-                                         << QStringLiteral("Failed to edit tracker! | ");
-        QTest::newRow("folder below a file")
-            << T::setLocation({queued}, dir.serverPath + QStringLiteral("/file/sub"))
-            << QStringLiteral("An error occurred while setting the torrent location! | Cannot make save path");
+        const auto row = [](const char *name, const APIEndpoint &endpoint, const char *shown) {
+            QTest::newRow(name) << endpoint << QString::fromUtf8(shown);
+        };
+        row("unknown torrent", T::properties(QString(40, u'0')),
+            "Torrent not found! | The torrent is no longer on the server.");
+        row("no valid peer", T::addPeers(seeding, {QStringLiteral("not a peer")}),
+            "Failed to add peers! | No valid peers were specified");
+        row("no such file", T::filePrio(queued, {9}, 1), "Invalid file! | File ID is not valid");
+        row("blank name", T::rename(queued, QStringLiteral(" ")), "Invalid torrent name! | ");
+        row("no such category", T::setCategory({queued}, QStringLiteral("No such one")), "Category does not exist! | ");
+        row("no such tracker",
+            T::editTracker(seeding.first(), QStringLiteral("http://127.0.0.1:9/gone"),
+                           QStringLiteral("http://127.0.0.1:8/new"), m_apiVersion),
+            "Failed to edit tracker! | ");
+        row("folder below a file", T::setLocation({queued}, dir.serverPath + QStringLiteral("/file/sub")),
+            "An error occurred while setting the torrent location! | Cannot make save path");
     }
 
     void refusals()
@@ -366,15 +416,15 @@ private Q_SLOTS:
         QCOMPARE(failure(endpoint).left(shown.size()), shown);
     }
 
-    // Both are accepted and leave the torrent complete. (Stopping and starting is driven through the
-    // context in tst_connection_lifecycle.)
+    // Both are accepted and leave the torrent complete. (Stopping and starting is in contextFollowsTorrents.)
     void reannounceAndRecheck()
     {
         call(T::reannounce(m_seedingHashes));
         call(T::recheck(m_seedingHashes));
         QVERIFY(eventually([&] {
             const QJsonObject info = torrent(m_seeding.infoHash);
-            return info.value(u"progress").toDouble() == 1.0 && !info.value(u"state").toString().startsWith(u"checking");
+            return info.value(u"progress").toDouble() == 1.0 &&
+                   !info.value(u"state").toString().startsWith(u"checking");
         }));
     }
 
@@ -386,9 +436,8 @@ private Q_SLOTS:
         const QString seeding = m_seeding.infoHash;
         const QString a = m_queuedA.infoHash;
         const QString b = m_queuedB.infoHash;
-        const auto row = [](const char *name, const APIEndpoint &action, const QString &hash, const QJsonObject &shown) {
-            QTest::newRow(name) << action << hash << shown;
-        };
+        const auto row = [](const char *name, const APIEndpoint &action, const QString &hash,
+                            const QJsonObject &shown) { QTest::newRow(name) << action << hash << shown; };
         // In this order: each row changes what the one before set.
         row("force start", T::setForceStart({seeding}, true), seeding, {{u"force_start"_qs, true}});
         row("no force start", T::setForceStart({seeding}, false), seeding, {{u"force_start"_qs, false}});
@@ -534,6 +583,78 @@ private Q_SLOTS:
         QVERIFY(torrentShows(m_seeding.infoHash, QStringLiteral("tags"), QString()));
     }
 
+    void contextConnectsWithAStoredPassword()
+    {
+        connectContext(*m_server, AuthMethod::cookieLogin, m_server->credentials());
+        QCOMPARE(alert(), QString());
+        QVERIFY(m_context->isAuthorized());
+        QVERIFY(m_context->isPolling());
+        QVERIFY(!m_context->isLoginPromptPresented());
+        QCOMPARE(m_context->qbtVersion(), isModern() ? QStringLiteral("v5.1.0") : QStringLiteral("v4.5.2"));
+        QCOMPARE(m_context->qbtBuildInfo().bitness, 64);
+    }
+
+    void contextAsksAgainForAWrongPassword()
+    {
+        connectContext(*m_server, AuthMethod::cookieLogin,
+                       UserCredentials{QStringLiteral("admin"), QStringLiteral("not it"), {}});
+        QCOMPARE(alert(), QStringLiteral("Failed to login.|You are not authorized!"));
+        QVERIFY(m_context->isLoginPromptPresented());
+        QVERIFY(!m_context->isAuthorized());
+
+        m_context->dismissClientError();
+        wait(m_context->logIn(m_server->credentials(), true));
+        QVERIFY(m_context->isAuthorized());
+        QCOMPARE(wait(m_keychain.read(*m_context->clientConfiguration())), std::optional(m_server->credentials()));
+    }
+
+    void contextNeedsNoCredentialsWithTheBypass()
+    {
+        QbtServer::StartResult started = QbtServer::start(m_flavor, {.localHostAuth = false});
+        QUILLO_REQUIRE_SERVER(started);
+        connectContext(*started.server, AuthMethod::none, std::nullopt);
+        QCOMPARE(alert(), QString());
+        QVERIFY(m_context->isAuthorized());
+        wait(m_context->client()->perform(E::Sync::maindata(0)));
+        m_context.reset(); // before its server goes
+    }
+
+    void contextLogsOut()
+    {
+        connectContext(*m_server, AuthMethod::cookieLogin, m_server->credentials());
+        wait(m_context->logOut());
+        QVERIFY(!m_context->isAuthorized());
+        QVERIFY(!m_context->isPolling());
+        QVERIFY_THROWS_EXCEPTION(AutorizationError, wait(m_context->client()->perform(E::Sync::maindata(0))));
+    }
+
+    void contextFollowsTorrents()
+    {
+        connectContext(*m_server, AuthMethod::cookieLogin, m_server->credentials());
+        const QbtServer::DataDir dir = m_server->makeDataDir();
+        const auto made = TorrentFactory::singleFile(dir.localPath, QStringLiteral("synced.bin"), 40'000);
+        wait(m_context->client()->perform(T::add(TorrentFactory::multipartBody(
+            {TorrentFactory::torrentPart(made), {"savepath", dir.serverPath.toUtf8()}}))));
+        const auto shown = [&] { return m_context->tntCollection().find(made.infoHash); };
+        QTRY_VERIFY_WITH_TIMEOUT(shown(), 10'000);
+        QTRY_COMPARE_WITH_TIMEOUT(shown()->progress(), 1.0, 15'000);
+        QCOMPARE(shown()->name(), QStringLiteral("synced.bin"));
+
+        // Stopped through the API by someone else: the Status column follows within an interval.
+        const QStringList hashes{made.infoHash};
+        call(isModern() ? T::stop(hashes) : T::pause(hashes));
+        QTRY_COMPARE_WITH_TIMEOUT(TntModel::stateTitle(shown()->state()), QStringLiteral("Completed"), 10'000);
+        call(isModern() ? T::start(hashes) : T::resume(hashes));
+        QTRY_VERIFY_WITH_TIMEOUT(TntModel::matches(shown()->state(), TntModel::State::uploading) ||
+                                     shown()->state() == TntModel::State::stalledUP,
+                                 10'000);
+        QVERIFY(m_context->serverState().refreshInterval() > 0); // the server state arrived too
+
+        // Removed by another client: it leaves at the next poll.
+        call(T::deleteTnts(hashes, true));
+        QTRY_VERIFY_WITH_TIMEOUT(!shown(), 10'000);
+    }
+
     void seedsAddedTorrent_data()
     {
         QTest::addColumn<bool>("singleFile");
@@ -573,17 +694,19 @@ private Q_SLOTS:
                 c = u'-';
         }
         const Torrent torrent = singleFile
-            ? TorrentFactory::singleFile(data.localPath, name, files.constFirst().size, options)
-            : TorrentFactory::multiFile(data.localPath, name, files, options);
+                                    ? TorrentFactory::singleFile(data.localPath, name, files.constFirst().size, options)
+                                    : TorrentFactory::multiFile(data.localPath, name, files, options);
         // A torrent the server cannot read is refused with 415.
-        QCOMPARE(Client::decodeText(call(T::add(TorrentFactory::multipartBody(
-                     {TorrentFactory::torrentPart(torrent), {"savepath", data.serverPath.toUtf8()}, {"skip_checking", "false"}})))),
+        QCOMPARE(Client::decodeText(call(T::add(TorrentFactory::multipartBody({TorrentFactory::torrentPart(torrent),
+                                                                               {"savepath", data.serverPath.toUtf8()},
+                                                                               {"skip_checking", "false"}})))),
                  QStringLiteral("Ok."));
 
         // Found by name, so a wrong info-hash shows as a mismatch rather than a torrent never listed.
         // A download state after the check means pieces failed it.
-        const QList<TntModelState> failed{TntModelState::error,       TntModelState::missingFiles, TntModelState::stalledDL,
-                                          TntModelState::downloading, TntModelState::pausedDL,     TntModelState::stoppedDL};
+        const QList<TntModelState> failed{TntModelState::error,     TntModelState::missingFiles,
+                                          TntModelState::stalledDL, TntModelState::downloading,
+                                          TntModelState::pausedDL,  TntModelState::stoppedDL};
         QString listedHash;
         STntModel listed;
         eventually([&] {
@@ -638,8 +761,41 @@ private Q_SLOTS:
         QVERIFY(!torrent(m_queuedB.infoHash).isEmpty());
     }
 
+    void contextSurvivesAServerRestart()
+    {
+        connectContext(*m_server, AuthMethod::cookieLogin, m_server->credentials());
+        QVERIFY(m_context->isPolling());
+
+        // A loss that was not one: the session is still valid.
+        m_context->reportSyncFailure(
+            QStringLiteral("Sync"),
+            std::make_exception_ptr(TransportError(QNetworkReply::RemoteHostClosedError, QStringLiteral("closed"))));
+        wait(m_context->reconnect());
+        QCOMPARE(m_context->connectionLossCount(), 0);
+
+        m_server->stop();
+        QTRY_COMPARE_WITH_TIMEOUT(m_context->connectionLossCount(), 1, 10'000); // the poller notices
+        QTest::qWait(100);
+        QCOMPARE(m_context->connectionLossCount(), 1); // and then stops
+        QVERIFY(!m_context->isPolling());
+        QVERIFY(!m_context->connectionError().isEmpty());
+
+        QCOMPARE(m_server->restart(), QString());
+        capturedLog.clear();
+        const auto previous = qInstallMessageHandler(captureLog);
+        wait(m_context->reconnect());
+        qInstallMessageHandler(previous);
+        QVERIFY2(capturedLog.contains(u"Session expired. Logging in again..."_qs), qPrintable(capturedLog.join(u'\n')));
+        QCOMPARE(alert(), QString());
+        QCOMPARE(m_context->connectionLossCount(), 0);
+        QVERIFY(m_context->isAuthorized());
+        QVERIFY(m_context->isPolling());
+        wait(m_context->client()->perform(E::Sync::maindata(0)));
+    }
+
     void shutdownStopsTheServer()
     {
+        wait(m_client->login()); // the restart forgot the session
         call(E::Application::shutdown());
         QVERIFY(eventually([&] {
             Client probe(m_server->configuration());
