@@ -19,13 +19,6 @@ namespace {
 
 const QString boundary = u"B0UND"_qs;
 
-TntAddingOptions options()
-{
-    TntAddingOptions options;
-    options.boundary = boundary;
-    return options;
-}
-
 QByteArray field(const QByteArray &name, const QByteArray &value)
 {
     return "--B0UND\r\nContent-Disposition: form-data; name=\"" + name + "\"\r\n\r\n" + value + "\r\n";
@@ -80,61 +73,27 @@ private Q_SLOTS:
         QTest::addColumn<TntAddingOptions>("options");
         QTest::addColumn<QByteArray>("body");
 
-        TntAddingOptions link = options();
-        link.urls = QStringList{u"magnet:?xt=urn:btih:abc&dn=A B"_qs};
-        QTest::newRow("one link") << link << "--B0UND\r\nContent-Disposition: form-data; name=\"urls\"\r\n\r\n"
-                                             "magnet:?xt=urn:btih:abc&dn=A%20B\r\n" + closing;
-
-        TntAddingOptions links = options();
-        links.urls = QStringList{u"http://a/x.torrent"_qs, u"http://bad host/"_qs, QString(), u"http://b/"_qs};
+        const QByteArray urlsPart = "--B0UND\r\nContent-Disposition: form-data; name=\"urls\"\r\n\r\n";
+        QTest::newRow("one link") << TntAddingOptions{.boundary = boundary, .urls = QStringList{u"magnet:?xt=urn:btih:abc&dn=A B"_qs}}
+                                  << urlsPart + "magnet:?xt=urn:btih:abc&dn=A%20B\r\n" + closing;
         QTest::newRow("links that are no URL dropped")
-            << links << "--B0UND\r\nContent-Disposition: form-data; name=\"urls\"\r\n\r\n"
-                        "http://a/x.torrent\r\nhttp://b/\r\n" + closing;
-
-        TntAddingOptions noLinks = options();
-        noLinks.urls = QStringList();
-        QTest::newRow("empty link list") << noLinks
-                                         << "--B0UND\r\nContent-Disposition: form-data; name=\"urls\"\r\n\r\n" + closing;
-
-        TntAddingOptions unset = options();
-        unset.skipChecking = false;
-        QTest::newRow("false is sent, unset is not") << unset << field("skipChecking", "false") + closing;
-
-        TntAddingOptions ratios = options();
-        ratios.ratioLimit = 2.0;
-        QTest::newRow("whole ratio") << ratios << field("ratioLimit", "2") + closing;
-        ratios.ratioLimit = 1.5;
-        QTest::newRow("fractional ratio") << ratios << field("ratioLimit", "1.5") + closing;
-
-        TntAddingOptions every = options();
-        every.urls = QStringList{u"http://a/"_qs};
-        every.tnts = QStringList{m_first};
-        every.savepath = u"/data/A & B é"_qs;
-        every.useDownloadPath = true;
-        every.downloadPath = u"/incomplete"_qs;
-        every.addToTopOfQueue = true;
-        every.cookie = u"c=1"_qs;
-        every.category = u"Films"_qs;
-        every.tags = u"a,b"_qs;
-        every.skipChecking = true;
-        every.paused = true;
-        every.stopped = true;
-        every.rootFolder = false;
-        every.rename = u"New"_qs;
-        every.upLimit = 1024;
-        every.dlLimit = -1;
-        every.ratioLimit = 0.25;
-        every.seedingTimeLimit = 60;
-        every.autoTMM = false;
-        every.sequentialDownload = true;
-        every.firstLastPiecePrio = true;
-        every.contentLayout = API::TntContentLayout::noSubfolder;
-        every.stopCondition = API::TntStopCondition::metaReceived;
-        every.filePriorities = u"0,1,6"_qs;
+            << TntAddingOptions{.boundary = boundary, .urls = QStringList{u"http://a/"_qs, u"http://bad host/"_qs, QString()}}
+            << urlsPart + "http://a/\r\n" + closing;
+        QTest::newRow("empty link list") << TntAddingOptions{.boundary = boundary, .urls = QStringList()} << urlsPart + closing;
+        QTest::newRow("false is sent, unset is not") << TntAddingOptions{.boundary = boundary, .skipChecking = false}
+                                                     << field("skipChecking", "false") + closing;
+        QTest::newRow("whole ratio") << TntAddingOptions{.boundary = boundary, .ratioLimit = 2.0}
+                                     << field("ratioLimit", "2") + closing;
         QTest::newRow("every option")
-            << every
-            << "--B0UND\r\nContent-Disposition: form-data; name=\"urls\"\r\n\r\nhttp://a/\r\n"
-                   + torrentPart("first.torrent", "d4:infod4:name1:aee") + field("savepath", "/data/A & B \xc3\xa9")
+            << TntAddingOptions{.boundary = boundary, .tnts = QStringList{m_first}, .savepath = u"/data/A & B é"_qs,
+                                .useDownloadPath = true, .downloadPath = u"/incomplete"_qs, .addToTopOfQueue = true,
+                                .cookie = u"c=1"_qs, .category = u"Films"_qs, .tags = u"a,b"_qs, .skipChecking = true,
+                                .paused = true, .stopped = true, .rootFolder = false, .rename = u"New"_qs,
+                                .upLimit = 1024, .dlLimit = -1, .ratioLimit = 0.25, .seedingTimeLimit = 60,
+                                .autoTMM = false, .sequentialDownload = true, .firstLastPiecePrio = true,
+                                .contentLayout = API::TntContentLayout::noSubfolder,
+                                .stopCondition = API::TntStopCondition::metaReceived, .filePriorities = u"0,1,6"_qs}
+            << torrentPart("first.torrent", "d4:infod4:name1:aee") + field("savepath", "/data/A & B \xc3\xa9")
                    + field("useDownloadPath", "true") + field("downloadPath", "/incomplete")
                    + field("addToTopOfQueue", "true") + field("cookie", "c=1") + field("category", "Films")
                    + field("tags", "a,b") + field("skipChecking", "true") + field("paused", "true")
@@ -157,9 +116,7 @@ private Q_SLOTS:
 
     void filesAlone()
     {
-        API::TntFilesUpload upload;
-        upload.boundary = boundary;
-        upload.files = {m_first, m_second};
+        const API::TntFilesUpload upload{.boundary = boundary, .files = {m_first, m_second}};
         QCOMPARE(upload.multipartBody().bytes,
                  torrentPart("first.torrent", "d4:infod4:name1:aee")
                      + torrentPart("zwei \xc3\xbc.torrent", QByteArray("d4:infod4:name1:b\r\n\0ee", 22)) + closing);
@@ -184,7 +141,7 @@ private Q_SLOTS:
     {
         QFETCH(API::WebAPIVersion, version);
         QFETCH(QByteArray, body);
-        TntAddingOptions stopped = options();
+        TntAddingOptions stopped{.boundary = boundary};
         stopped.setAddStopped(true, version);
         QCOMPARE(stopped.multipartBody().bytes, body);
     }
@@ -197,16 +154,13 @@ private Q_SLOTS:
         QTest::addColumn<QString>("failure");
         QTest::addColumn<QString>("logged");
 
-        TntAddingOptions notATorrent = options();
-        notATorrent.tnts = QStringList{writeFile(m_folder, u"page.torrent"_qs, "<html>")};
-        QTest::newRow("not a torrent") << notATorrent
+        const QString page = writeFile(m_folder, u"page.torrent"_qs, "<html>");
+        QTest::newRow("not a torrent") << TntAddingOptions{.tnts = QStringList{page}}
                                        << u"Failed to add torrent! | \"page.torrent\" is not a valid torrent file."_qs
                                        << u"Failed to initialize tnt metadata"_qs;
 
-        TntAddingOptions ratio = options();
-        ratio.ratioLimit = std::nan("");
         QTest::newRow("ratio not a number")
-            << ratio << u"An unexpected error occurred! | The ratio limit is not a number."_qs << u"ratio limit nan"_qs;
+            << TntAddingOptions{.ratioLimit = std::nan("")} << u"An unexpected error occurred! | The ratio limit is not a number."_qs << u"ratio limit nan"_qs;
     }
 
     void refusedBeforeSending()
@@ -223,10 +177,9 @@ private Q_SLOTS:
 
     void unreadableFile()
     {
-        TntAddingOptions missing = options();
-        missing.tnts = QStringList{m_folder.filePath(u"gone.torrent"_qs)};
-        QCOMPARE(failureOf([&] { missing.multipartBody(); }),
-                 u"Failed to add torrent! | Could not read \"%1\": No such file or directory"_qs.arg(missing.tnts->constFirst()));
+        const QString gone = m_folder.filePath(u"gone.torrent"_qs);
+        QCOMPARE(failureOf([&] { TntAddingOptions{.tnts = QStringList{gone}}.multipartBody(); }),
+                 u"Failed to add torrent! | Could not read \"%1\": No such file or directory"_qs.arg(gone));
     }
 
     void serverAnswers_data()
@@ -245,8 +198,7 @@ private Q_SLOTS:
         FakeServer server;
         server.answerAll(answer);
         API::Client client(server.configuration(API::AuthMethod::none));
-        TntAddingOptions first = options();
-        first.tnts = QStringList{m_first};
+        const TntAddingOptions first{.boundary = boundary, .tnts = QStringList{m_first}};
         QCOMPARE(failureOf([&] { QuilloTest::wait(TntAdder::add(client, first)); }), failure);
         QCOMPARE(server.requests().size(), 1);
         const FakeServer::Request &sent = server.requests().constFirst();
