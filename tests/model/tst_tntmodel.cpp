@@ -172,27 +172,25 @@ private Q_SLOTS:
             QCOMPARE(collection.rowOf(hash), -1);
     }
 
-    void fullUpdateReplacesEverything()
+    void fullUpdate_data()
     {
-        TntCollection collection;
-        collection.replaceAll(TntCollection::build(full({{QStringLiteral("a"), record(QStringLiteral("A"), State::downloading)},
-                                                        {QStringLiteral("b"), record(QStringLiteral("B"), State::uploading)}}),
-                                                   5));
-        QSignalSpy completed(&collection, &TntCollection::downloadsCompleted);
-        collection.replaceAll(TntCollection::build(full({{QStringLiteral("a"), record(QStringLiteral("A"), State::uploading, 1)}}), 5));
-        QCOMPARE(collection.size(), 1);
-        QCOMPARE(collection.rowOf(QStringLiteral("b")), -1);
-        QCOMPARE(completed.size(), 1); // finished while the full update was on its way
-
-        // The first sync knows nothing before it: nothing has just finished.
-        TntCollection fresh;
-        QSignalSpy none(&fresh, &TntCollection::downloadsCompleted);
-        fresh.replaceAll(TntCollection::build(full({{QStringLiteral("a"), record(QStringLiteral("A"), State::uploading, 1)}}), 5));
-        QCOMPARE(none.size(), 0);
+        QTest::addColumn<bool>("merged");
+        QTest::newRow("replacing every row") << false;
+        QTest::newRow("merged over the shown rows") << true;
     }
 
-    void fullUpdateOverShownTorrentsKeepsTheirRows()
+    void fullUpdate()
     {
+        QFETCH(bool, merged);
+        const auto after = full({{QStringLiteral("a"), record(QStringLiteral("A"), State::uploading, 1)},
+                                 {QStringLiteral("c"), record(QStringLiteral("C2"), State::uploading)},
+                                 {QStringLiteral("d"), record(QStringLiteral("D"), State::metaDL)}});
+        const auto apply = [&](TntCollection &collection) {
+            if (merged)
+                collection.mergeFull(after, 5);
+            else
+                collection.replaceAll(TntCollection::build(after, 5));
+        };
         TntCollection collection;
         collection.replaceAll(TntCollection::build(full({{QStringLiteral("a"), record(QStringLiteral("A"), State::downloading)},
                                                         {QStringLiteral("b"), record(QStringLiteral("B"), State::uploading)},
@@ -200,16 +198,19 @@ private Q_SLOTS:
                                                    5));
         QSignalSpy resets(&collection, &TntCollection::aboutToReset);
         QSignalSpy completed(&collection, &TntCollection::downloadsCompleted);
-        collection.mergeFull(full({{QStringLiteral("a"), record(QStringLiteral("A"), State::uploading, 1)},
-                                   {QStringLiteral("c"), record(QStringLiteral("C2"), State::uploading)},
-                                   {QStringLiteral("d"), record(QStringLiteral("D"), State::metaDL)}}),
-                             5);
-        QCOMPARE(resets.size(), 0);
+        apply(collection);
+        QCOMPARE(resets.size(), merged ? 0 : 1);
         QCOMPARE(collection.size(), 3);
         QCOMPARE(collection.rowOf(QStringLiteral("b")), -1); // not listed: gone
         QCOMPARE(collection.find(QStringLiteral("c"))->name(), QStringLiteral("C2"));
         QVERIFY(collection.find(QStringLiteral("d")));
-        QCOMPARE(completed.size(), 1);
+        QCOMPARE(completed.size(), 1); // finished while the full update was on its way
+
+        // The first sync knows nothing before it: nothing has just finished.
+        TntCollection fresh;
+        QSignalSpy none(&fresh, &TntCollection::downloadsCompleted);
+        apply(fresh);
+        QCOMPARE(none.size(), 0);
     }
 
     void completionMeansFinishingADownload_data()
