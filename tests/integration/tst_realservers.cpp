@@ -583,7 +583,7 @@ private Q_SLOTS:
         QVERIFY(torrentShows(m_seeding.infoHash, QStringLiteral("tags"), QString()));
     }
 
-    void contextConnectsWithAStoredPassword()
+    void contextConnectsWithAStoredPasswordAndLogsOut()
     {
         connectContext(*m_server, AuthMethod::cookieLogin, m_server->credentials());
         QCOMPARE(alert(), QString());
@@ -592,6 +592,11 @@ private Q_SLOTS:
         QVERIFY(!m_context->isLoginPromptPresented());
         QCOMPARE(m_context->qbtVersion(), isModern() ? QStringLiteral("v5.1.0") : QStringLiteral("v4.5.2"));
         QCOMPARE(m_context->qbtBuildInfo().bitness, 64);
+
+        wait(m_context->logOut());
+        QVERIFY(!m_context->isAuthorized());
+        QVERIFY(!m_context->isPolling());
+        QVERIFY_THROWS_EXCEPTION(AutorizationError, wait(m_context->client()->perform(E::Sync::maindata(0))));
     }
 
     void contextAsksAgainForAWrongPassword()
@@ -617,15 +622,6 @@ private Q_SLOTS:
         QVERIFY(m_context->isAuthorized());
         wait(m_context->client()->perform(E::Sync::maindata(0)));
         m_context.reset(); // before its server goes
-    }
-
-    void contextLogsOut()
-    {
-        connectContext(*m_server, AuthMethod::cookieLogin, m_server->credentials());
-        wait(m_context->logOut());
-        QVERIFY(!m_context->isAuthorized());
-        QVERIFY(!m_context->isPolling());
-        QVERIFY_THROWS_EXCEPTION(AutorizationError, wait(m_context->client()->perform(E::Sync::maindata(0))));
     }
 
     void contextFollowsTorrents()
