@@ -265,6 +265,10 @@ void TestRecords::failures_data()
     row("fractional piece", Decoder::files,
         R"([{"availability":1,"index":0,"name":"a","piece_range":[0,1.5],"priority":1,"progress":1,"size":1}])",
         "[0].piece_range[1]: expected an integer");
+    row("trackers not a list", Decoder::trackers, "{}", "expected an array");
+    row("file priority as text", Decoder::files,
+        R"([{"availability":1,"index":0,"name":"a","piece_range":[0,1],"priority":"1","progress":1,"size":1}])",
+        "[0].priority: expected a number");
     row("properties without comment", Decoder::properties, QByteArray(properties).replace(R"("comment":"c",)", ""),
         "comment: missing");
     row("web seed without url", Decoder::webSeeds, "[{}]", "[0].url: missing");
