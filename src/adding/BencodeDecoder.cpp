@@ -81,7 +81,7 @@ void BencodeDecoder::openContainer(Kind kind)
 {
     if (depth == depthLimit)
         fail();
-    const std::uint32_t node = appendNode(kind, static_cast<std::uint32_t>(position));
+    const std::uint32_t node = appendNode(kind);
     ++position;
     stack[static_cast<std::size_t>(depth++)] = {.node = node, .isDictionary = kind == Kind::dictionary};
 }
@@ -89,9 +89,7 @@ void BencodeDecoder::openContainer(Kind kind)
 void BencodeDecoder::closeContainer()
 {
     ++position;
-    BencodeNode &node = document->nodes[stack[static_cast<std::size_t>(--depth)].node];
-    node.next = static_cast<std::uint32_t>(document->nodes.size());
-    node.size = static_cast<std::uint32_t>(position) - node.offset;
+    document->nodes[stack[static_cast<std::size_t>(--depth)].node].next = static_cast<std::uint32_t>(document->nodes.size());
     if (depth > 0)
         valueRead();
 }

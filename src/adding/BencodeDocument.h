@@ -12,7 +12,8 @@ struct BencodeNode
 {
     enum class Kind : std::uint8_t { integer, list, dictionary, buffer, hashKey };
 
-    std::uint32_t offset = 0; // payload start in the input (the digits of an integer, a string's bytes)
+    // The payload in the input: an integer's digits, a string's bytes; unused for containers.
+    std::uint32_t offset = 0;
     std::uint32_t size = 0;
     std::uint32_t next = 0; // index just past this value and everything inside it
     Kind kind = Kind::buffer;

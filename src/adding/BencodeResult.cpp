@@ -111,25 +111,10 @@ BencodeResult::List::Iterator BencodeResult::List::end() const
     return Iterator(m_document, m_document->nodes[m_index].next);
 }
 
-qsizetype BencodeResult::List::size() const
-{
-    qsizetype count = 0;
-    for (auto it = begin(); it != end(); ++it)
-        ++count;
-    return count;
-}
-
 BencodeResult::List::Iterator &BencodeResult::List::Iterator::operator++()
 {
     m_index = m_document->nodes[m_index].next;
     return *this;
-}
-
-BencodeResult::List::Iterator BencodeResult::List::Iterator::operator++(int)
-{
-    Iterator before = *this;
-    ++*this;
-    return before;
 }
 
 BencodeResult::Dictionary::Dictionary(std::shared_ptr<const BencodeDocument> document, std::uint32_t index)

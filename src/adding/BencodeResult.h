@@ -48,12 +48,8 @@ public:
     class Iterator
     {
     public:
-        using value_type = BencodeResult;
-        using difference_type = std::ptrdiff_t;
-
         BencodeResult operator*() const { return BencodeResult(m_document, m_index); }
         Iterator &operator++();
-        Iterator operator++(int);
         friend bool operator==(const Iterator &a, const Iterator &b) { return a.m_index == b.m_index; }
 
     private:
@@ -70,7 +66,6 @@ public:
 
     Iterator begin() const;
     Iterator end() const;
-    qsizetype size() const;
 
 private:
     friend class BencodeResult;
