@@ -3,6 +3,7 @@
 #include "api/APIEndpoint.h"
 #include "api/BuildInfo.h"
 #include "api/ClientError.h"
+#include "api/TntAddingOptions.h"
 #include "api/WebAPIVersion.h"
 #include "core/ClientConfiguration.h"
 #include "core/ConnectionStore.h"
@@ -145,6 +146,12 @@ public:
     QCoro::Task<> setSuperSeeding(QSet<QString> hashes, bool value);
     QCoro::Task<> banPeers(QSet<QString> peers);
     QCoro::Task<> toggleSpeedLimitsMode();
+    // Adds torrents; false when the server refused or the connection went. With the torrent's hash,
+    // `filePriorities` (per file, in index order) reach every server: sent along from API 2.15;
+    // before that the torrent is added stopped, given them once it appears, and then started if
+    // `start` asks.
+    QCoro::Task<bool> addTnts(API::TntAddingOptions options, bool start, QString hash = {},
+                              QList<int> filePriorities = {});
 
 Q_SIGNALS:
     void configurationsChanged();
@@ -174,6 +181,9 @@ private:
     // Sends one operation; false (with the error reported under `failureTitle`) when it failed or
     // the connection it was sent on is gone, so the caller leaves the model alone.
     QCoro::Task<bool> send(API::APIEndpoint endpoint, QString failureTitle);
+    QCoro::Task<bool> upload(API::TntAddingOptions options);
+    // Waits for the poller to bring the torrent; false when it did not come or the connection went.
+    QCoro::Task<bool> awaitTnt(QString hash);
     bool usesStartStop() const;
     void setStates(const QSet<QString> &hashes, bool emptyMeansAll, TntModel::State incomplete,
                    TntModel::State complete);

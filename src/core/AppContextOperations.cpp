@@ -5,9 +5,12 @@
 #include "api/Client.h"
 #include "api/Endpoint.h"
 #include "api/Errors.h"
+#include "adding/TntAdder.h"
 
 #include <QLoggingCategory>
 #include <QPointer>
+#include <QCoroTimer>
+#include <QDeadlineTimer>
 #include <QThread>
 
 #include <algorithm>
@@ -27,6 +30,13 @@ QStringList sorted(const QSet<QString> &values)
 {
     QStringList list = values.values();
     list.sort();
+    return list;
+}
+
+QList<int> sortedIds(const QSet<int> &ids)
+{
+    QList<int> list = ids.values();
+    std::sort(list.begin(), list.end());
     return list;
 }
 
@@ -60,6 +70,32 @@ QString tagText(QStringList tags)
     std::sort(tags.begin(), tags.end(),
               [](const QString &a, const QString &b) { return a.compare(b, Qt::CaseInsensitive) < 0; });
     return tags.join(tagSeparator);
+}
+
+const QString addingFailure = QStringLiteral("Failed to add tnts.");
+
+// The version from which torrents/add reads `filePriorities`.
+constexpr API::WebAPIVersion filePrioritiesOnAdd{2, 15, 0};
+constexpr int normalPriority = 1;
+
+QString joined(const QList<int> &priorities)
+{
+    QStringList texts;
+    texts.reserve(priorities.size());
+    for (const int priority : priorities)
+        texts << QString::number(priority);
+    return texts.join(u',');
+}
+
+// File indexes by the priority they need other than the server's normal one.
+QMap<int, QSet<int>> filesByPriority(const QList<int> &priorities)
+{
+    QMap<int, QSet<int>> files;
+    for (qsizetype index = 0; index < priorities.size(); ++index) {
+        if (priorities[index] != normalPriority)
+            files[priorities[index]].insert(static_cast<int>(index));
+    }
+    return files;
 }
 
 } // namespace
@@ -234,10 +270,8 @@ QCoro::Task<> AppContext::minimumPriority()
 
 QCoro::Task<> AppContext::setFilePriority(QString hash, QSet<int> fileIds, int priority)
 {
-    QList<int> ids = fileIds.values();
-    std::sort(ids.begin(), ids.end());
-    QCoro::Task<bool> request =
-        send(Endpoint::TntManagement::filePrio(hash, ids, priority), QStringLiteral("Failed to set file priority."));
+    QCoro::Task<bool> request = send(Endpoint::TntManagement::filePrio(hash, sortedIds(fileIds), priority),
+                                     QStringLiteral("Failed to set file priority."));
     co_await std::move(request);
 }
 
@@ -384,4 +418,85 @@ QCoro::Task<> AppContext::toggleSpeedLimitsMode()
     QCoro::Task<bool> request =
         send(Endpoint::TransferInfo::toggleSpeedLimitsMode(), QStringLiteral("Failed to toggle speed limits mode."));
     co_await std::move(request);
+}
+
+QCoro::Task<bool> AppContext::upload(API::TntAddingOptions options)
+{
+    if (!m_client || !m_isAuthorized) {
+        fail(addingFailure, std::make_exception_ptr(API::NetworkError::disconnected()));
+        co_return false;
+    }
+    const QPointer<AppContext> self(this);
+    const quint64 generation = m_generation;
+    std::exception_ptr failure;
+    try {
+        QCoro::Task<void> adding = TntAdder::add(*m_client, std::move(options));
+        co_await std::move(adding);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!self || self->m_generation != generation)
+        co_return false;
+    if (failure) {
+        if (!isCancellation(failure))
+            fail(addingFailure, failure);
+        co_return false;
+    }
+    forcePoll();
+    co_return true;
+}
+
+QCoro::Task<bool> AppContext::awaitTnt(QString hash)
+{
+    const QPointer<AppContext> self(this);
+    const quint64 generation = m_generation;
+    // Long enough for a busy server's slow polls; a torrent that never comes is reported.
+    const QDeadlineTimer deadline(std::chrono::minutes(1));
+    while (!m_tntCollection.find(hash)) {
+        if (deadline.hasExpired()) {
+            fail(QStringLiteral("Failed to set file priority."),
+                 std::make_exception_ptr(API::TntManagmentError(
+                     API::TntManagmentError::Case::addingRejected, {},
+                     QStringLiteral("The torrent did not appear on the server, so its skipped files could not be set."))));
+            co_return false;
+        }
+        QCoro::Task<> pause = QCoro::sleepFor(std::chrono::milliseconds(200));
+        co_await std::move(pause);
+        if (!self || self->m_generation != generation)
+            co_return false;
+    }
+    co_return true;
+}
+
+QCoro::Task<bool> AppContext::addTnts(API::TntAddingOptions options, bool start, QString hash,
+                                      QList<int> filePriorities)
+{
+    const QMap<int, QSet<int>> changed = filesByPriority(filePriorities);
+    if (changed.isEmpty() || m_webAPIVersion >= filePrioritiesOnAdd || hash.isEmpty()) {
+        if (!changed.isEmpty())
+            options.filePriorities = joined(filePriorities);
+        options.setAddStopped(!start, m_webAPIVersion);
+        QCoro::Task<bool> adding = upload(std::move(options));
+        co_return co_await std::move(adding);
+    }
+
+    // Stopped until its files are set, so that a skipped file is never begun.
+    options.setAddStopped(true, m_webAPIVersion);
+    QCoro::Task<bool> adding = upload(std::move(options));
+    if (!co_await std::move(adding))
+        co_return false;
+    QCoro::Task<bool> arrival = awaitTnt(hash);
+    if (!co_await std::move(arrival))
+        co_return false;
+    for (auto files = changed.cbegin(); files != changed.cend(); ++files) {
+        QCoro::Task<bool> setting = send(Endpoint::TntManagement::filePrio(hash, sortedIds(files.value()), files.key()),
+                                         QStringLiteral("Failed to set file priority."));
+        if (!co_await std::move(setting))
+            co_return false;
+    }
+    if (start) {
+        QCoro::Task<> starting = startTnts({hash});
+        co_await std::move(starting);
+    }
+    co_return true;
 }
