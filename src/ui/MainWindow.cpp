@@ -7,10 +7,12 @@
 #include "ui/ClientErrorPresenter.h"
 #include "ui/ConnectionEditor.h"
 #include "ui/DisplayName.h"
+#include "ui/DropOverlay.h"
 #include "ui/LoginPrompt.h"
 #include "ui/ReconnectionOverlay.h"
 #include "ui/ServerMenu.h"
 #include "ui/SidebarView.h"
+#include "ui/TntAddingFlow.h"
 #include "ui/TntCommands.h"
 #include "ui/TntContextMenu.h"
 #include "ui/TntFilterProxy.h"
@@ -20,8 +22,11 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSplitter>
@@ -44,6 +49,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_tntTable(new TntTableView(context.tntCollection(), context.settings().defaults(), m_connectedPages))
     , m_transferStatus(new TransferStatus(context.serverState(), context.settings().defaults(), this))
     , m_commands(new TntCommands(context, this))
+    , m_addingFlow(new TntAddingFlow(context, this))
     , m_navigation(new NavigationContext(context, context.settings().defaults(), this))
     , m_sidebar(new SidebarView(context, *m_navigation, *m_commands, m_connectedArea))
     , m_toolBar(new QToolBar(QStringLiteral("Toolbar"), this))
@@ -52,6 +58,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_countdown(new ReconnectionCountdown(context, std::chrono::seconds(1), this))
     , m_overlay(new ReconnectionOverlay(context, *m_countdown, m_connectedArea))
     , m_errorPresenter(new ClientErrorPresenter(context, this))
+    , m_dropOverlay(new DropOverlay(m_pages))
 {
     setWindowTitle(QStringLiteral("Quillo"));
     resize(1200, 760);
@@ -81,6 +88,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     m_pages->addWidget(m_welcomeView);
     m_pages->addWidget(m_connectedArea);
     setCentralWidget(m_pages);
+    setAcceptDrops(true);
 
     m_toolBar->setObjectName(QStringLiteral("tnt_table_toolbar"));
     m_toolBar->setMovable(false);
@@ -168,6 +176,11 @@ void MainWindow::addTntActions()
         m_toolBar->addAction(action);
         m_tntActions.append(action);
     };
+    add("add_tnt_file", QStringLiteral("Add Torrent Files"), "document-open", QStyle::SP_DialogOpenButton,
+        QKeySequence::Open, [this] { m_addingFlow->chooseFiles(); });
+    add("add_tnt_link", QStringLiteral("Add Links"), "insert-link", QStyle::SP_FileLinkIcon,
+        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), [this] { m_addingFlow->enterLinks(); });
+    m_toolBar->addSeparator();
     add("delete_tnt", QStringLiteral("Remove"), "edit-delete", QStyle::SP_TrashIcon, QKeySequence::Delete,
         [this] { m_commands->remove(m_context.selectedTnts()); });
     m_toolBar->addSeparator();
@@ -184,6 +197,43 @@ void MainWindow::addTntActions()
         QKeySequence(Qt::CTRL | Qt::Key_Plus), [this] { detached(m_context.increasePriority()); });
     add("max_tnt_prio", QStringLiteral("Maximum priority"), "go-top", QStyle::SP_ArrowUp,
         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Plus), [this] { detached(m_context.maximumPriority()); });
+}
+
+namespace {
+
+// What a drag carries that can become torrents: .torrent files and links, or lines of text that
+// are links or info-hashes.
+QList<QUrl> tntSources(const QMimeData *data)
+{
+    QList<QUrl> sources = data->hasUrls() ? data->urls() : TntAddingFlow::sourcesOf(data->text().split(u'\n'));
+    sources.removeIf([](const QUrl &url) { return !TntAddingFlow::isTntSource(url); });
+    return sources;
+}
+
+} // namespace
+
+void MainWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (m_toolBar->isVisible() && !tntSources(event->mimeData()).isEmpty()) {
+        event->acceptProposedAction();
+        m_dropOverlay->show();
+        m_dropOverlay->raise();
+    }
+}
+
+void MainWindow::dragLeaveEvent(QDragLeaveEvent *)
+{
+    m_dropOverlay->hide();
+}
+
+void MainWindow::dropEvent(QDropEvent *event)
+{
+    m_dropOverlay->hide();
+    const QList<QUrl> sources = tntSources(event->mimeData());
+    if (sources.isEmpty())
+        return;
+    event->acceptProposedAction();
+    m_addingFlow->open(sources);
 }
 
 QAction *MainWindow::toolbarAction(const QString &identifier) const

@@ -9,6 +9,7 @@
 class AppContext;
 class ClientErrorPresenter;
 class ConnectionEditor;
+class DropOverlay;
 class QAction;
 class QLabel;
 class QStackedWidget;
@@ -18,6 +19,7 @@ class ReconnectionOverlay;
 class NavigationContext;
 class ServerMenu;
 class SidebarView;
+class TntAddingFlow;
 class TntCommands;
 class TntTableView;
 class TransferStatus;
@@ -42,6 +44,8 @@ public:
     TransferStatus *transferStatus() const { return m_transferStatus; }
     TntCommands *tntCommands() const { return m_commands; }
     SidebarView *sidebar() const { return m_sidebar; }
+    TntAddingFlow *addingFlow() const { return m_addingFlow; }
+    DropOverlay *dropOverlay() const { return m_dropOverlay; }
     // The toolbar's item by its identifier ("start_tnt", "delete_tnt", ...).
     QAction *toolbarAction(const QString &identifier) const;
 
@@ -49,6 +53,11 @@ public:
     ConnectionEditor *openConnectionEditor();
     // Opens the editor on a saved connection; the connection in use reconnects with what was saved.
     ConnectionEditor *editConnection(QUuid id);
+
+protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     void showPage();
@@ -68,6 +77,7 @@ private:
     TntTableView *m_tntTable;
     TransferStatus *m_transferStatus;
     TntCommands *m_commands;
+    TntAddingFlow *m_addingFlow;
     NavigationContext *m_navigation;
     SidebarView *m_sidebar;
     QToolBar *m_toolBar;
@@ -77,5 +87,6 @@ private:
     ReconnectionCountdown *m_countdown;
     ReconnectionOverlay *m_overlay;
     ClientErrorPresenter *m_errorPresenter;
+    DropOverlay *m_dropOverlay;
     QPointer<LoginPrompt> m_loginPrompt;
 };

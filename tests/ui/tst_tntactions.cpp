@@ -339,7 +339,8 @@ private Q_SLOTS:
                 identifiers << action->objectName();
         }
         QCOMPARE(identifiers,
-                 (QStringList{QStringLiteral("delete_tnt"), QStringLiteral("start_tnt"), QStringLiteral("stop_tnt"),
+                 (QStringList{QStringLiteral("add_tnt_file"), QStringLiteral("add_tnt_link"),
+                              QStringLiteral("delete_tnt"), QStringLiteral("start_tnt"), QStringLiteral("stop_tnt"),
                               QStringLiteral("min_tnt_prio"), QStringLiteral("decrease_tnt_prio"),
                               QStringLiteral("increase_tnt_prio"), QStringLiteral("max_tnt_prio"),
                               QStringLiteral("connection_menu"), QStringLiteral("log_in_out")}));

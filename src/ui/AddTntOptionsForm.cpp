@@ -1,0 +1,163 @@
+#include "ui/AddTntOptionsForm.h"
+
+#include "core/AppContext.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QSpinBox>
+
+namespace {
+
+constexpr qint64 kibibyte = 1024;
+
+QComboBox *choices(const QStringList &titles, QWidget *parent)
+{
+    auto *box = new QComboBox(parent);
+    box->addItems(titles);
+    return box;
+}
+
+// A limit field whose lowest value means "not set".
+QSpinBox *limit(const QString &unset, const QString &suffix, int minimum, QWidget *parent)
+{
+    auto *box = new QSpinBox(parent);
+    box->setRange(minimum, 1'000'000'000);
+    box->setSpecialValueText(unset);
+    box->setSuffix(suffix);
+    return box;
+}
+
+template<typename Value>
+std::optional<Value> choice(const QComboBox *box, const QList<Value> &values)
+{
+    const int index = box->currentIndex() - 1; // 0 is "Default"
+    if (index < 0 || index >= values.size())
+        return std::nullopt;
+    return values[index];
+}
+
+} // namespace
+
+AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName, QWidget *parent)
+    : QWidget(parent)
+    , m_savePath(new QLineEdit(this))
+    , m_category(new QComboBox(this))
+    , m_tags(new QListWidget(this))
+    , m_rename(new QLineEdit(this))
+    , m_management(choices({QStringLiteral("Default"), QStringLiteral("Manual"), QStringLiteral("Automatic")}, this))
+    , m_contentLayout(choices({QStringLiteral("Default"), QStringLiteral("Original"), QStringLiteral("Create subfolder"),
+                               QStringLiteral("Don't create subfolder")},
+                              this))
+    , m_stopCondition(choices({QStringLiteral("Default"), QStringLiteral("None"), QStringLiteral("Metadata received"),
+                               QStringLiteral("Files checked")},
+                              this))
+    , m_start(new QCheckBox(QStringLiteral("Start torrent"), this))
+    , m_topOfQueue(new QCheckBox(QStringLiteral("Add to top of queue"), this))
+    , m_skipChecking(new QCheckBox(QStringLiteral("Skip hash check"), this))
+    , m_sequential(new QCheckBox(QStringLiteral("Download in sequential order"), this))
+    , m_firstLastPiece(new QCheckBox(QStringLiteral("Download first and last pieces first"), this))
+    , m_dlLimit(limit(QStringLiteral("∞"), QStringLiteral(" KiB/s"), 0, this))
+    , m_upLimit(limit(QStringLiteral("∞"), QStringLiteral(" KiB/s"), 0, this))
+    , m_ratioLimit(new QDoubleSpinBox(this))
+    , m_seedingTimeLimit(limit(QStringLiteral("Default"), QStringLiteral(" min"), -1, this))
+{
+    const UserDefaults &defaults = context.settings().defaults();
+    m_savePath->setObjectName(QStringLiteral("savePath"));
+    m_category->setObjectName(QStringLiteral("category"));
+    m_category->setEditable(true);
+    m_category->addItem(QString());
+    m_category->addItems(context.categories().keys());
+    m_category->setCurrentText(defaults.stringValue(UserDefaultsKey::categoryForNewTnt));
+
+    m_tags->setObjectName(QStringLiteral("tags"));
+    m_tags->setMaximumHeight(96);
+    const QStringList preselected = defaults.stringValue(UserDefaultsKey::tagsForNewTnt).split(u',', Qt::SkipEmptyParts);
+    for (const QString &tag : context.tags()) {
+        auto *item = new QListWidgetItem(tag, m_tags);
+        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+        const bool chosen = std::any_of(preselected.cbegin(), preselected.cend(),
+                                        [&tag](const QString &wanted) { return wanted.trimmed() == tag; });
+        item->setCheckState(chosen ? Qt::Checked : Qt::Unchecked);
+    }
+
+    m_rename->setObjectName(QStringLiteral("rename"));
+    m_rename->setPlaceholderText(tntName);
+    m_start->setObjectName(QStringLiteral("start"));
+    m_start->setChecked(true);
+    m_ratioLimit->setRange(-1, 1'000'000);
+    m_ratioLimit->setSingleStep(0.1);
+    m_ratioLimit->setSpecialValueText(QStringLiteral("Default"));
+    m_ratioLimit->setValue(-1);
+    m_seedingTimeLimit->setValue(-1);
+
+    auto *form = new QFormLayout(this);
+    form->setContentsMargins(0, 0, 0, 0);
+    form->addRow(QStringLiteral("Save at"), m_savePath);
+    form->addRow(QStringLiteral("Category"), m_category);
+    form->addRow(QStringLiteral("Tags"), m_tags);
+    form->addRow(QStringLiteral("Rename"), m_rename);
+    form->addRow(QStringLiteral("Torrent management"), m_management);
+    form->addRow(QStringLiteral("Content layout"), m_contentLayout);
+    form->addRow(QStringLiteral("Stop condition"), m_stopCondition);
+    for (QCheckBox *box : {m_start, m_topOfQueue, m_skipChecking, m_sequential, m_firstLastPiece})
+        form->addRow(box);
+    form->addRow(QStringLiteral("Download limit"), m_dlLimit);
+    form->addRow(QStringLiteral("Upload limit"), m_upLimit);
+    form->addRow(QStringLiteral("Ratio limit"), m_ratioLimit);
+    form->addRow(QStringLiteral("Seeding time limit"), m_seedingTimeLimit);
+}
+
+void AddTntOptionsForm::setSavePath(const QString &path)
+{
+    // The user's own choice is not overwritten by a late answer.
+    if (m_savePath->text().isEmpty())
+        m_savePath->setText(path);
+}
+
+bool AddTntOptionsForm::startsTnt() const
+{
+    return m_start->isChecked();
+}
+
+API::TntAddingOptions AddTntOptionsForm::options() const
+{
+    API::TntAddingOptions options;
+    const auto text = [](const QString &value) -> std::optional<QString> {
+        const QString trimmed = value.trimmed();
+        return trimmed.isEmpty() ? std::nullopt : std::optional(trimmed);
+    };
+    const auto flag = [](const QCheckBox *box) { return box->isChecked() ? std::optional(true) : std::nullopt; };
+    options.savepath = text(m_savePath->text());
+    options.category = text(m_category->currentText());
+    QStringList tags;
+    for (int row = 0; row < m_tags->count(); ++row) {
+        if (m_tags->item(row)->checkState() == Qt::Checked)
+            tags << m_tags->item(row)->text();
+    }
+    options.tags = text(tags.join(u','));
+    options.rename = text(m_rename->text());
+    options.autoTMM = choice(m_management, QList<bool>{false, true});
+    options.contentLayout = choice(m_contentLayout, QList<API::TntContentLayout>{API::TntContentLayout::original,
+                                                                                API::TntContentLayout::subfolder,
+                                                                                API::TntContentLayout::noSubfolder});
+    options.stopCondition = choice(m_stopCondition, QList<API::TntStopCondition>{API::TntStopCondition::none,
+                                                                                 API::TntStopCondition::metaReceived,
+                                                                                 API::TntStopCondition::filesChecked});
+    options.addToTopOfQueue = flag(m_topOfQueue);
+    options.skipChecking = flag(m_skipChecking);
+    options.sequentialDownload = flag(m_sequential);
+    options.firstLastPiecePrio = flag(m_firstLastPiece);
+    if (m_dlLimit->value() > 0)
+        options.dlLimit = m_dlLimit->value() * kibibyte;
+    if (m_upLimit->value() > 0)
+        options.upLimit = m_upLimit->value() * kibibyte;
+    if (m_ratioLimit->value() >= 0)
+        options.ratioLimit = m_ratioLimit->value();
+    if (m_seedingTimeLimit->value() >= 0)
+        options.seedingTimeLimit = m_seedingTimeLimit->value();
+    return options;
+}

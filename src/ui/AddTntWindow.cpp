@@ -1,0 +1,156 @@
+#include "ui/AddTntWindow.h"
+
+#include "api/Client.h"
+#include "api/Endpoint.h"
+#include "core/AppContext.h"
+#include "core/Detached.h"
+#include "ui/AddTntOptionsForm.h"
+#include "ui/TntContentTree.h"
+
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QPointer>
+#include <QPushButton>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace {
+
+// The torrent's files as the tree builder reads them; a single-file torrent is its own one file.
+QList<API::File> filesOf(const TntMetadata &metadata)
+{
+    QList<API::File> files;
+    if (!metadata.info)
+        return files;
+    const TntMetadata::Info &info = *metadata.info;
+    if (info.files.isEmpty()) {
+        files.append(API::File{.index = 0, .name = info.name, .size = info.length, .priority = 1});
+        return files;
+    }
+    files.reserve(info.files.size());
+    for (qsizetype index = 0; index < info.files.size(); ++index)
+        files.append(API::File{.index = index, .name = info.files[index].path, .size = info.files[index].length,
+                               .priority = 1});
+    return files;
+}
+
+qint64 totalSize(const TntMetadata &metadata)
+{
+    if (!metadata.info)
+        return 0;
+    if (metadata.info->files.isEmpty())
+        return metadata.info->length;
+    qint64 sum = 0;
+    for (const TntMetadata::Info::File &file : metadata.info->files)
+        sum += file.length;
+    return sum;
+}
+
+QLabel *value(const QString &text, const char *name, QWidget *parent)
+{
+    auto *label = new QLabel(text, parent);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setWordWrap(true);
+    return label;
+}
+
+} // namespace
+
+AddTntWindow::AddTntWindow(AppContext &context, QString tntFile, TntMetadata metadata, QWidget *parent)
+    : QDialog(parent)
+    , m_context(context)
+    , m_tntFile(std::move(tntFile))
+    , m_metadata(std::move(metadata))
+    , m_options(new AddTntOptionsForm(context, m_metadata.info ? m_metadata.info->name : QString(), this))
+    , m_tree(new TntContentTree(this))
+{
+    setWindowTitle(QStringLiteral("Add Torrent"));
+    resize(900, 640);
+
+    auto *buttons = new QDialogButtonBox(this);
+    m_add = buttons->addButton(QStringLiteral("Add"), QDialogButtonBox::AcceptRole);
+    m_add->setDefault(true);
+    m_add->setEnabled(false);
+    buttons->addButton(QDialogButtonBox::Cancel);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto *left = new QWidget(this);
+    auto *leftLayout = new QVBoxLayout(left);
+    leftLayout->setContentsMargins(0, 0, 0, 0);
+    leftLayout->addWidget(makePreview());
+    leftLayout->addWidget(m_tree, 1);
+    auto *split = new QSplitter(Qt::Horizontal, this);
+    split->addWidget(left);
+    split->addWidget(m_options);
+    split->setStretchFactor(0, 1);
+    split->setChildrenCollapsible(false);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(split, 1);
+    layout->addWidget(buttons);
+
+    detached(buildTree());
+    detached(loadDefaultSavePath());
+}
+
+QWidget *AddTntWindow::makePreview()
+{
+    auto *preview = new QWidget(this);
+    auto *form = new QFormLayout(preview);
+    form->setContentsMargins(0, 0, 0, 0);
+    const QLocale locale;
+    const TntMetadata &m = m_metadata;
+    form->addRow(QStringLiteral("Name:"), value(m.info ? m.info->name : QString(), "name", preview));
+    form->addRow(QStringLiteral("Size:"),
+                 value(locale.formattedDataSize(totalSize(m), 1, QLocale::DataSizeIecFormat), "size", preview));
+    form->addRow(QStringLiteral("Info hash:"), value(m.hash, "hash", preview));
+    form->addRow(QStringLiteral("Comment:"), value(m.comment, "comment", preview));
+    form->addRow(QStringLiteral("Created by:"), value(m.createdBy, "createdBy", preview));
+    form->addRow(QStringLiteral("Created on:"),
+                 value(locale.toString(m.creationDate.toDateTime().toLocalTime(), QLocale::LongFormat), "creationDate",
+                       preview));
+    form->addRow(QStringLiteral("Private:"),
+                 value(m.info && m.info->isPrivate ? QStringLiteral("Yes") : QStringLiteral("No"), "private", preview));
+    return preview;
+}
+
+QList<int> AddTntWindow::filePriorities() const
+{
+    return m_tree->filePriorities(m_metadata.info && !m_metadata.info->files.isEmpty() ? m_metadata.info->files.size()
+                                                                                        : 1);
+}
+
+QCoro::Task<> AddTntWindow::buildTree()
+{
+    const QPointer<AddTntWindow> self(this);
+    QCoro::Task<FileTreeBuilder::Nodes> building = m_builder.build(filesOf(m_metadata));
+    const FileTreeBuilder::Nodes nodes = co_await std::move(building);
+    if (!self)
+        co_return;
+    m_tree->setNodes(nodes);
+    m_add->setEnabled(true);
+    Q_EMIT contentReady();
+}
+
+QCoro::Task<> AddTntWindow::loadDefaultSavePath()
+{
+    API::Client *client = m_context.client();
+    if (!client)
+        co_return;
+    const QPointer<AddTntWindow> self(this);
+    QString path;
+    try {
+        QCoro::Task<QString> reading = client->performText(API::Endpoint::Application::defaultSavePath());
+        path = co_await std::move(reading);
+    } catch (const std::exception &error) {
+        // The field stays empty and the server's own default applies.
+        qWarning("Failed to read the default save path: %s", error.what());
+        co_return;
+    }
+    if (self)
+        m_options->setSavePath(path);
+}

@@ -1,0 +1,168 @@
+#include "ui/TntAddingFlow.h"
+
+#include "adding/TntLinks.h"
+#include "adding/TntMetadata.h"
+#include "core/AppContext.h"
+#include "core/Detached.h"
+#include "ui/AddTntOptionsForm.h"
+#include "ui/AddTntWindow.h"
+#include "ui/LinksDialog.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLoggingCategory>
+#include <QMessageBox>
+#include <QPointer>
+
+Q_LOGGING_CATEGORY(lcAddingFlow, "TntAddingFlow")
+
+TntAddingFlow::TntAddingFlow(AppContext &context, QWidget *window)
+    : QObject(window)
+    , m_context(context)
+    , m_window(window)
+{
+    connect(&m_context, &AppContext::connectionStateChanged, this, &TntAddingFlow::openPending);
+}
+
+bool TntAddingFlow::isTntSource(const QUrl &url)
+{
+    if (url.isLocalFile())
+        return url.toLocalFile().endsWith(QStringLiteral(".torrent"), Qt::CaseInsensitive);
+    return !TntLinks::urlOf(url.toString()).isEmpty();
+}
+
+QList<QUrl> TntAddingFlow::sourcesOf(const QStringList &arguments)
+{
+    QList<QUrl> sources;
+    for (const QString &argument : arguments) {
+        const QString text = argument.trimmed();
+        if (text.isEmpty())
+            continue;
+        const QString link = TntLinks::urlOf(text);
+        if (!link.isEmpty())
+            sources << QUrl(link);
+        else
+            sources << QUrl::fromUserInput(text, QDir::currentPath(), QUrl::AssumeLocalFile);
+    }
+    return sources;
+}
+
+void TntAddingFlow::open(const QList<QUrl> &sources)
+{
+    m_pendingTntURLs << sources;
+    openPending();
+}
+
+void TntAddingFlow::openPending()
+{
+    if (!m_context.isAuthorized() || m_pendingTntURLs.isEmpty())
+        return;
+    const QList<QUrl> sources = std::exchange(m_pendingTntURLs, {});
+    QStringList links;
+    for (const QUrl &source : sources) {
+        if (source.isLocalFile())
+            openFile(source.toLocalFile());
+        else
+            links << source.toString();
+    }
+    if (links.isEmpty())
+        return;
+    if (m_context.settings().showTntAddingWindow())
+        enterLinks(links);
+    else
+        detached(addLinks(links));
+}
+
+void TntAddingFlow::chooseFiles()
+{
+    auto *dialog = new QFileDialog(m_window, QStringLiteral("Add Torrent Files"), QString(),
+                                   QStringLiteral("Torrent files (*.torrent)"));
+    dialog->setObjectName(QStringLiteral("tntFileDialog"));
+    dialog->setFileMode(QFileDialog::ExistingFiles);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QFileDialog::filesSelected, this, [this](const QStringList &files) {
+        QList<QUrl> sources;
+        for (const QString &file : files)
+            sources << QUrl::fromLocalFile(file);
+        open(sources);
+    });
+    dialog->open();
+}
+
+void TntAddingFlow::enterLinks(const QStringList &links)
+{
+    auto *dialog = new LinksDialog(links.join(u'\n'), m_window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this, dialog] { detached(addLinks(dialog->urls())); });
+    dialog->open();
+}
+
+void TntAddingFlow::openFile(const QString &path)
+{
+    const std::optional<TntMetadata> metadata = TntMetadata::fromFile(path);
+    if (!metadata || !metadata->info) {
+        auto *alert = new QMessageBox(QMessageBox::Warning, QStringLiteral("Failed to add torrent!"),
+                                      QStringLiteral("\"%1\" is not a valid torrent file.").arg(QFileInfo(path).fileName()),
+                                      QMessageBox::Ok, m_window);
+        alert->setObjectName(QStringLiteral("invalidTntFile"));
+        alert->setAttribute(Qt::WA_DeleteOnClose);
+        alert->open();
+        return;
+    }
+    if (!m_context.settings().showTntAddingWindow()) {
+        API::TntAddingOptions options = defaultOptions();
+        options.tnts = QStringList{path};
+        detached(addFile(std::move(options), true, {}, {}, path));
+        return;
+    }
+    auto *window = new AddTntWindow(m_context, path, *metadata, m_window);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    connect(window, &QDialog::accepted, this, [this, window] {
+        API::TntAddingOptions options = window->optionsForm()->options();
+        options.tnts = QStringList{window->tntFile()};
+        detached(addFile(std::move(options), window->optionsForm()->startsTnt(), window->metadata().hash,
+                         window->filePriorities(), window->tntFile()));
+    });
+    connect(window, &QDialog::rejected, this, [this, window] {
+        if (m_context.settings().autoDeleteTntFile() && m_context.settings().deleteTntFileOnAdditionCanceled())
+            trash(window->tntFile());
+    });
+    window->show();
+}
+
+API::TntAddingOptions TntAddingFlow::defaultOptions() const
+{
+    API::TntAddingOptions options;
+    const UserDefaults &defaults = m_context.settings().defaults();
+    if (const QString category = defaults.stringValue(UserDefaultsKey::categoryForNewTnt); !category.isEmpty())
+        options.category = category;
+    if (const QString tags = defaults.stringValue(UserDefaultsKey::tagsForNewTnt); !tags.isEmpty())
+        options.tags = tags;
+    return options;
+}
+
+void TntAddingFlow::trash(const QString &path) const
+{
+    if (!QFile::moveToTrash(path))
+        qCWarning(lcAddingFlow, "Failed to move %s to the trash", qUtf8Printable(path));
+}
+
+QCoro::Task<> TntAddingFlow::addFile(API::TntAddingOptions options, bool start, QString hash,
+                                     QList<int> filePriorities, QString path)
+{
+    const QPointer<TntAddingFlow> self(this);
+    QCoro::Task<bool> adding = m_context.addTnts(std::move(options), start, hash, filePriorities);
+    const bool added = co_await std::move(adding);
+    if (self && added && m_context.settings().autoDeleteTntFile())
+        trash(path);
+}
+
+QCoro::Task<> TntAddingFlow::addLinks(QStringList urls)
+{
+    API::TntAddingOptions options = defaultOptions();
+    options.urls = urls;
+    QCoro::Task<bool> adding = m_context.addTnts(std::move(options), true);
+    co_await std::move(adding);
+}

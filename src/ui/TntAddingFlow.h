@@ -1,0 +1,47 @@
+#pragma once
+
+#include "api/TntAddingOptions.h"
+
+#include <QCoroTask>
+#include <QList>
+#include <QObject>
+#include <QUrl>
+
+class AppContext;
+class QWidget;
+
+// Where every torrent that reaches Quillo goes: .torrent files and links from the toolbar, a drop,
+// the command line or a second launch. Files open the add-torrent window, or are added at once with
+// the defaults when the setting "showTntAddingWindow" is off; links likewise go through the links
+// dialog. What comes before the connection is ready waits in `pendingTntURLs` and opens once
+// connected. After adding (and, if the settings say so, after cancelling) the .torrent goes to the trash.
+class TntAddingFlow : public QObject
+{
+    Q_OBJECT
+
+public:
+    TntAddingFlow(AppContext &context, QWidget *window);
+
+    // Local .torrent files as file URLs; magnet and http(s) links as they are.
+    void open(const QList<QUrl> &sources);
+    // Command-line arguments and dropped text: paths, links and info-hashes.
+    static QList<QUrl> sourcesOf(const QStringList &arguments);
+    static bool isTntSource(const QUrl &url);
+    void chooseFiles();
+    void enterLinks(const QStringList &links = {});
+
+    const QList<QUrl> &pendingTntURLs() const { return m_pendingTntURLs; }
+
+private:
+    void openPending();
+    void openFile(const QString &path);
+    API::TntAddingOptions defaultOptions() const;
+    void trash(const QString &path) const;
+    QCoro::Task<> addFile(API::TntAddingOptions options, bool start, QString hash, QList<int> filePriorities,
+                          QString path);
+    QCoro::Task<> addLinks(QStringList urls);
+
+    AppContext &m_context;
+    QWidget *m_window;
+    QList<QUrl> m_pendingTntURLs;
+};

@@ -1,0 +1,244 @@
+#include "support/ScriptedTorrents.h"
+#include "support/TorrentFactory.h"
+#include "ui/AddTntOptionsForm.h"
+#include "ui/AddTntWindow.h"
+#include "ui/LinksDialog.h"
+#include "ui/MainWindow.h"
+#include "ui/TntAddingFlow.h"
+#include "ui/TntContentTree.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+
+namespace {
+
+// A field of a multipart body; empty when the body has none.
+QByteArray formField(const QByteArray &body, const QByteArray &name)
+{
+    const QByteArray header = "name=\"" + name + "\"\r\n\r\n";
+    const qsizetype start = body.indexOf(header);
+    if (start < 0)
+        return {};
+    const qsizetype valueStart = start + header.size();
+    return body.mid(valueStart, body.indexOf("\r\n--", valueStart) - valueStart);
+}
+
+QStringList targets(const FakeServer &server)
+{
+    QStringList found;
+    for (const FakeServer::Request &request : server.requests()) {
+        if (!request.target.contains("/sync/maindata"))
+            found << QString::fromUtf8(request.target + (request.target.endsWith("/add") ? QByteArray() : '?' + request.body));
+    }
+    return found;
+}
+
+} // namespace
+
+// The add-torrent window and the links dialog, offscreen against a scripted server: what the user
+// chose is what the add request carries.
+class TestAddTnt : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_files;
+    std::unique_ptr<ScriptedTorrents> m_server;
+    std::unique_ptr<MainWindow> m_window;
+    TorrentFactory::Torrent m_album;
+    QString m_albumFile;
+    bool m_added = false;
+
+    void connectTo(const QByteArray &apiVersion)
+    {
+        m_server = std::make_unique<ScriptedTorrents>(apiVersion);
+        m_added = false;
+        // The scripted server lists the album once it was added.
+        m_server->server.setHandler([this](const FakeServer::Request &request) {
+            if (request.target.endsWith("/app/webapiVersion"))
+                return FakeServer::Response::text(200, m_server->apiVersion);
+            if (request.target.endsWith("/app/defaultSavePath"))
+                return FakeServer::Response::text(200, "/srv/downloads");
+            if (request.target.endsWith("/torrents/add"))
+                m_added = true;
+            if (!request.target.contains("/sync/maindata"))
+                return FakeServer::Response::text(200, "Ok.");
+            QByteArray data = ScriptedTorrents::mainData();
+            if (m_added)
+                data.replace("\"torrents\":{",
+                             "\"torrents\":{\"" + m_album.infoHash.toLatin1() + "\":{\"name\":\"Album\",\"state\":\"stoppedDL\"},");
+            return FakeServer::Response::json(data);
+        });
+        m_window = std::make_unique<MainWindow>(*m_server->context);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    }
+
+    QString write(const QString &name, const QByteArray &bytes)
+    {
+        QFile file(m_files.filePath(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+            qFatal("cannot write %s", qPrintable(file.fileName()));
+        return file.fileName();
+    }
+
+    AddTntWindow *openAlbum()
+    {
+        m_window->addingFlow()->open({QUrl::fromLocalFile(m_albumFile)});
+        auto *window = m_window->findChild<AddTntWindow *>();
+        // A window whose tree never comes fails the comparisons that follow.
+        if (window)
+            (void)QTest::qWaitFor([window] { return window->addButton()->isEnabled(); });
+        return window;
+    }
+
+    QByteArray addRequestBody() const
+    {
+        for (const FakeServer::Request &request : m_server->server.requests()) {
+            if (request.target.endsWith("/torrents/add"))
+                return request.body;
+        }
+        return {};
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        m_album = TorrentFactory::multiFile(m_files.path(), u"Album"_qs,
+                                            {{u"cd1/a.flac"_qs, 40'000}, {u"cd1/c.flac"_qs, 20'000}, {u"b.txt"_qs, 9}});
+        m_albumFile = write(u"album.torrent"_qs, m_album.bytes);
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_server.reset();
+    }
+
+    void preview()
+    {
+        connectTo("2.15.0");
+        AddTntWindow *window = openAlbum();
+        QVERIFY(window);
+        const auto label = [window](const char *name) { return window->findChild<QLabel *>(QString::fromLatin1(name))->text(); };
+        QCOMPARE(label("name"), u"Album"_qs);
+        QCOMPARE(label("hash"), m_album.infoHash);
+        QCOMPARE(label("size"), QLocale().formattedDataSize(60'009, 1, QLocale::DataSizeIecFormat));
+        QCOMPARE(label("private"), u"No"_qs);
+        QTRY_COMPARE(window->optionsForm()->savePathField()->text(), u"/srv/downloads"_qs);
+        TntContentTree *tree = window->contentTree();
+        QCOMPARE(tree->topLevelItemCount(), 1);
+        QTreeWidgetItem *album = tree->topLevelItem(0);
+        QCOMPARE(album->childCount(), 2);
+        QCOMPARE(album->child(0)->text(TntContentTree::nameColumn), u"cd1"_qs);
+        QCOMPARE(album->child(1)->text(TntContentTree::nameColumn), u"b.txt"_qs);
+        QCOMPARE(album->text(TntContentTree::priorityColumn), u"Normal"_qs);
+    }
+
+    void uncheckedFolder_data()
+    {
+        QTest::addColumn<QByteArray>("apiVersion");
+        QTest::addColumn<bool>("start");
+        QTest::addColumn<QByteArray>("stoppedField");
+        QTest::addColumn<QByteArray>("filePriorities");
+        QTest::addColumn<QStringList>("followUps");
+        QTest::newRow("2.15: sent along, started") << QByteArray("2.15.0") << true << QByteArray("stopped")
+                                                   << QByteArray("0,0,1") << QStringList();
+        QTest::newRow("2.15: sent along, stopped") << QByteArray("2.15.0") << false << QByteArray("stopped")
+                                                   << QByteArray("0,0,1") << QStringList();
+        QTest::newRow("2.11: set once there, then started")
+            << QByteArray("2.11.0") << true << QByteArray("stopped") << QByteArray()
+            << QStringList{u"/api/v2/torrents/filePrio?hash=%1&id=0%7C1&priority=0"_qs,
+                           u"/api/v2/torrents/start?hashes=%1"_qs};
+        QTest::newRow("2.8: set once there, left paused")
+            << QByteArray("2.8.19") << false << QByteArray("paused") << QByteArray()
+            << QStringList{u"/api/v2/torrents/filePrio?hash=%1&id=0%7C1&priority=0"_qs};
+    }
+
+    // The folder "cd1" unchecked: its two files are not downloaded, on every server generation.
+    void uncheckedFolder()
+    {
+        QFETCH(QByteArray, apiVersion);
+        QFETCH(bool, start);
+        QFETCH(QByteArray, stoppedField);
+        QFETCH(QByteArray, filePriorities);
+        QFETCH(QStringList, followUps);
+        connectTo(apiVersion);
+        AddTntWindow *window = openAlbum();
+        QVERIFY(window);
+        QTreeWidgetItem *album = window->contentTree()->topLevelItem(0);
+        album->child(0)->setCheckState(TntContentTree::nameColumn, Qt::Unchecked);
+        QCOMPARE(album->child(0)->child(1)->checkState(TntContentTree::nameColumn), Qt::Unchecked);
+        QCOMPARE(album->checkState(TntContentTree::nameColumn), Qt::PartiallyChecked);
+        QCOMPARE(album->text(TntContentTree::priorityColumn), u"Mixed"_qs);
+        window->optionsForm()->findChild<QCheckBox *>(u"start"_qs)->setChecked(start);
+        window->optionsForm()->savePathField()->setText(u"/downloads/music"_qs);
+        window->addButton()->click();
+
+        QTRY_VERIFY(m_added);
+        const QByteArray body = addRequestBody();
+        QCOMPARE(formField(body, "filePriorities"), filePriorities);
+        // Added stopped until the files are set, whatever the user chose.
+        QCOMPARE(formField(body, stoppedField), QByteArray(start && followUps.isEmpty() ? "false" : "true"));
+        QCOMPARE(formField(body, "savepath"), QByteArray("/downloads/music"));
+        QVERIFY(body.contains("filename=\"album.torrent\""));
+        for (QString &followUp : followUps)
+            followUp = followUp.arg(m_album.infoHash);
+        followUps.prepend(u"/api/v2/torrents/add"_qs);
+        followUps.prepend(u"/api/v2/app/defaultSavePath?"_qs);
+        QTRY_COMPARE(targets(m_server->server), followUps);
+    }
+
+    void notATorrentIsNotSent()
+    {
+        connectTo("2.15.0");
+        const QString page = write(u"page.torrent"_qs, "<html>Not found</html>");
+        QTest::ignoreMessage(QtInfoMsg, qPrintable(u"Failed to initialize tnt metadata from "_qs
+                                                   + QUrl::fromLocalFile(page).toString()));
+        m_window->addingFlow()->open({QUrl::fromLocalFile(page)});
+        auto *alert = m_window->findChild<QMessageBox *>(u"invalidTntFile"_qs);
+        QVERIFY(alert);
+        QCOMPARE(alert->text(), u"\"page.torrent\" is not a valid torrent file."_qs);
+        QVERIFY(!m_window->findChild<AddTntWindow *>());
+        QTest::qWait(50);
+        QCOMPARE(addRequestBody(), QByteArray());
+    }
+
+    void links()
+    {
+        connectTo("2.11.0");
+        m_window->toolbarAction(u"add_tnt_link"_qs)->trigger();
+        auto *dialog = m_window->findChild<LinksDialog *>();
+        QVERIFY(dialog);
+        QVERIFY(!dialog->addButton()->isEnabled());
+        dialog->textField()->setPlainText(u" \n"_qs);
+        QVERIFY(!dialog->addButton()->isEnabled());
+        dialog->textField()->setPlainText(u"0123456789abcdef0123456789abcdef01234567\nnot a link"_qs);
+        QVERIFY(!dialog->addButton()->isEnabled());
+        dialog->textField()->setPlainText(u"0123456789abcdef0123456789abcdef01234567\nhttps://example.org/a.torrent"_qs);
+        dialog->addButton()->click();
+        QTRY_VERIFY(!addRequestBody().isEmpty());
+        QCOMPARE(formField(addRequestBody(), "urls"),
+                 QByteArray("magnet:?xt=urn:btih:0123456789abcdef0123456789abcdef01234567\r\nhttps://example.org/a.torrent"));
+    }
+
+    // Before the connection is ready a torrent waits, and opens once connected.
+    void pendingUntilConnected()
+    {
+        connectTo("2.15.0");
+        QuilloTest::wait(m_server->context->logOut());
+        m_window->addingFlow()->open({QUrl::fromLocalFile(m_albumFile)});
+        QVERIFY(!m_window->findChild<AddTntWindow *>());
+        QCOMPARE(m_window->addingFlow()->pendingTntURLs(), QList<QUrl>{QUrl::fromLocalFile(m_albumFile)});
+        QuilloTest::wait(m_server->context->selectConfiguration(m_server->context->clientConfiguration()->id));
+        QTRY_VERIFY(m_window->findChild<AddTntWindow *>());
+        QVERIFY(m_window->addingFlow()->pendingTntURLs().isEmpty());
+    }
+};
+
+QTEST_MAIN(TestAddTnt)
+#include "tst_addtnt.moc"
