@@ -1,0 +1,129 @@
+#include "api/Client.h"
+#include "core/AppContext.h"
+#include "core/KeychainStore.h"
+#include "support/Await.h"
+#include "support/QbtServer.h"
+#include "support/TorrentFactory.h"
+#include "ui/AddTntOptionsForm.h"
+#include "ui/AddTntWindow.h"
+#include "ui/MainWindow.h"
+#include "ui/TntAddingFlow.h"
+#include "ui/TntContentTree.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+using Flavor = QbtServer::Flavor;
+using QuilloTest::wait;
+
+// A local .torrent added through the add window against a real 4.5 and 5.1 server, whose API
+// takes no file priorities on adding: the skipped file still ends at priority 0, the torrent is
+// started as asked, and the file goes to the trash as the settings say.
+class TestAddTntRealServers : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit TestAddTntRealServers(Flavor flavor)
+        : m_flavor(flavor)
+    {}
+
+private:
+    const Flavor m_flavor;
+    QTemporaryDir m_dir;
+    KeychainStore m_keychain;
+    std::unique_ptr<QbtServer> m_server;
+    std::unique_ptr<UserDefaults> m_defaults;
+    std::unique_ptr<AppContext> m_context;
+    std::unique_ptr<MainWindow> m_window;
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QbtServer::StartResult started = QbtServer::start(m_flavor, {.localHostAuth = false});
+        QUILLO_REQUIRE_SERVER(started);
+        m_server = std::move(started.server);
+        m_defaults = std::make_unique<UserDefaults>(m_dir.filePath(u"Quillo.ini"_qs));
+        m_context = std::make_unique<AppContext>(*m_defaults, m_keychain);
+        m_window = std::make_unique<MainWindow>(*m_context);
+        m_window->show();
+        ClientConfiguration configuration = m_server->configuration();
+        configuration.authMethod = API::AuthMethod::none;
+        m_context->addConfiguration(configuration);
+        wait(m_context->selectConfiguration(configuration.id));
+        QVERIFY(m_context->isAuthorized());
+    }
+
+    void cleanupTestCase()
+    {
+        m_window.reset();
+        m_context.reset();
+        m_server.reset();
+    }
+
+    void skippedFileThroughTheWindow()
+    {
+        m_context->settings().setAutoDeleteTntFile(true);
+        const QbtServer::DataDir data = m_server->makeDataDir();
+        const auto album = TorrentFactory::multiFile(
+            data.localPath, u"Album"_qs, {{u"cd1/a.flac"_qs, 40'000}, {u"cd1/c.flac"_qs, 20'000}, {u"b.txt"_qs, 9}});
+        const QString tntFile = m_dir.filePath(u"album.torrent"_qs);
+        QFile file(tntFile);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(album.bytes) == album.bytes.size());
+        file.close();
+
+        m_window->addingFlow()->open({QUrl::fromLocalFile(tntFile)});
+        auto *window = m_window->findChild<AddTntWindow *>();
+        QVERIFY(window);
+        QTRY_VERIFY(window->addButton()->isEnabled());
+        // The server's default path arrives first and must not overwrite the user's choice.
+        QTRY_COMPARE(window->optionsForm()->savePathField()->text(), m_server->defaultSavePath());
+        window->optionsForm()->savePathField()->setText(data.serverPath);
+        QTreeWidgetItem *skipped = window->contentTree()->topLevelItem(0)->child(0)->child(0);
+        QCOMPARE(skipped->text(TntContentTree::nameColumn), u"a.flac"_qs);
+        skipped->setCheckState(TntContentTree::nameColumn, Qt::Unchecked);
+        window->addButton()->click();
+
+        const auto priorities = [&] {
+            QList<int> found;
+            for (const API::File &f : wait(m_context->client()->files(album.infoHash)))
+                found << static_cast<int>(f.priority);
+            return found;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(m_context->tntCollection().find(album.infoHash), 20'000);
+        QTRY_COMPARE_WITH_TIMEOUT(priorities(), (QList<int>{0, 1, 1}), 20'000);
+        QCOMPARE(QDir::cleanPath(m_context->tntCollection().find(album.infoHash)->savePath()),
+                 QDir::cleanPath(data.serverPath));
+        // Started after its files were set, as the window asked: the server's own state says so.
+        const auto started = [&] {
+            const TntModel::State state = m_context->tntCollection().find(album.infoHash)->state();
+            return state == TntModel::State::stalledUP || TntModel::matches(state, TntModel::State::uploading);
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(started(), 20'000);
+        m_context->forcePoll();
+        QTest::qWait(1500);
+        QVERIFY(started());
+        QVERIFY(!m_context->clientError());
+        QTRY_VERIFY(!QFile::exists(tntFile));
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    // The trash of this run, not the user's.
+    QTemporaryDir dataHome;
+    qputenv("XDG_DATA_HOME", dataHome.path().toLocal8Bit());
+    QApplication app(argc, argv);
+    int failures = 0;
+    for (const Flavor flavor : {Flavor::Bookworm45, Flavor::Trixie51}) {
+        TestAddTntRealServers test(flavor);
+        failures += QTest::qExec(&test, argc, argv);
+    }
+    return failures;
+}
+
+#include "tst_addtnt_realservers.moc"
