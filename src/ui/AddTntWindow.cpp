@@ -120,7 +120,7 @@ QWidget *AddTntWindow::makePreview()
 
 QList<int> AddTntWindow::filePriorities() const
 {
-    return m_tree->filePriorities(m_metadata.info && !m_metadata.info->files.isEmpty() ? m_metadata.info->files.size()
+    return m_tree->contentModel()->filePriorities(m_metadata.info && !m_metadata.info->files.isEmpty() ? m_metadata.info->files.size()
                                                                                         : 1);
 }
 

@@ -83,9 +83,10 @@ private Q_SLOTS:
         // The server's default path arrives first and must not overwrite the user's choice.
         QTRY_COMPARE(window->optionsForm()->savePathField()->text(), m_server->defaultSavePath());
         window->optionsForm()->savePathField()->setText(data.serverPath);
-        QTreeWidgetItem *skipped = window->contentTree()->topLevelItem(0)->child(0)->child(0);
-        QCOMPARE(skipped->text(TntContentTree::nameColumn), u"a.flac"_qs);
-        skipped->setCheckState(TntContentTree::nameColumn, Qt::Unchecked);
+        TntContentModel &content = *window->contentTree()->contentModel();
+        const QModelIndex skipped = content.index(0, 0, content.index(0, 0, content.index(0, 0)));
+        QCOMPARE(skipped.data().toString(), u"a.flac"_qs);
+        QVERIFY(content.setData(skipped, Qt::Unchecked, Qt::CheckStateRole));
         window->addButton()->click();
 
         const auto priorities = [&] {

@@ -5,6 +5,7 @@
 #include "ui/LinksDialog.h"
 #include "ui/MainWindow.h"
 #include "ui/TntAddingFlow.h"
+#include "ui/TntContentModel.h"
 #include "ui/TntContentTree.h"
 
 #include <QCheckBox>
@@ -130,13 +131,16 @@ private Q_SLOTS:
         QCOMPARE(label("size"), QLocale().formattedDataSize(60'009, 1, QLocale::DataSizeIecFormat));
         QCOMPARE(label("private"), u"No"_qs);
         QTRY_COMPARE(window->optionsForm()->savePathField()->text(), u"/srv/downloads"_qs);
-        TntContentTree *tree = window->contentTree();
-        QCOMPARE(tree->topLevelItemCount(), 1);
-        QTreeWidgetItem *album = tree->topLevelItem(0);
-        QCOMPARE(album->childCount(), 2);
-        QCOMPARE(album->child(0)->text(TntContentTree::nameColumn), u"cd1"_qs);
-        QCOMPARE(album->child(1)->text(TntContentTree::nameColumn), u"b.txt"_qs);
-        QCOMPARE(album->text(TntContentTree::priorityColumn), u"Normal"_qs);
+        const TntContentModel &model = *window->contentTree()->contentModel();
+        QCOMPARE(model.rowCount(), 1);
+        const QModelIndex album = model.index(0, 0);
+        QCOMPARE(model.rowCount(album), 2);
+        QCOMPARE(model.index(0, 0, album).data().toString(), u"cd1"_qs);
+        QCOMPARE(model.index(1, 0, album).data().toString(), u"b.txt"_qs);
+        QCOMPARE(model.index(0, TntContentModel::sizeColumn, album).data().toString(),
+                 QLocale().formattedDataSize(60'000, 1, QLocale::DataSizeIecFormat));
+        QCOMPARE(model.index(0, TntContentModel::priorityColumn).data().toString(), u"Normal"_qs);
+        QVERIFY(window->contentTree()->isExpanded(album));
     }
 
     void uncheckedFolder_data()
@@ -170,11 +174,16 @@ private Q_SLOTS:
         connectTo(apiVersion);
         AddTntWindow *window = openAlbum();
         QVERIFY(window);
-        QTreeWidgetItem *album = window->contentTree()->topLevelItem(0);
-        album->child(0)->setCheckState(TntContentTree::nameColumn, Qt::Unchecked);
-        QCOMPARE(album->child(0)->child(1)->checkState(TntContentTree::nameColumn), Qt::Unchecked);
-        QCOMPARE(album->checkState(TntContentTree::nameColumn), Qt::PartiallyChecked);
-        QCOMPARE(album->text(TntContentTree::priorityColumn), u"Mixed"_qs);
+        TntContentModel &model = *window->contentTree()->contentModel();
+        const QModelIndex album = model.index(0, 0);
+        const QModelIndex cd1 = model.index(0, 0, album);
+        // A click on the folder's check box, as the user unchecks it.
+        TntContentTree *tree = window->contentTree();
+        const QRect row = tree->visualRect(cd1);
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, QPoint(row.left() + 8, row.center().y()));
+        QCOMPARE(model.index(1, 0, cd1).data(Qt::CheckStateRole), QVariant(Qt::Unchecked));
+        QCOMPARE(album.data(Qt::CheckStateRole), QVariant(Qt::PartiallyChecked));
+        QCOMPARE(model.index(0, TntContentModel::priorityColumn).data().toString(), u"Mixed"_qs);
         window->optionsForm()->findChild<QCheckBox *>(u"start"_qs)->setChecked(start);
         window->optionsForm()->savePathField()->setText(u"/downloads/music"_qs);
         window->addButton()->click();

@@ -1,0 +1,233 @@
+#include "ui/TntContentModel.h"
+
+#include <QLocale>
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::array<TntContentModel::Priority, 4> classes{TntContentModel::skipped, TntContentModel::normal,
+                                                           TntContentModel::high, TntContentModel::maximal};
+
+std::size_t classOf(TntContentModel::Priority priority)
+{
+    return static_cast<std::size_t>(std::find(classes.cbegin(), classes.cend(), priority) - classes.cbegin());
+}
+
+} // namespace
+
+QString TntContentModel::priorityTitle(int priority)
+{
+    switch (priority) {
+    case TntContentModel::skipped: return QStringLiteral("Do not download");
+    case TntContentModel::normal: return QStringLiteral("Normal");
+    case TntContentModel::high: return QStringLiteral("High");
+    case TntContentModel::maximal: return QStringLiteral("Maximum");
+    default: return QStringLiteral("Mixed");
+    }
+}
+
+TntContentModel::TntContentModel(QObject *parent)
+    : QAbstractItemModel(parent)
+{
+}
+
+void TntContentModel::setNodes(FileTreeBuilder::Nodes nodes)
+{
+    beginResetModel();
+    m_nodes = std::move(nodes);
+    m_entries.clear();
+    m_roots.clear();
+    for (qsizetype row = 0; row < m_nodes.size(); ++row)
+        m_roots.push_back(add(*m_nodes[row], none, static_cast<int>(row)));
+    endResetModel();
+}
+
+qsizetype TntContentModel::add(const TntFileNode &node, qsizetype parent, int row)
+{
+    const auto entry = static_cast<qsizetype>(m_entries.size());
+    m_entries.push_back(Entry{.node = &node, .parent = parent, .row = row});
+    if (!node.children) {
+        for (qsizetype folder = parent; folder != none; folder = m_entries[std::size_t(folder)].parent)
+            ++m_entries[std::size_t(folder)].counts[classOf(normal)];
+        return entry;
+    }
+    std::vector<qsizetype> children;
+    children.reserve(std::size_t(node.children->size()));
+    for (qsizetype childRow = 0; childRow < node.children->size(); ++childRow)
+        children.push_back(add(*node.children->at(childRow), entry, static_cast<int>(childRow)));
+    m_entries[std::size_t(entry)].children = std::move(children);
+    return entry;
+}
+
+const std::vector<qsizetype> &TntContentModel::childrenOf(qsizetype entry) const
+{
+    return entry == none ? m_roots : m_entries[std::size_t(entry)].children;
+}
+
+QList<int> TntContentModel::filePriorities(qsizetype fileCount) const
+{
+    QList<int> priorities(fileCount, normal);
+    for (const Entry &entry : m_entries) {
+        if (!entry.node->children && entry.node->index >= 0 && entry.node->index < fileCount)
+            priorities[entry.node->index] = effective(entry);
+    }
+    return priorities;
+}
+
+TntContentModel::Priority TntContentModel::shownPriority(const Entry &entry) const
+{
+    if (!entry.node->children)
+        return effective(entry);
+    const auto present = [](qint64 count) { return count > 0; };
+    if (std::count_if(entry.counts.cbegin(), entry.counts.cend(), present) != 1)
+        return Priority(-1);
+    return classes[std::size_t(std::find_if(entry.counts.cbegin(), entry.counts.cend(), present) - entry.counts.cbegin())];
+}
+
+void TntContentModel::setFile(qsizetype file, bool checked, Priority chosen)
+{
+    Entry &entry = m_entries[std::size_t(file)];
+    const std::size_t before = classOf(effective(entry));
+    entry.checked = checked;
+    entry.chosen = chosen;
+    const std::size_t after = classOf(effective(entry));
+    if (before == after)
+        return;
+    for (qsizetype folder = entry.parent; folder != none; folder = m_entries[std::size_t(folder)].parent) {
+        --m_entries[std::size_t(folder)].counts[before];
+        ++m_entries[std::size_t(folder)].counts[after];
+    }
+}
+
+template<typename Visit>
+void TntContentModel::forEachFile(qsizetype entry, const Visit &visit)
+{
+    const Entry &current = m_entries[std::size_t(entry)];
+    if (!current.node->children) {
+        visit(entry);
+        return;
+    }
+    for (const qsizetype child : current.children)
+        forEachFile(child, visit);
+}
+
+void TntContentModel::setPriority(const QModelIndex &index, Priority priority)
+{
+    if (!index.isValid())
+        return;
+    const auto entry = static_cast<qsizetype>(index.internalId());
+    forEachFile(entry, [this, priority](qsizetype file) {
+        if (priority == skipped)
+            setFile(file, false, m_entries[std::size_t(file)].chosen);
+        else
+            setFile(file, true, priority);
+    });
+    announce(entry);
+}
+
+void TntContentModel::announce(qsizetype entry)
+{
+    for (qsizetype at = entry; at != none; at = m_entries[std::size_t(at)].parent)
+        Q_EMIT dataChanged(indexOf(at, nameColumn), indexOf(at, priorityColumn));
+    announceBelow(entry);
+}
+
+void TntContentModel::announceBelow(qsizetype folder)
+{
+    const std::vector<qsizetype> &children = m_entries[std::size_t(folder)].children;
+    if (children.empty())
+        return;
+    Q_EMIT dataChanged(indexOf(children.front(), nameColumn), indexOf(children.back(), priorityColumn));
+    for (const qsizetype child : children)
+        announceBelow(child);
+}
+
+QModelIndex TntContentModel::indexOf(qsizetype entry, int column) const
+{
+    return createIndex(m_entries[std::size_t(entry)].row, column, quintptr(entry));
+}
+
+QModelIndex TntContentModel::index(int row, int column, const QModelIndex &parent) const
+{
+    if (column < 0 || column >= columnCount_ || row < 0 || (parent.isValid() && parent.column() != 0))
+        return {};
+    const std::vector<qsizetype> &children = childrenOf(parent.isValid() ? qsizetype(parent.internalId()) : none);
+    if (std::size_t(row) >= children.size())
+        return {};
+    return createIndex(row, column, quintptr(children[std::size_t(row)]));
+}
+
+QModelIndex TntContentModel::parent(const QModelIndex &child) const
+{
+    if (!child.isValid())
+        return {};
+    const qsizetype parent = m_entries[std::size_t(child.internalId())].parent;
+    return parent == none ? QModelIndex() : indexOf(parent, nameColumn);
+}
+
+int TntContentModel::rowCount(const QModelIndex &parent) const
+{
+    if (parent.isValid() && parent.column() != 0)
+        return 0;
+    return static_cast<int>(childrenOf(parent.isValid() ? qsizetype(parent.internalId()) : none).size());
+}
+
+int TntContentModel::columnCount(const QModelIndex &) const
+{
+    return columnCount_;
+}
+
+QVariant TntContentModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid())
+        return {};
+    const Entry &entry = m_entries[std::size_t(index.internalId())];
+    if (role == Qt::CheckStateRole && index.column() == nameColumn) {
+        const Priority shown = shownPriority(entry);
+        if (shown == skipped)
+            return Qt::Unchecked;
+        const bool someSkipped = entry.node->children && entry.counts[classOf(skipped)] > 0;
+        return someSkipped ? Qt::PartiallyChecked : Qt::Checked;
+    }
+    if (role == Qt::TextAlignmentRole && index.column() == sizeColumn)
+        return QVariant::fromValue(Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter));
+    if (role != Qt::DisplayRole)
+        return {};
+    switch (index.column()) {
+    case nameColumn: return entry.node->name;
+    case sizeColumn: return QLocale().formattedDataSize(entry.node->size, 1, QLocale::DataSizeIecFormat);
+    case priorityColumn: return priorityTitle(shownPriority(entry));
+    default: return {};
+    }
+}
+
+bool TntContentModel::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    if (!index.isValid() || role != Qt::CheckStateRole || index.column() != nameColumn)
+        return false;
+    const bool check = value.value<Qt::CheckState>() != Qt::Unchecked;
+    const auto entry = static_cast<qsizetype>(index.internalId());
+    forEachFile(entry, [this, check](qsizetype file) { setFile(file, check, m_entries[std::size_t(file)].chosen); });
+    announce(entry);
+    return true;
+}
+
+Qt::ItemFlags TntContentModel::flags(const QModelIndex &index) const
+{
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable;
+}
+
+QVariant TntContentModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    switch (section) {
+    case nameColumn: return QStringLiteral("Name");
+    case sizeColumn: return QStringLiteral("Size");
+    case priorityColumn: return QStringLiteral("Priority");
+    default: return {};
+    }
+}

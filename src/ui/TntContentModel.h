@@ -1,0 +1,71 @@
+#pragma once
+
+#include "adding/FileTreeBuilder.h"
+
+#include <QAbstractItemModel>
+
+#include <array>
+#include <vector>
+
+// A torrent's content before it is added, over the file tree as built: folders and files with check
+// boxes and priorities. A folder checks or unchecks every file below it and is partly checked when
+// they differ. Folders keep counts of their files by priority, so that no change and no paint walks
+// a large tree more than once.
+class TntContentModel : public QAbstractItemModel
+{
+    Q_OBJECT
+
+public:
+    enum Column { nameColumn, sizeColumn, priorityColumn, columnCount_ };
+    // The server's file priorities; an unchecked file is `skipped`.
+    enum Priority : int { skipped = 0, normal = 1, high = 6, maximal = 7 };
+
+    explicit TntContentModel(QObject *parent = nullptr);
+
+    // "Mixed" for any value that is no priority: a folder whose files differ.
+    static QString priorityTitle(int priority);
+
+    void setNodes(FileTreeBuilder::Nodes nodes);
+    // One priority per file of the torrent, in index order.
+    QList<int> filePriorities(qsizetype fileCount) const;
+    // Every file below `index` checked with `priority`, or unchecked for `skipped`.
+    void setPriority(const QModelIndex &index, Priority priority);
+
+    QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
+    QModelIndex parent(const QModelIndex &child) const override;
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    static constexpr qsizetype none = -1;
+
+    struct Entry
+    {
+        const TntFileNode *node = nullptr;
+        qsizetype parent = none;
+        int row = 0;
+        std::vector<qsizetype> children; // folders only
+        std::array<qint64, 4> counts{}; // folders: files below by priority class
+        Priority chosen = normal; // files: the priority when checked
+        bool checked = true; // files
+    };
+
+    qsizetype add(const TntFileNode &node, qsizetype parent, int row);
+    const std::vector<qsizetype> &childrenOf(qsizetype entry) const;
+    Priority effective(const Entry &file) const { return file.checked ? file.chosen : skipped; }
+    Priority shownPriority(const Entry &entry) const; // a folder's when its files agree; -1 when not
+    void setFile(qsizetype file, bool checked, Priority chosen);
+    template<typename Visit>
+    void forEachFile(qsizetype entry, const Visit &visit);
+    void announce(qsizetype entry);
+    void announceBelow(qsizetype folder);
+    QModelIndex indexOf(qsizetype entry, int column) const;
+
+    FileTreeBuilder::Nodes m_nodes;
+    std::vector<Entry> m_entries;
+    std::vector<qsizetype> m_roots;
+};
