@@ -15,6 +15,7 @@
 #include <QLoggingCategory>
 #include <QMessageBox>
 #include <QPointer>
+#include <QStandardPaths>
 
 Q_LOGGING_CATEGORY(lcAddingFlow, "TntAddingFlow")
 
@@ -145,7 +146,9 @@ API::TntAddingOptions TntAddingFlow::defaultOptions() const
 
 void TntAddingFlow::trash(const QString &path) const
 {
-    if (!QFile::moveToTrash(path))
+    // Qt 6.4 trashes into the working folder when the user's data folder does not exist yet.
+    const QString dataHome = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    if (dataHome.isEmpty() || !QDir().mkpath(dataHome) || !QFile::moveToTrash(path))
         qCWarning(lcAddingFlow, "Failed to move %s to the trash", qUtf8Printable(path));
 }
 

@@ -2,13 +2,18 @@
 #include "support/TorrentFactory.h"
 #include "ui/AddTntOptionsForm.h"
 #include "ui/AddTntWindow.h"
+#include "ui/DropOverlay.h"
 #include "ui/LinksDialog.h"
 #include "ui/MainWindow.h"
 #include "ui/TntAddingFlow.h"
 #include "ui/TntContentModel.h"
 #include "ui/TntContentTree.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QMimeData>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -114,6 +119,13 @@ private Q_SLOTS:
         m_albumFile = write(u"album.torrent"_qs, m_album.bytes);
     }
 
+    void init()
+    {
+        // The trash of this run, not the user's, in a data folder that does not exist yet.
+        QVERIFY(QDir(m_files.filePath(u"data"_qs)).removeRecursively());
+        qputenv("XDG_DATA_HOME", m_files.filePath(u"data"_qs).toLocal8Bit());
+    }
+
     void cleanup()
     {
         m_window.reset();
@@ -200,6 +212,91 @@ private Q_SLOTS:
         followUps.prepend(u"/api/v2/torrents/add"_qs);
         followUps.prepend(u"/api/v2/app/defaultSavePath?"_qs);
         QTRY_COMPARE(targets(m_server->server), followUps);
+    }
+
+    void settingsDecide_data()
+    {
+        QTest::addColumn<bool>("showWindow");
+        QTest::addColumn<bool>("autoDelete");
+        QTest::addColumn<bool>("deleteOnCancel");
+        QTest::addColumn<bool>("cancel");
+        QTest::addColumn<bool>("trashed");
+        QTest::newRow("added, kept") << true << false << true << false << false;
+        QTest::newRow("added, trashed") << true << true << false << false << true;
+        QTest::newRow("cancelled, kept") << true << true << false << true << false;
+        QTest::newRow("cancelled, trashed") << true << true << true << true << true;
+        QTest::newRow("cancel setting alone") << true << false << true << true << false;
+        QTest::newRow("no window, kept") << false << false << false << false << false;
+        QTest::newRow("no window, trashed") << false << true << false << false << true;
+    }
+
+    // The window or none, and where the .torrent ends, as the settings say; new torrents get the
+    // category and tags of the settings either way.
+    void settingsDecide()
+    {
+        QFETCH(bool, showWindow);
+        QFETCH(bool, autoDelete);
+        QFETCH(bool, deleteOnCancel);
+        QFETCH(bool, cancel);
+        QFETCH(bool, trashed);
+        connectTo("2.15.0");
+        AppSettings &settings = m_server->context->settings();
+        settings.setShowTntAddingWindow(showWindow);
+        settings.setAutoDeleteTntFile(autoDelete);
+        settings.setDeleteTntFileOnAdditionCanceled(deleteOnCancel);
+        m_server->defaults.setValue(UserDefaultsKey::categoryForNewTnt, u"films"_qs);
+        m_server->defaults.setValue(UserDefaultsKey::tagsForNewTnt, u"y"_qs);
+        const QString name = QString::fromLatin1(QTest::currentDataTag()) + u".torrent"_qs;
+        const QString path = write(name, m_album.bytes);
+
+        m_window->addingFlow()->open({QUrl::fromLocalFile(path)});
+        auto *window = m_window->findChild<AddTntWindow *>();
+        QCOMPARE(window != nullptr, showWindow);
+        if (window) {
+            QTRY_VERIFY(window->addButton()->isEnabled());
+            if (cancel)
+                window->reject();
+            else
+                window->addButton()->click();
+        }
+        if (cancel) {
+            QTest::qWait(50);
+            QCOMPARE(addRequestBody(), QByteArray());
+        } else {
+            QTRY_VERIFY(m_added);
+            QCOMPARE(formField(addRequestBody(), "category"), QByteArray("films"));
+            QCOMPARE(formField(addRequestBody(), "tags"), QByteArray("y"));
+        }
+        const QString inTrash = m_files.filePath(u"data/Trash/files/"_qs + name);
+        QTRY_COMPARE(QFile::exists(inTrash), trashed);
+        QCOMPARE(QFile::exists(path), !trashed);
+    }
+
+    void dropped()
+    {
+        connectTo("2.15.0");
+        QMimeData data;
+        const QString magnet = u"magnet:?xt=urn:btih:0123456789abcdef0123456789abcdef01234567"_qs;
+        data.setUrls({QUrl::fromLocalFile(m_albumFile), QUrl(magnet), QUrl::fromLocalFile(u"/tmp/notes.txt"_qs)});
+        QDragEnterEvent enter(QPoint(100, 100), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(m_window.get(), &enter);
+        QVERIFY(enter.isAccepted());
+        QVERIFY(m_window->dropOverlay()->isVisible());
+        QVERIFY(m_window->dropOverlay()->findChildren<QLabel *>().constLast()->text() == u"Drop Files here"_qs);
+        QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(m_window.get(), &drop);
+        QVERIFY(!m_window->dropOverlay()->isVisible());
+        QVERIFY(m_window->findChild<AddTntWindow *>());
+        auto *links = m_window->findChild<LinksDialog *>();
+        QVERIFY(links);
+        QCOMPARE(links->textField()->toPlainText(), magnet);
+
+        QMimeData other;
+        other.setText(u"just words"_qs);
+        QDragEnterEvent refused(QPoint(100, 100), Qt::CopyAction, &other, Qt::LeftButton, {});
+        QApplication::sendEvent(m_window.get(), &refused);
+        QVERIFY(!refused.isAccepted());
+        QVERIFY(!m_window->dropOverlay()->isVisible());
     }
 
     void notATorrentIsNotSent()
