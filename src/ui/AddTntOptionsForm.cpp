@@ -45,6 +45,8 @@ std::optional<Value> choice(const QComboBox *box, const QList<Value> &values)
 AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName, QWidget *parent)
     : QWidget(parent)
     , m_savePath(new QLineEdit(this))
+    , m_useDownloadPath(new QCheckBox(QStringLiteral("Keep incomplete torrents in"), this))
+    , m_downloadPath(new QLineEdit(this))
     , m_category(new QComboBox(this))
     , m_tags(new QListWidget(this))
     , m_rename(new QLineEdit(this))
@@ -67,6 +69,10 @@ AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName
 {
     const UserDefaults &defaults = context.settings().defaults();
     m_savePath->setObjectName(QStringLiteral("savePath"));
+    m_useDownloadPath->setObjectName(QStringLiteral("useDownloadPath"));
+    m_downloadPath->setObjectName(QStringLiteral("downloadPath"));
+    m_downloadPath->setEnabled(false);
+    connect(m_useDownloadPath, &QCheckBox::toggled, m_downloadPath, &QWidget::setEnabled);
     m_category->setObjectName(QStringLiteral("category"));
     m_category->setEditable(true);
     m_category->addItem(QString());
@@ -94,9 +100,18 @@ AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName
     m_ratioLimit->setValue(-1);
     m_seedingTimeLimit->setValue(-1);
 
+    const QList<std::pair<QWidget *, const char *>> named{
+        {m_management, "management"},     {m_contentLayout, "contentLayout"}, {m_stopCondition, "stopCondition"},
+        {m_topOfQueue, "topOfQueue"},     {m_skipChecking, "skipChecking"},   {m_sequential, "sequential"},
+        {m_firstLastPiece, "firstLastPiece"}, {m_dlLimit, "dlLimit"},         {m_upLimit, "upLimit"},
+        {m_ratioLimit, "ratioLimit"},     {m_seedingTimeLimit, "seedingTimeLimit"}};
+    for (const auto &[widget, name] : named)
+        widget->setObjectName(QString::fromLatin1(name));
+
     auto *form = new QFormLayout(this);
     form->setContentsMargins(0, 0, 0, 0);
     form->addRow(QStringLiteral("Save at"), m_savePath);
+    form->addRow(m_useDownloadPath, m_downloadPath);
     form->addRow(QStringLiteral("Category"), m_category);
     form->addRow(QStringLiteral("Tags"), m_tags);
     form->addRow(QStringLiteral("Rename"), m_rename);
@@ -132,6 +147,10 @@ API::TntAddingOptions AddTntOptionsForm::options() const
     };
     const auto flag = [](const QCheckBox *box) { return box->isChecked() ? std::optional(true) : std::nullopt; };
     options.savepath = text(m_savePath->text());
+    if (m_useDownloadPath->isChecked()) {
+        options.useDownloadPath = true;
+        options.downloadPath = text(m_downloadPath->text());
+    }
     options.category = text(m_category->currentText());
     QStringList tags;
     for (int row = 0; row < m_tags->count(); ++row) {

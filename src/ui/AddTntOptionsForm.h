@@ -31,6 +31,8 @@ public:
 
 private:
     QLineEdit *m_savePath;
+    QCheckBox *m_useDownloadPath;
+    QLineEdit *m_downloadPath;
     QComboBox *m_category;
     QListWidget *m_tags;
     QLineEdit *m_rename;

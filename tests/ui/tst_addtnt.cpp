@@ -11,6 +11,10 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QListWidget>
+#include <QSpinBox>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QMimeData>
@@ -20,6 +24,12 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
+
+#include <functional>
+
+using Choose = std::function<void(QWidget &)>;
+using Fields = QMap<QByteArray, QByteArray>;
+Q_DECLARE_METATYPE(Choose)
 
 namespace {
 
@@ -297,6 +307,70 @@ private Q_SLOTS:
         QApplication::sendEvent(m_window.get(), &refused);
         QVERIFY(!refused.isAccepted());
         QVERIFY(!m_window->dropOverlay()->isVisible());
+    }
+
+    void optionsSent_data()
+    {
+        QTest::addColumn<Choose>("choose");
+        QTest::addColumn<Fields>("sent");
+        const auto box = [](const char *name) {
+            return Choose([name](QWidget &form) { form.findChild<QCheckBox *>(QString::fromLatin1(name))->setChecked(true); });
+        };
+        const auto pick = [](const char *name, int index) {
+            return Choose([name, index](QWidget &form) {
+                form.findChild<QComboBox *>(QString::fromLatin1(name))->setCurrentIndex(index);
+            });
+        };
+        QTest::newRow("nothing chosen") << Choose() << Fields{{"stopped", "false"}};
+        QTest::newRow("not started") << Choose([](QWidget &form) { form.findChild<QCheckBox *>(u"start"_qs)->setChecked(false); })
+                                     << Fields{{"stopped", "true"}};
+        QTest::newRow("manual management") << pick("management", 1) << Fields{{"stopped", "false"}, {"autoTMM", "false"}};
+        QTest::newRow("automatic management") << pick("management", 2) << Fields{{"stopped", "false"}, {"autoTMM", "true"}};
+        QTest::newRow("subfolder") << pick("contentLayout", 2) << Fields{{"stopped", "false"}, {"contentLayout", "Subfolder"}};
+        QTest::newRow("no subfolder") << pick("contentLayout", 3) << Fields{{"stopped", "false"}, {"contentLayout", "NoSubfolder"}};
+        QTest::newRow("stop when checked") << pick("stopCondition", 3) << Fields{{"stopped", "false"}, {"stopCondition", "FilesChecked"}};
+        QTest::newRow("top of queue") << box("topOfQueue") << Fields{{"stopped", "false"}, {"addToTopOfQueue", "true"}};
+        QTest::newRow("skip checking") << box("skipChecking") << Fields{{"stopped", "false"}, {"skipChecking", "true"}};
+        QTest::newRow("sequential") << box("sequential") << Fields{{"stopped", "false"}, {"sequentialDownload", "true"}};
+        QTest::newRow("first and last") << box("firstLastPiece") << Fields{{"stopped", "false"}, {"firstLastPiecePrio", "true"}};
+        QTest::newRow("limits") << Choose([](QWidget &form) {
+            form.findChild<QSpinBox *>(u"dlLimit"_qs)->setValue(100);
+            form.findChild<QSpinBox *>(u"upLimit"_qs)->setValue(1);
+            form.findChild<QDoubleSpinBox *>(u"ratioLimit"_qs)->setValue(1.5);
+            form.findChild<QSpinBox *>(u"seedingTimeLimit"_qs)->setValue(0);
+        }) << Fields{{"stopped", "false"}, {"dlLimit", "102400"}, {"upLimit", "1024"}, {"ratioLimit", "1.5"},
+                     {"seedingTimeLimit", "0"}};
+        QTest::newRow("paths, category, tags, name") << Choose([](QWidget &form) {
+            form.findChild<QLineEdit *>(u"savePath"_qs)->setText(u" /data/films "_qs);
+            form.findChild<QCheckBox *>(u"useDownloadPath"_qs)->setChecked(true);
+            form.findChild<QLineEdit *>(u"downloadPath"_qs)->setText(u"/incomplete"_qs);
+            form.findChild<QComboBox *>(u"category"_qs)->setCurrentText(u"films"_qs);
+            auto *tags = form.findChild<QListWidget *>(u"tags"_qs);
+            tags->item(0)->setCheckState(Qt::Checked);
+            tags->item(1)->setCheckState(Qt::Checked);
+            form.findChild<QLineEdit *>(u"rename"_qs)->setText(u"A & B"_qs);
+        }) << Fields{{"stopped", "false"}, {"savepath", "/data/films"}, {"useDownloadPath", "true"},
+                     {"downloadPath", "/incomplete"}, {"category", "films"}, {"tags", "x,y"}, {"rename", "A & B"}};
+    }
+
+    // What each choice of the window sends; a choice left alone sends nothing.
+    void optionsSent()
+    {
+        QFETCH(Choose, choose);
+        QFETCH(Fields, sent);
+        connectTo("2.11.0");
+        AddTntOptionsForm form(*m_server->context, u"Album"_qs);
+        if (choose)
+            choose(form);
+        API::TntAddingOptions options = form.options();
+        options.setAddStopped(!form.startsTnt(), m_server->context->webAPIVersion());
+        const QByteArray body = options.multipartBody().bytes;
+        Fields found;
+        for (qsizetype at = body.indexOf("name=\""); at >= 0; at = body.indexOf("name=\"", at + 1)) {
+            const QByteArray name = body.mid(at + 6, body.indexOf('"', at + 6) - at - 6);
+            found.insert(name, formField(body, name));
+        }
+        QCOMPARE(found, sent);
     }
 
     void notATorrentIsNotSent()
