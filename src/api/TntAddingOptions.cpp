@@ -79,7 +79,8 @@ MultipartBody TntAddingOptions::multipartBody() const
     add(u"cookie", cookie);
     add(u"category", category);
     add(u"tags", tags);
-    add(u"skipChecking", skipChecking);
+    // Both real servers (4.5, 5.1) read "skip_checking" and ignore "skipChecking" without a word.
+    add(u"skip_checking", skipChecking);
     add(u"paused", paused);
     add(u"stopped", stopped);
     add(u"rootFolder", rootFolder);

@@ -81,7 +81,7 @@ private Q_SLOTS:
             << urlsPart + "http://a/\r\n" + closing;
         QTest::newRow("empty link list") << TntAddingOptions{.boundary = boundary, .urls = QStringList()} << urlsPart + closing;
         QTest::newRow("false is sent, unset is not") << TntAddingOptions{.boundary = boundary, .skipChecking = false}
-                                                     << field("skipChecking", "false") + closing;
+                                                     << field("skip_checking", "false") + closing;
         QTest::newRow("whole ratio") << TntAddingOptions{.boundary = boundary, .ratioLimit = 2.0}
                                      << field("ratioLimit", "2") + closing;
         QTest::newRow("every option")
@@ -96,7 +96,7 @@ private Q_SLOTS:
             << torrentPart("first.torrent", "d4:infod4:name1:aee") + field("savepath", "/data/A & B \xc3\xa9")
                    + field("useDownloadPath", "true") + field("downloadPath", "/incomplete")
                    + field("addToTopOfQueue", "true") + field("cookie", "c=1") + field("category", "Films")
-                   + field("tags", "a,b") + field("skipChecking", "true") + field("paused", "true")
+                   + field("tags", "a,b") + field("skip_checking", "true") + field("paused", "true")
                    + field("stopped", "true") + field("rootFolder", "false") + field("rename", "New")
                    + field("upLimit", "1024") + field("dlLimit", "-1") + field("ratioLimit", "0.25")
                    + field("seedingTimeLimit", "60") + field("autoTMM", "false")

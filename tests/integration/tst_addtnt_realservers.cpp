@@ -11,6 +11,7 @@
 #include "ui/TntContentTree.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
@@ -110,6 +111,32 @@ private Q_SLOTS:
         QVERIFY(started());
         QVERIFY(!m_context->clientError());
         QTRY_VERIFY(!QFile::exists(tntFile));
+    }
+
+    // Checked "Skip hash check" must reach the server: a torrent whose data is missing is then taken
+    // as complete instead of checked and found empty.
+    void skipCheckingReachesTheServer()
+    {
+        m_context->settings().setAutoDeleteTntFile(false);
+        const QbtServer::DataDir data = m_server->makeDataDir();
+        const auto made = TorrentFactory::singleFile(data.localPath, u"missing.bin"_qs, 48'000);
+        QVERIFY(QFile::remove(data.localPath + u"/missing.bin"_qs));
+        const QString tntFile = m_dir.filePath(u"missing.torrent"_qs);
+        QFile file(tntFile);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(made.bytes) == made.bytes.size());
+        file.close();
+
+        m_window->addingFlow()->open({QUrl::fromLocalFile(tntFile)});
+        auto *window = m_window->findChild<AddTntWindow *>();
+        QVERIFY(window);
+        QTRY_VERIFY(window->addButton()->isEnabled());
+        window->optionsForm()->savePathField()->setText(data.serverPath);
+        window->optionsForm()->findChild<QCheckBox *>(u"skipChecking"_qs)->setChecked(true);
+        window->addButton()->click();
+        QTRY_COMPARE_WITH_TIMEOUT(
+            m_context->tntCollection().find(made.infoHash) ? m_context->tntCollection().find(made.infoHash)->state()
+                                                           : TntModel::State::unknown,
+            TntModel::State::missingFiles, 20'000);
     }
 };
 

@@ -330,7 +330,7 @@ private Q_SLOTS:
         QTest::newRow("no subfolder") << pick("contentLayout", 3) << Fields{{"stopped", "false"}, {"contentLayout", "NoSubfolder"}};
         QTest::newRow("stop when checked") << pick("stopCondition", 3) << Fields{{"stopped", "false"}, {"stopCondition", "FilesChecked"}};
         QTest::newRow("top of queue") << box("topOfQueue") << Fields{{"stopped", "false"}, {"addToTopOfQueue", "true"}};
-        QTest::newRow("skip checking") << box("skipChecking") << Fields{{"stopped", "false"}, {"skipChecking", "true"}};
+        QTest::newRow("skip checking") << box("skipChecking") << Fields{{"stopped", "false"}, {"skip_checking", "true"}};
         QTest::newRow("sequential") << box("sequential") << Fields{{"stopped", "false"}, {"sequentialDownload", "true"}};
         QTest::newRow("first and last") << box("firstLastPiece") << Fields{{"stopped", "false"}, {"firstLastPiecePrio", "true"}};
         QTest::newRow("limits") << Choose([](QWidget &form) {
