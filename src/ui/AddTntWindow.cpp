@@ -93,6 +93,7 @@ AddTntWindow::AddTntWindow(AppContext &context, QString tntFile, TntMetadata met
     layout->addWidget(split, 1);
     layout->addWidget(buttons);
 
+    connect(m_tree->contentModel(), &QAbstractItemModel::dataChanged, this, &AddTntWindow::enableAdd);
     detached(buildTree());
     detached(loadDefaultSavePath());
 }
@@ -132,8 +133,13 @@ QCoro::Task<> AddTntWindow::buildTree()
     if (!self)
         co_return;
     m_tree->setNodes(nodes);
-    m_add->setEnabled(true);
-    Q_EMIT contentReady();
+    m_treeReady = true;
+    enableAdd();
+}
+
+void AddTntWindow::enableAdd()
+{
+    m_add->setEnabled(m_treeReady && m_tree->contentModel()->hasChosenFiles());
 }
 
 QCoro::Task<> AddTntWindow::loadDefaultSavePath()

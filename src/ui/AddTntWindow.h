@@ -13,7 +13,7 @@ class TntContentTree;
 
 // The add-torrent window of one .torrent file: what the file holds, which of its files to
 // download, and the options. The tree is built off the main thread; Add waits for it, so that the
-// selection sent is the one the user saw.
+// selection sent is the one the user saw, and is refused while no file is chosen.
 class AddTntWindow : public QDialog
 {
     Q_OBJECT
@@ -29,13 +29,11 @@ public:
     // The file selection in index order: 0 for a file not to download.
     QList<int> filePriorities() const;
 
-Q_SIGNALS:
-    void contentReady();
-
 private:
     QWidget *makePreview();
     QCoro::Task<> buildTree();
     QCoro::Task<> loadDefaultSavePath();
+    void enableAdd();
 
     AppContext &m_context;
     QString m_tntFile;
@@ -44,4 +42,5 @@ private:
     AddTntOptionsForm *m_options;
     TntContentTree *m_tree;
     QPushButton *m_add;
+    bool m_treeReady = false;
 };

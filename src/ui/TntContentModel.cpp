@@ -75,6 +75,21 @@ QList<int> TntContentModel::filePriorities(qsizetype fileCount) const
     return priorities;
 }
 
+bool TntContentModel::hasChosenFiles() const
+{
+    return std::any_of(m_roots.cbegin(), m_roots.cend(), [this](qsizetype root) {
+        const Entry &entry = m_entries[std::size_t(root)];
+        const std::size_t skippedClass = classOf(skipped);
+        if (!entry.node->children)
+            return entry.checked;
+        for (std::size_t c = 0; c < entry.counts.size(); ++c) {
+            if (c != skippedClass && entry.counts[c] > 0)
+                return true;
+        }
+        return false;
+    });
+}
+
 TntContentModel::Priority TntContentModel::shownPriority(const Entry &entry) const
 {
     if (!entry.node->children)

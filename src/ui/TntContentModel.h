@@ -28,6 +28,7 @@ public:
     void setNodes(FileTreeBuilder::Nodes nodes);
     // One priority per file of the torrent, in index order.
     QList<int> filePriorities(qsizetype fileCount) const;
+    bool hasChosenFiles() const;
     // Every file below `index` checked with `priority`, or unchecked for `skipped`.
     void setPriority(const QModelIndex &index, Priority priority);
 

@@ -14,9 +14,9 @@ public:
 
     TntContentModel *contentModel() const { return m_model; }
     void setNodes(FileTreeBuilder::Nodes nodes);
-    void setPriorityOfSelection(TntContentModel::Priority priority);
 
 private:
+    void setPriorityOfSelection(TntContentModel::Priority priority);
     void showMenu(const QPoint &position);
 
     TntContentModel *m_model;

@@ -163,6 +163,11 @@ private Q_SLOTS:
                  QLocale().formattedDataSize(60'000, 1, QLocale::DataSizeIecFormat));
         QCOMPARE(model.index(0, TntContentModel::priorityColumn).data().toString(), u"Normal"_qs);
         QVERIFY(window->contentTree()->isExpanded(album));
+        // Nothing to download is nothing to add.
+        window->contentTree()->contentModel()->setData(album, Qt::Unchecked, Qt::CheckStateRole);
+        QVERIFY(!window->addButton()->isEnabled());
+        window->contentTree()->contentModel()->setData(album, Qt::Checked, Qt::CheckStateRole);
+        QVERIFY(window->addButton()->isEnabled());
     }
 
     void uncheckedFolder_data()

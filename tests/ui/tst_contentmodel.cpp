@@ -43,24 +43,25 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("edits"); // "<check|uncheck|skip|normal|high|maximal>:<path>"
         QTest::addColumn<QList<int>>("priorities");
         QTest::addColumn<QStringList>("states"); // check state and priority of "", "cd1"
+        QTest::addColumn<bool>("chosen");
         QTest::newRow("as it comes") << QStringList() << QList<int>{1, 1, 1}
-                                     << QStringList{u"2 Normal"_qs, u"2 Normal"_qs};
+                                     << QStringList{u"2 Normal"_qs, u"2 Normal"_qs} << true;
         QTest::newRow("folder unchecked") << QStringList{u"uncheck:cd1"_qs} << QList<int>{0, 0, 1}
-                                          << QStringList{u"1 Mixed"_qs, u"0 Do not download"_qs};
+                                          << QStringList{u"1 Mixed"_qs, u"0 Do not download"_qs} << true;
         QTest::newRow("all unchecked from the top") << QStringList{u"uncheck:"_qs} << QList<int>{0, 0, 0}
-                                                    << QStringList{u"0 Do not download"_qs, u"0 Do not download"_qs};
+                                                    << QStringList{u"0 Do not download"_qs, u"0 Do not download"_qs} << false;
         QTest::newRow("one file unchecked") << QStringList{u"uncheck:cd1/c.flac"_qs} << QList<int>{1, 0, 1}
-                                            << QStringList{u"1 Mixed"_qs, u"1 Mixed"_qs};
+                                            << QStringList{u"1 Mixed"_qs, u"1 Mixed"_qs} << true;
         QTest::newRow("rechecked keeps the chosen priority")
             << QStringList{u"high:cd1/a.flac"_qs, u"uncheck:cd1"_qs, u"check:cd1"_qs} << QList<int>{6, 1, 1}
-            << QStringList{u"2 Mixed"_qs, u"2 Mixed"_qs};
+            << QStringList{u"2 Mixed"_qs, u"2 Mixed"_qs} << true;
         QTest::newRow("a priority checks what it sets")
             << QStringList{u"uncheck:"_qs, u"maximal:cd1"_qs} << QList<int>{7, 7, 0}
-            << QStringList{u"1 Mixed"_qs, u"2 Maximum"_qs};
+            << QStringList{u"1 Mixed"_qs, u"2 Maximum"_qs} << true;
         QTest::newRow("skip is unchecking") << QStringList{u"skip:b.txt"_qs, u"high:cd1"_qs} << QList<int>{6, 6, 0}
-                                            << QStringList{u"1 Mixed"_qs, u"2 High"_qs};
+                                            << QStringList{u"1 Mixed"_qs, u"2 High"_qs} << true;
         QTest::newRow("all high agree") << QStringList{u"high:"_qs} << QList<int>{6, 6, 6}
-                                        << QStringList{u"2 High"_qs, u"2 High"_qs};
+                                        << QStringList{u"2 High"_qs, u"2 High"_qs} << true;
     }
 
     void edits()
@@ -68,6 +69,7 @@ private Q_SLOTS:
         QFETCH(QStringList, edits);
         QFETCH(QList<int>, priorities);
         QFETCH(QStringList, states);
+        QFETCH(bool, chosen);
         TntContentModel model;
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         model.setNodes(album());
@@ -92,6 +94,7 @@ private Q_SLOTS:
                          + row.siblingAtColumn(TntContentModel::priorityColumn).data().toString();
         }
         QCOMPARE(found, states);
+        QCOMPARE(model.hasChosenFiles(), chosen);
     }
 
     // A file whose path formed no location is not in the tree: it keeps the server's normal priority.
