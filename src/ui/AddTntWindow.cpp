@@ -4,6 +4,7 @@
 #include "api/Endpoint.h"
 #include "core/AppContext.h"
 #include "core/Detached.h"
+#include "core/TntMetadataFetch.h"
 #include "ui/AddTntOptionsForm.h"
 #include "ui/TntContentTree.h"
 
@@ -59,13 +60,15 @@ QLabel *value(const QString &text, const char *name, QWidget *parent)
 
 } // namespace
 
-AddTntWindow::AddTntWindow(AppContext &context, QString tntFile, TntMetadata metadata, QWidget *parent)
+AddTntWindow::AddTntWindow(AppContext &context, QString source, std::optional<TntMetadata> metadata, QWidget *parent)
     : QDialog(parent)
     , m_context(context)
-    , m_tntFile(std::move(tntFile))
-    , m_metadata(std::move(metadata))
+    , m_source(std::move(source))
+    , m_isTntFile(metadata.has_value())
+    , m_metadata(metadata.value_or(TntMetadata()))
     , m_options(new AddTntOptionsForm(context, m_metadata.info ? m_metadata.info->name : QString(), this))
     , m_tree(new TntContentTree(this))
+    , m_status(new QLabel(this))
 {
     setWindowTitle(QStringLiteral("Add Torrent"));
     resize(900, 640);
@@ -73,7 +76,7 @@ AddTntWindow::AddTntWindow(AppContext &context, QString tntFile, TntMetadata met
     auto *buttons = new QDialogButtonBox(this);
     m_add = buttons->addButton(QStringLiteral("Add"), QDialogButtonBox::AcceptRole);
     m_add->setDefault(true);
-    m_add->setEnabled(false);
+    m_add->setEnabled(!m_isTntFile);
     buttons->addButton(QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -82,6 +85,9 @@ AddTntWindow::AddTntWindow(AppContext &context, QString tntFile, TntMetadata met
     auto *leftLayout = new QVBoxLayout(left);
     leftLayout->setContentsMargins(0, 0, 0, 0);
     leftLayout->addWidget(makePreview());
+    m_status->setObjectName(QStringLiteral("status"));
+    m_status->setWordWrap(true);
+    leftLayout->addWidget(m_status);
     leftLayout->addWidget(m_tree, 1);
     auto *split = new QSplitter(Qt::Horizontal, this);
     split->addWidget(left);
@@ -94,7 +100,16 @@ AddTntWindow::AddTntWindow(AppContext &context, QString tntFile, TntMetadata met
     layout->addWidget(buttons);
 
     connect(m_tree->contentModel(), &QAbstractItemModel::dataChanged, this, &AddTntWindow::enableAdd);
-    detached(buildTree());
+    if (m_isTntFile) {
+        showPreview();
+        m_status->hide();
+        detached(buildTree());
+    } else if (m_context.webAPIVersion() >= API::WebAPIVersion{2, 15, 0}) {
+        m_status->setText(QStringLiteral("Fetching metadata…"));
+        detached(fetchMetadata());
+    } else {
+        m_status->setText(QStringLiteral("This server shows the files of a link only once it is added."));
+    }
     detached(loadDefaultSavePath());
 }
 
@@ -103,24 +118,60 @@ QWidget *AddTntWindow::makePreview()
     auto *preview = new QWidget(this);
     auto *form = new QFormLayout(preview);
     form->setContentsMargins(0, 0, 0, 0);
+    const QList<std::pair<QString, const char *>> rows{
+        {QStringLiteral("Name:"), "name"},          {QStringLiteral("Size:"), "size"},
+        {QStringLiteral("Info hash:"), "hash"},     {QStringLiteral("Comment:"), "comment"},
+        {QStringLiteral("Created by:"), "createdBy"}, {QStringLiteral("Created on:"), "creationDate"},
+        {QStringLiteral("Private:"), "private"}};
+    for (const auto &[title, name] : rows) {
+        QLabel *label = value(QString(), name, preview);
+        m_values.insert(label->objectName(), label);
+        form->addRow(title, label);
+    }
+    return preview;
+}
+
+void AddTntWindow::showPreview()
+{
     const QLocale locale;
     const TntMetadata &m = m_metadata;
-    form->addRow(QStringLiteral("Name:"), value(m.info ? m.info->name : QString(), "name", preview));
-    form->addRow(QStringLiteral("Size:"),
-                 value(locale.formattedDataSize(totalSize(m), 1, QLocale::DataSizeIecFormat), "size", preview));
-    form->addRow(QStringLiteral("Info hash:"), value(m.hash, "hash", preview));
-    form->addRow(QStringLiteral("Comment:"), value(m.comment, "comment", preview));
-    form->addRow(QStringLiteral("Created by:"), value(m.createdBy, "createdBy", preview));
-    form->addRow(QStringLiteral("Created on:"),
-                 value(locale.toString(m.creationDate.toDateTime().toLocalTime(), QLocale::LongFormat), "creationDate",
-                       preview));
-    form->addRow(QStringLiteral("Private:"),
-                 value(m.info && m.info->isPrivate ? QStringLiteral("Yes") : QStringLiteral("No"), "private", preview));
-    return preview;
+    const auto show = [this](const char *name, const QString &text) {
+        m_values.value(QString::fromLatin1(name))->setText(text);
+    };
+    show("name", m.info ? m.info->name : QString());
+    show("size", locale.formattedDataSize(totalSize(m), 1, QLocale::DataSizeIecFormat));
+    show("hash", m.hash);
+    show("comment", m.comment);
+    show("createdBy", m.createdBy);
+    show("creationDate", locale.toString(m.creationDate.toDateTime().toLocalTime(), QLocale::LongFormat));
+    show("private", m.info && m.info->isPrivate ? QStringLiteral("Yes") : QStringLiteral("No"));
+}
+
+QCoro::Task<> AddTntWindow::fetchMetadata()
+{
+    const QPointer<AddTntWindow> self(this);
+    std::optional<TntMetadata> fetched;
+    try {
+        QCoro::Task<std::optional<TntMetadata>> fetching = fetchTntMetadata(m_context, m_source, this);
+        fetched = co_await std::move(fetching);
+    } catch (const std::exception &error) {
+        if (self)
+            m_status->setText(QStringLiteral("Failed to fetch metadata: %1").arg(QString::fromUtf8(error.what())));
+        co_return;
+    }
+    if (!self || !fetched)
+        co_return;
+    m_metadata = std::move(*fetched);
+    showPreview();
+    m_status->hide();
+    QCoro::Task<> building = buildTree();
+    co_await std::move(building);
 }
 
 QList<int> AddTntWindow::filePriorities() const
 {
+    if (!m_treeReady)
+        return {};
     return m_tree->contentModel()->filePriorities(m_metadata.info && !m_metadata.info->files.isEmpty() ? m_metadata.info->files.size()
                                                                                         : 1);
 }
@@ -139,7 +190,8 @@ QCoro::Task<> AddTntWindow::buildTree()
 
 void AddTntWindow::enableAdd()
 {
-    m_add->setEnabled(m_treeReady && m_tree->contentModel()->hasChosenFiles());
+    // A link without its metadata yet is added as it is.
+    m_add->setEnabled(m_treeReady ? m_tree->contentModel()->hasChosenFiles() : !m_isTntFile);
 }
 
 QCoro::Task<> AddTntWindow::loadDefaultSavePath()

@@ -5,42 +5,53 @@
 
 #include <QCoroTask>
 #include <QDialog>
+#include <QHash>
 
 class AddTntOptionsForm;
 class AppContext;
+class QLabel;
 class QPushButton;
 class TntContentTree;
 
-// The add-torrent window of one .torrent file: what the file holds, which of its files to
-// download, and the options. The tree is built off the main thread; Add waits for it, so that the
-// selection sent is the one the user saw, and is refused while no file is chosen.
+// The add-torrent window of one .torrent file or magnet link: what it holds, which of its files to
+// download, and the options. The tree is built off the main thread; for a file, Add waits for it,
+// so that the selection sent is the one the user saw, and is refused while no file is chosen. A
+// magnet's metadata is asked of servers that fetch it (API 2.15 and later) and may be added before
+// it comes, without a file selection.
 class AddTntWindow : public QDialog
 {
     Q_OBJECT
 
 public:
-    AddTntWindow(AppContext &context, QString tntFile, TntMetadata metadata, QWidget *parent = nullptr);
+    // A .torrent file comes with its metadata; a magnet link without.
+    AddTntWindow(AppContext &context, QString source, std::optional<TntMetadata> metadata, QWidget *parent = nullptr);
 
-    const QString &tntFile() const { return m_tntFile; }
+    const QString &source() const { return m_source; }
+    bool isTntFile() const { return m_isTntFile; }
     const TntMetadata &metadata() const { return m_metadata; }
     AddTntOptionsForm *optionsForm() const { return m_options; }
     TntContentTree *contentTree() const { return m_tree; }
     QPushButton *addButton() const { return m_add; }
-    // The file selection in index order: 0 for a file not to download.
+    // The file selection in index order: 0 for a file not to download; empty while not known.
     QList<int> filePriorities() const;
 
 private:
     QWidget *makePreview();
+    void showPreview();
+    QCoro::Task<> fetchMetadata();
     QCoro::Task<> buildTree();
     QCoro::Task<> loadDefaultSavePath();
     void enableAdd();
 
     AppContext &m_context;
-    QString m_tntFile;
+    QString m_source;
+    bool m_isTntFile;
     TntMetadata m_metadata;
     FileTreeBuilder m_builder;
     AddTntOptionsForm *m_options;
     TntContentTree *m_tree;
     QPushButton *m_add;
+    QLabel *m_status;
+    QHash<QString, QLabel *> m_values;
     bool m_treeReady = false;
 };

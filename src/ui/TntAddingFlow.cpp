@@ -15,6 +15,7 @@
 #include <QLoggingCategory>
 #include <QMessageBox>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 Q_LOGGING_CATEGORY(lcAddingFlow, "TntAddingFlow")
@@ -73,7 +74,7 @@ void TntAddingFlow::openPending()
     if (m_context.settings().showTntAddingWindow())
         enterLinks(links);
     else
-        detached(addLinks(links));
+        acceptLinks(links);
 }
 
 void TntAddingFlow::chooseFiles()
@@ -96,7 +97,7 @@ void TntAddingFlow::enterLinks(const QStringList &links)
 {
     auto *dialog = new LinksDialog(links.join(u'\n'), m_window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &QDialog::accepted, this, [this, dialog] { detached(addLinks(dialog->urls())); });
+    connect(dialog, &QDialog::accepted, this, [this, dialog] { acceptLinks(dialog->urls()); });
     dialog->open();
 }
 
@@ -115,20 +116,42 @@ void TntAddingFlow::openFile(const QString &path)
     if (!m_context.settings().showTntAddingWindow()) {
         API::TntAddingOptions options = defaultOptions();
         options.tnts = QStringList{path};
-        detached(addFile(std::move(options), true, {}, {}, path));
+        detached(addTnt(std::move(options), true, {}, {}, path));
         return;
     }
-    auto *window = new AddTntWindow(m_context, path, *metadata, m_window);
+    openWindow(path, metadata);
+}
+
+void TntAddingFlow::acceptLinks(QStringList urls)
+{
+    // Servers that fetch a magnet's metadata let the user choose its files first.
+    if (m_context.settings().showTntAddingWindow() && m_context.webAPIVersion() >= API::WebAPIVersion{2, 15, 0}) {
+        const QStringList magnets = urls.filter(QRegularExpression(QStringLiteral("^magnet:")));
+        for (const QString &magnet : magnets)
+            openWindow(magnet, std::nullopt);
+        urls.removeIf([&magnets](const QString &url) { return magnets.contains(url); });
+    }
+    if (!urls.isEmpty())
+        detached(addLinks(urls));
+}
+
+void TntAddingFlow::openWindow(const QString &source, const std::optional<TntMetadata> &metadata)
+{
+    auto *window = new AddTntWindow(m_context, source, metadata, m_window);
     window->setAttribute(Qt::WA_DeleteOnClose);
     connect(window, &QDialog::accepted, this, [this, window] {
         API::TntAddingOptions options = window->optionsForm()->options();
-        options.tnts = QStringList{window->tntFile()};
-        detached(addFile(std::move(options), window->optionsForm()->startsTnt(), window->metadata().hash,
-                         window->filePriorities(), window->tntFile()));
+        if (window->isTntFile())
+            options.tnts = QStringList{window->source()};
+        else
+            options.urls = QStringList{window->source()};
+        detached(addTnt(std::move(options), window->optionsForm()->startsTnt(), window->metadata().hash,
+                        window->filePriorities(), window->isTntFile() ? window->source() : QString()));
     });
     connect(window, &QDialog::rejected, this, [this, window] {
-        if (m_context.settings().autoDeleteTntFile() && m_context.settings().deleteTntFileOnAdditionCanceled())
-            trash(window->tntFile());
+        if (window->isTntFile() && m_context.settings().autoDeleteTntFile()
+            && m_context.settings().deleteTntFileOnAdditionCanceled())
+            trash(window->source());
     });
     window->show();
 }
@@ -152,14 +175,14 @@ void TntAddingFlow::trash(const QString &path) const
         qCWarning(lcAddingFlow, "Failed to move %s to the trash", qUtf8Printable(path));
 }
 
-QCoro::Task<> TntAddingFlow::addFile(API::TntAddingOptions options, bool start, QString hash,
-                                     QList<int> filePriorities, QString path)
+QCoro::Task<> TntAddingFlow::addTnt(API::TntAddingOptions options, bool start, QString hash,
+                                    QList<int> filePriorities, QString tntFile)
 {
     const QPointer<TntAddingFlow> self(this);
     QCoro::Task<bool> adding = m_context.addTnts(std::move(options), start, hash, filePriorities);
     const bool added = co_await std::move(adding);
-    if (self && added && m_context.settings().autoDeleteTntFile())
-        trash(path);
+    if (self && added && !tntFile.isEmpty() && m_context.settings().autoDeleteTntFile())
+        trash(tntFile);
 }
 
 QCoro::Task<> TntAddingFlow::addLinks(QStringList urls)

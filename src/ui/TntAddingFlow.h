@@ -1,5 +1,6 @@
 #pragma once
 
+#include "adding/TntMetadata.h"
 #include "api/TntAddingOptions.h"
 
 #include <QCoroTask>
@@ -13,7 +14,7 @@ class QWidget;
 // Where every torrent that reaches Quillo goes: .torrent files and links from the toolbar, a drop,
 // the command line or a second launch. Files open the add-torrent window, or are added at once with
 // the defaults when the setting "showTntAddingWindow" is off; links likewise go through the links
-// dialog. What comes before the connection is ready waits in `pendingTntURLs` and opens once
+// dialog, and on servers that fetch metadata (API 2.15 and later) magnets open the window too. What comes before the connection is ready waits in `pendingTntURLs` and opens once
 // connected. After adding (and, if the settings say so, after cancelling) the .torrent goes to the trash.
 class TntAddingFlow : public QObject
 {
@@ -35,10 +36,13 @@ public:
 private:
     void openPending();
     void openFile(const QString &path);
+    void openWindow(const QString &source, const std::optional<TntMetadata> &metadata);
+    void acceptLinks(QStringList urls);
     API::TntAddingOptions defaultOptions() const;
     void trash(const QString &path) const;
-    QCoro::Task<> addFile(API::TntAddingOptions options, bool start, QString hash, QList<int> filePriorities,
-                          QString path);
+    // `tntFile` goes to the trash after adding when the settings say so; empty for a link.
+    QCoro::Task<> addTnt(API::TntAddingOptions options, bool start, QString hash, QList<int> filePriorities,
+                         QString tntFile);
     QCoro::Task<> addLinks(QStringList urls);
 
     AppContext &m_context;

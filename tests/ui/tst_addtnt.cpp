@@ -68,11 +68,13 @@ class TestAddTnt : public QObject
     TorrentFactory::Torrent m_album;
     QString m_albumFile;
     bool m_added = false;
+    int m_metadataAsked = 0;
 
     void connectTo(const QByteArray &apiVersion)
     {
         m_server = std::make_unique<ScriptedTorrents>(apiVersion);
         m_added = false;
+        m_metadataAsked = 0;
         // The scripted server lists the album once it was added.
         m_server->server.setHandler([this](const FakeServer::Request &request) {
             if (request.target.endsWith("/app/webapiVersion"))
@@ -81,6 +83,14 @@ class TestAddTnt : public QObject
                 return FakeServer::Response::text(200, "/srv/downloads");
             if (request.target.endsWith("/torrents/add"))
                 m_added = true;
+            // Still fetching at first, as the server answers while it looks for peers.
+            if (request.target.endsWith("/torrents/fetchMetadata"))
+                return ++m_metadataAsked < 2 ? FakeServer::Response::text(202, "")
+                                              : FakeServer::Response::json(R"({"hash":"0123456789abcdef0123456789abcdef01234567",
+                                                    "comment":"Live","createdBy":"mktorrent","creationDate":1700000000,
+                                                    "info":{"name":"Show","length":0,"pieceLength":16384,"piecesNum":3,
+                                                    "private":true,"files":[{"path":"Show/e1.mkv","length":30000},
+                                                    {"path":"Show/e2.mkv","length":20000}]}})");
             if (!request.target.contains("/sync/maindata"))
                 return FakeServer::Response::text(200, "Ok.");
             QByteArray data = ScriptedTorrents::mainData();
@@ -409,6 +419,48 @@ private Q_SLOTS:
         QTRY_VERIFY(!addRequestBody().isEmpty());
         QCOMPARE(formField(addRequestBody(), "urls"),
                  QByteArray("magnet:?xt=urn:btih:0123456789abcdef0123456789abcdef01234567\r\nhttps://example.org/a.torrent"));
+    }
+
+    void magnetMetadata_data()
+    {
+        QTest::addColumn<QByteArray>("apiVersion");
+        QTest::addColumn<QByteArray>("filePriorities");
+        QTest::newRow("fetched by 2.15") << QByteArray("2.15.0") << QByteArray("0,1");
+        QTest::newRow("older servers add it as it is") << QByteArray("2.11.0") << QByteArray();
+    }
+
+    // A magnet's files, as the server fetches them, chosen before it is added.
+    void magnetMetadata()
+    {
+        QFETCH(QByteArray, apiVersion);
+        QFETCH(QByteArray, filePriorities);
+        connectTo(apiVersion);
+        const QString magnet = u"magnet:?xt=urn:btih:0123456789abcdef0123456789abcdef01234567"_qs;
+        m_window->addingFlow()->enterLinks({magnet});
+        auto *links = m_window->findChild<LinksDialog *>();
+        QVERIFY(links);
+        links->addButton()->click();
+        if (filePriorities.isEmpty()) {
+            QTRY_VERIFY(m_added);
+            QVERIFY(!m_window->findChild<AddTntWindow *>());
+            QCOMPARE(formField(addRequestBody(), "filePriorities"), QByteArray());
+            return;
+        }
+        auto *window = m_window->findChild<AddTntWindow *>();
+        QVERIFY(window);
+        QVERIFY(window->addButton()->isEnabled());
+        const TntContentModel &model = *window->contentTree()->contentModel();
+        QTRY_COMPARE(model.rowCount(), 1);
+        QVERIFY(m_metadataAsked >= 2);
+        QCOMPARE(window->findChild<QLabel *>(u"name"_qs)->text(), u"Show"_qs);
+        QCOMPARE(window->findChild<QLabel *>(u"private"_qs)->text(), u"Yes"_qs);
+        const QModelIndex first = model.index(0, 0, model.index(0, 0));
+        QCOMPARE(first.data().toString(), u"e1.mkv"_qs);
+        window->contentTree()->contentModel()->setData(first, Qt::Unchecked, Qt::CheckStateRole);
+        window->addButton()->click();
+        QTRY_VERIFY(m_added);
+        QCOMPARE(formField(addRequestBody(), "urls"), magnet.toLatin1());
+        QCOMPARE(formField(addRequestBody(), "filePriorities"), filePriorities);
     }
 
     // Before the connection is ready a torrent waits, and opens once connected.
