@@ -66,9 +66,7 @@ int main(int argc, char **argv)
         const double build = medianMs(runs, [&](int) { TntCollection::build(full.tnts, 5); });
 
         TntCollection collection;
-        TntTableModel table(collection);
-        TntFilterProxy proxy;
-        proxy.setSourceModel(&table);
+        TntFilterProxy proxy(collection);
         proxy.sort(TntTableModel::NameColumn);
 
         // Built on a worker in the application; the swap is what the main thread does.

@@ -23,6 +23,8 @@ public:
     SidebarFilter(const QSet<SidebarItem> &selection, const TrackerIndex &trackers);
 
     bool admits(const TntModel &tnt) const;
+    // The torrent fields `admits` reads: a change to any other cannot move a torrent in or out.
+    static constexpr TntModel::Fields fieldsRead = TntModel::StateField | TntModel::Category | TntModel::Tags;
     bool restrictsTrackers() const { return !m_trackers.isEmpty(); }
 
     // What a category, tag or tracker entry stands for: the name, tag or host; "" for its "none"

@@ -2,24 +2,116 @@
 
 #include "ui/TntTableModel.h"
 
-TntFilterProxy::TntFilterProxy(QObject *parent)
-    : QSortFilterProxyModel(parent)
+#include <algorithm>
+
+namespace {
+
+// A change to any other field leaves a torrent in or out of the view as it was.
+constexpr TntModel::Fields filteredFields = SidebarFilter::fieldsRead | TntModel::Name;
+
+} // namespace
+
+TntFilterProxy::TntFilterProxy(TntCollection &collection, QObject *parent)
+    : QAbstractProxyModel(parent)
+    , m_table(new TntTableModel(collection, this))
 {
-    setSortRole(TntTableModel::SortRole);
+    QAbstractProxyModel::setSourceModel(m_table);
+    connect(m_table, &QAbstractItemModel::modelAboutToBeReset, this, [this] { beginResetModel(); });
+    connect(m_table, &QAbstractItemModel::modelReset, this, [this] {
+        rebuild();
+        endResetModel();
+    });
+    connect(m_table, &QAbstractItemModel::rowsInserted, this,
+            [this](const QModelIndex &, int first, int last) { takeInserted(first, last); });
+    // The rows leave the view while the table still has them.
+    connect(m_table, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this](const QModelIndex &, int first, int last) {
+        std::vector<int> places;
+        for (int row = first; row <= last; ++row) {
+            if (const int place = m_order.placeOf(row); place >= 0)
+                places.push_back(place);
+        }
+        removePlaces(std::move(places));
+    });
+    connect(m_table, &QAbstractItemModel::rowsRemoved, this,
+            [this](const QModelIndex &, int first, int last) { m_order.sourceRowsRemoved(first, last - first + 1); });
+    // The table model's dataChanged comes in ranges, one per stretch of rows: the collection's
+    // signal carries the whole answer at once.
+    connect(&collection, &TntCollection::rowsChanged, this, &TntFilterProxy::takeChanges);
+    rebuild();
 }
 
-void TntFilterProxy::setSourceModel(QAbstractItemModel *model)
+QModelIndex TntFilterProxy::index(int row, int column, const QModelIndex &parent) const
 {
-    m_table = qobject_cast<const TntTableModel *>(model);
-    QSortFilterProxyModel::setSourceModel(model);
+    return hasIndex(row, column, parent) ? createIndex(row, column) : QModelIndex();
 }
 
-bool TntFilterProxy::lessThan(const QModelIndex &left, const QModelIndex &right) const
+QModelIndex TntFilterProxy::parent(const QModelIndex &) const
 {
-    if (m_table)
-        return TntTableModel::lessThan(static_cast<TntTableModel::Column>(left.column()), m_table->tntAt(left.row()),
-                                       m_table->tntAt(right.row()));
-    return QVariant::compare(left.data(sortRole()), right.data(sortRole())) == QPartialOrdering::Less;
+    return {};
+}
+
+int TntFilterProxy::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : m_order.size();
+}
+
+int TntFilterProxy::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : TntTableModel::ColumnCount;
+}
+
+bool TntFilterProxy::hasChildren(const QModelIndex &parent) const
+{
+    return rowCount(parent) > 0;
+}
+
+QModelIndex TntFilterProxy::mapToSource(const QModelIndex &proxyIndex) const
+{
+    if (!proxyIndex.isValid())
+        return {};
+    return m_table->index(m_order.sourceRow(proxyIndex.row()), proxyIndex.column());
+}
+
+QModelIndex TntFilterProxy::mapFromSource(const QModelIndex &sourceIndex) const
+{
+    if (!sourceIndex.isValid())
+        return {};
+    const int place = m_order.placeOf(sourceIndex.row());
+    return place < 0 ? QModelIndex() : createIndex(place, sourceIndex.column());
+}
+
+QVariant TntFilterProxy::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    // Columns are the table's own: their titles are there even when no row is shown.
+    if (orientation == Qt::Horizontal)
+        return m_table->headerData(section, orientation, role);
+    return QAbstractProxyModel::headerData(section, orientation, role);
+}
+
+bool TntFilterProxy::admits(int sourceRow) const
+{
+    const TntModel &tnt = m_table->tntAt(sourceRow);
+    return m_sidebar.admits(tnt) && m_name.matches(tnt.name());
+}
+
+bool TntFilterProxy::precedes(int sourceRow, int otherSourceRow) const
+{
+    if (m_sortColumn < 0)
+        return sourceRow < otherSourceRow;
+    const auto column = static_cast<TntTableModel::Column>(m_sortColumn);
+    const TntModel &tnt = m_table->tntAt(sourceRow);
+    const TntModel &other = m_table->tntAt(otherSourceRow);
+    return m_sortOrder == Qt::AscendingOrder ? TntTableModel::lessThan(column, tnt, other)
+                                             : TntTableModel::lessThan(column, other, tnt);
+}
+
+void TntFilterProxy::sort(int column, Qt::SortOrder order)
+{
+    m_sortColumn = column >= 0 && column < TntTableModel::ColumnCount ? column : -1;
+    m_sortOrder = order;
+    std::vector<int> rows = m_order.rows();
+    std::stable_sort(rows.begin(), rows.end(), [this](int a, int b) { return precedes(a, b); });
+    reorder(std::move(rows));
 }
 
 void TntFilterProxy::setNameFilter(const QString &text)
@@ -28,19 +120,148 @@ void TntFilterProxy::setNameFilter(const QString &text)
     if (name == m_name)
         return;
     m_name = std::move(name);
-    invalidateFilter();
+    refilter();
 }
 
 void TntFilterProxy::setSidebarFilter(const SidebarFilter &filter)
 {
     m_sidebar = filter;
-    invalidateFilter();
+    refilter();
 }
 
-bool TntFilterProxy::filterAcceptsRow(int sourceRow, const QModelIndex &) const
+void TntFilterProxy::rebuild()
 {
-    if (!m_table)
-        return true;
-    const TntModel &tnt = m_table->tntAt(sourceRow);
-    return m_sidebar.admits(tnt) && m_name.matches(tnt.name());
+    const int count = m_table->rowCount();
+    std::vector<int> rows;
+    rows.reserve(static_cast<std::size_t>(count));
+    for (int row = 0; row < count; ++row) {
+        if (admits(row))
+            rows.push_back(row);
+    }
+    if (m_sortColumn >= 0)
+        std::stable_sort(rows.begin(), rows.end(), [this](int a, int b) { return precedes(a, b); });
+    m_order.assign(std::move(rows), count);
+}
+
+void TntFilterProxy::refilter()
+{
+    const int count = m_table->rowCount();
+    std::vector<bool> admitted(static_cast<std::size_t>(count));
+    std::vector<int> entering;
+    for (int row = 0; row < count; ++row) {
+        admitted[static_cast<std::size_t>(row)] = admits(row);
+        if (admitted[static_cast<std::size_t>(row)] && m_order.placeOf(row) < 0)
+            entering.push_back(row);
+    }
+    std::vector<int> leaving;
+    for (int place = 0; place < m_order.size(); ++place) {
+        if (!admitted[static_cast<std::size_t>(m_order.sourceRow(place))])
+            leaving.push_back(place);
+    }
+    removePlaces(std::move(leaving));
+    insertAndResort(entering, {});
+}
+
+void TntFilterProxy::takeChanges(const QList<TntCollection::RowChange> &changes, TntModel::Fields fields)
+{
+    const TntModel::Fields sortFields =
+        m_sortColumn < 0 ? 0 : TntTableModel::columnFields(static_cast<TntTableModel::Column>(m_sortColumn));
+    std::vector<int> leaving; // places
+    std::vector<int> entering;
+    std::vector<int> moved; // source rows: places shift when rows leave
+    for (const TntCollection::RowChange &change : changes) {
+        const int row = static_cast<int>(change.row);
+        const int place = m_order.placeOf(row);
+        const bool admitted = (change.fields & filteredFields) ? admits(row) : place >= 0;
+        if (place >= 0 && !admitted)
+            leaving.push_back(place);
+        else if (place < 0 && admitted)
+            entering.push_back(row);
+        else if (place >= 0 && (change.fields & sortFields))
+            moved.push_back(row);
+    }
+    removePlaces(std::move(leaving));
+    std::vector<int> movedPlaces;
+    movedPlaces.reserve(moved.size());
+    for (const int row : moved)
+        movedPlaces.push_back(m_order.placeOf(row));
+    insertAndResort(entering, std::move(movedPlaces));
+
+    // One signal over the span of the changed rows: the view repaints the part of it that it shows.
+    const auto [firstColumn, lastColumn] = TntTableModel::columnSpan(fields);
+    if (lastColumn < firstColumn)
+        return;
+    int first = m_order.size();
+    int last = -1;
+    for (const TntCollection::RowChange &change : changes) {
+        if (const int place = m_order.placeOf(static_cast<int>(change.row)); place >= 0) {
+            first = std::min(first, place);
+            last = std::max(last, place);
+        }
+    }
+    if (last >= 0)
+        Q_EMIT dataChanged(index(first, firstColumn), index(last, lastColumn));
+}
+
+void TntFilterProxy::takeInserted(int first, int last)
+{
+    m_order.sourceRowsInserted(first, last - first + 1);
+    std::vector<int> entering;
+    for (int row = first; row <= last; ++row) {
+        if (admits(row))
+            entering.push_back(row);
+    }
+    insertAndResort(entering, {});
+}
+
+void TntFilterProxy::removePlaces(std::vector<int> places)
+{
+    if (places.empty())
+        return;
+    std::sort(places.begin(), places.end());
+    const int count = static_cast<int>(places.size());
+    int first = places.front();
+    // Scattered rows gather at the end first: two signals instead of one per stretch, which is
+    // thousands when a filter is typed, each costing the view a walk of its rows.
+    if (places.back() - first + 1 != count) {
+        reorder(m_order.gatheredAtEnd(places));
+        first = m_order.size() - count;
+    }
+    beginRemoveRows({}, first, first + count - 1);
+    m_order.erase(first, count);
+    endRemoveRows();
+}
+
+void TntFilterProxy::insertAndResort(const std::vector<int> &sourceRows, std::vector<int> resortPlaces)
+{
+    if (!sourceRows.empty()) {
+        const int first = m_order.size();
+        const int last = first + static_cast<int>(sourceRows.size()) - 1;
+        beginInsertRows({}, first, last);
+        m_order.append(sourceRows);
+        endInsertRows();
+        for (int place = first; place <= last; ++place)
+            resortPlaces.push_back(place);
+    }
+    if (!resortPlaces.empty())
+        reorder(m_order.resorted(std::move(resortPlaces), [this](int a, int b) { return precedes(a, b); }));
+}
+
+void TntFilterProxy::reorder(std::vector<int> rows)
+{
+    if (rows == m_order.rows())
+        return;
+    Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+    const QModelIndexList before = persistentIndexList();
+    std::vector<int> sourceRows;
+    sourceRows.reserve(static_cast<std::size_t>(before.size()));
+    for (const QModelIndex &index : before)
+        sourceRows.push_back(m_order.sourceRow(index.row()));
+    m_order.reorder(std::move(rows));
+    QModelIndexList after;
+    after.reserve(before.size());
+    for (qsizetype i = 0; i < before.size(); ++i)
+        after.append(index(m_order.placeOf(sourceRows[static_cast<std::size_t>(i)]), before[i].column()));
+    changePersistentIndexList(before, after);
+    Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
 }

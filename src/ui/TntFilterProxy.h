@@ -2,34 +2,63 @@
 
 #include "model/NameFilter.h"
 #include "model/SidebarFilter.h"
+#include "model/TntCollection.h"
+#include "ui/RowOrder.h"
 
-#include <QSortFilterProxyModel>
+#include <QAbstractProxyModel>
 
 class TntTableModel;
 
-// Sorts the torrent table on raw values and keeps the rows that the sidebar's filter admits and
-// whose name contains the typed text, ignoring case and accents ("ulysses" finds "Ülysses").
-class TntFilterProxy : public QSortFilterProxyModel
+// The torrent table as the view shows it: sorted on raw values, keeping the rows that the sidebar's
+// filter admits and whose name contains the typed text, ignoring case and accents ("ulysses" finds
+// "Ülysses"). Driven by the collection's one change per answer: the changed rows are filtered
+// again and re-sorted together, and the view gets one layout change however many rows moved
+// (QSortFilterProxyModel re-sorts every changed range on its own, each costing a walk of all rows).
+class TntFilterProxy : public QAbstractProxyModel
 {
     Q_OBJECT
 
 public:
-    explicit TntFilterProxy(QObject *parent = nullptr);
+    // The proxy makes and owns the table model over `collection`, its source.
+    explicit TntFilterProxy(TntCollection &collection, QObject *parent = nullptr);
 
-    void setSourceModel(QAbstractItemModel *model) override;
     void setNameFilter(const QString &text);
     // Filters again even when the filter is the same: what it admits may have changed.
     void setSidebarFilter(const SidebarFilter &filter);
 
-protected:
-    bool filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const override;
-    // Names in the user's language order with numbers as numbers ("Part 2" before "Part 10"); the
-    // other columns by their raw values.
-    bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
+    // Names in the user's language order with numbers as numbers ("Part 2" before "Part 10"), the
+    // other columns by their raw values. Stable: equal values keep the order they had, so sorting
+    // by one column and then another orders by the second, then the first.
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+
+    QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
+    QModelIndex parent(const QModelIndex &child) const override;
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    bool hasChildren(const QModelIndex &parent = {}) const override;
+    QModelIndex mapToSource(const QModelIndex &proxyIndex) const override;
+    QModelIndex mapFromSource(const QModelIndex &sourceIndex) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
 private:
-    // The source as a torrent table (null for any other model): comparisons read torrents directly.
-    const TntTableModel *m_table = nullptr;
+    using QAbstractProxyModel::setSourceModel; // the table made here, nothing else
+
+    bool admits(int sourceRow) const;
+    bool precedes(int sourceRow, int otherSourceRow) const;
+    void rebuild();
+    void refilter();
+    void takeChanges(const QList<TntCollection::RowChange> &changes, TntModel::Fields fields);
+    void takeInserted(int first, int last);
+    void removePlaces(std::vector<int> places);
+    // Appends the rows and sorts them in with `resortPlaces`, in one layout change.
+    void insertAndResort(const std::vector<int> &sourceRows, std::vector<int> resortPlaces);
+    // The same rows in a new order: one layout change, persistent indexes following their rows.
+    void reorder(std::vector<int> rows);
+
+    TntTableModel *m_table;
+    RowOrder m_order;
+    int m_sortColumn = -1;
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
     NameFilter m_name;
     SidebarFilter m_sidebar;
 };

@@ -189,17 +189,23 @@ QVariant TntTableModel::data(const QModelIndex &index, int role) const
     }
 }
 
-void TntTableModel::announceChanges(const QList<TntCollection::RowChange> &changes, TntModel::Fields fields)
+std::pair<int, int> TntTableModel::columnSpan(TntModel::Fields fields)
 {
-    int firstColumn = ColumnCount;
-    int lastColumn = -1;
+    int first = ColumnCount;
+    int last = -1;
     for (int column = 0; column < ColumnCount; ++column) {
         if (columnFields(static_cast<Column>(column)) & fields) {
-            firstColumn = std::min(firstColumn, column);
-            lastColumn = column;
+            first = std::min(first, column);
+            last = column;
         }
     }
-    if (lastColumn < 0)
+    return {first, last};
+}
+
+void TntTableModel::announceChanges(const QList<TntCollection::RowChange> &changes, TntModel::Fields fields)
+{
+    const auto [firstColumn, lastColumn] = columnSpan(fields);
+    if (lastColumn < firstColumn)
         return;
     // Above half the rows, ranges cost more than one signal over everything.
     if (changes.size() * 2 > m_collection.size()) {

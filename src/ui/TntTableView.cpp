@@ -56,14 +56,11 @@ private:
 TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QWidget *parent)
     : QWidget(parent)
     , m_defaults(defaults)
-    , m_model(new TntTableModel(collection, this))
-    , m_proxy(new TntFilterProxy(this))
+    , m_proxy(new TntFilterProxy(collection, this))
     , m_filter(new QLineEdit(this))
     , m_filterDelay(new QTimer(this))
     , m_table(new QTableView(this))
 {
-    m_proxy->setSourceModel(m_model);
-
     m_filter->setPlaceholderText(QStringLiteral("Filter by name"));
     m_filter->setClearButtonEnabled(true);
     m_filterDelay->setSingleShot(true);
@@ -93,7 +90,7 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     header->restoreState(defaults.dataValue(UserDefaultsKey::tntTableCconfiguration));
     header->setContextMenuPolicy(Qt::ActionsContextMenu);
     for (int column = 0; column < TntTableModel::ColumnCount; ++column) {
-        auto *toggle = new QAction(m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(), header);
+        auto *toggle = new QAction(m_proxy->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(), header);
         toggle->setCheckable(true);
         toggle->setChecked(!header->isSectionHidden(column));
         toggle->setEnabled(column != TntTableModel::NameColumn);

@@ -8,7 +8,6 @@ class QTableView;
 class QTimer;
 class TntFilterProxy;
 class TntCollection;
-class TntTableModel;
 class UserDefaults;
 
 // The torrent table with its name filter: sorted on raw values, filtered by name a moment after the
@@ -40,7 +39,6 @@ private:
     void requestContextMenu(const QPoint &position);
 
     UserDefaults &m_defaults;
-    TntTableModel *m_model;
     TntFilterProxy *m_proxy;
     QLineEdit *m_filter;
     QTimer *m_filterDelay;

@@ -6,7 +6,6 @@
 #include "ui/SidebarView.h"
 #include "ui/TntCommands.h"
 #include "ui/TntFilterProxy.h"
-#include "ui/TntTableModel.h"
 
 #include <QMenu>
 #include <QTemporaryDir>
@@ -108,8 +107,7 @@ private Q_SLOTS:
         m_commands = new TntCommands(*m_context, m_window.get());
         m_view = new SidebarView(*m_context, *m_navigation, *m_commands, m_window.get());
         // The table's side, as the main window wires it.
-        m_table = new TntFilterProxy(m_window.get());
-        m_table->setSourceModel(new TntTableModel(m_context->tntCollection(), m_table));
+        m_table = new TntFilterProxy(m_context->tntCollection(), m_window.get());
         connect(m_navigation.get(), &NavigationContext::filterChanged, m_table, &TntFilterProxy::setSidebarFilter);
         m_view->resize(260, 900);
         m_window->show();

@@ -1,8 +1,13 @@
+#include "model/TrackerIndex.h"
+#include "ui/TntFilterProxy.h"
 #include "ui/TntTableModel.h"
 
 #include <QAbstractItemModelTester>
+#include <QItemSelectionModel>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <random>
 
 using State = TntModel::State;
 
@@ -27,6 +32,46 @@ API::STntModel renamed(const QString &name)
     API::STntModel delta;
     delta.name = name;
     return delta;
+}
+
+// Few distinct values, so that many rows tie; states that move torrents in and out of "Downloading".
+API::STntModel shuffled(std::mt19937 &random, bool complete)
+{
+    API::STntModel tnt;
+    const auto pick = [&random](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
+    if (complete) {
+        tnt.name = QStringLiteral("Part %1").arg(pick(40));
+        tnt.size = 1024 * pick(8);
+    }
+    if (complete || pick(2))
+        tnt.dlspeed = 1000 * pick(4);
+    if (complete || pick(4) == 0)
+        tnt.state = pick(2) ? State::downloading : State::uploading;
+    if (!complete && pick(8) == 0)
+        tnt.name = QStringLiteral("Part %1").arg(pick(40));
+    return tnt;
+}
+
+QStringList shownHashes(const QAbstractItemModel &model)
+{
+    QStringList hashes;
+    for (int row = 0; row < model.rowCount(); ++row)
+        hashes << model.index(row, 0).data(TntTableModel::HashRole).toString();
+    return hashes;
+}
+
+QSet<QString> selectedHashes(const QItemSelectionModel &selection)
+{
+    QSet<QString> hashes;
+    for (const QModelIndex &row : selection.selectedRows())
+        hashes << row.data(TntTableModel::HashRole).toString();
+    return hashes;
+}
+
+QStringList without(QStringList hashes, const QSet<QString> &left)
+{
+    hashes.removeIf([&left](const QString &hash) { return left.contains(hash); });
+    return hashes;
 }
 
 } // namespace
@@ -102,6 +147,131 @@ private Q_SLOTS:
         };
         QVERIFY(sizeOf(small) < sizeOf(large)); // "2.0 KiB" sorts after "11.0 KiB" as text
         QCOMPARE(table.index(large.row(), TntTableModel::SizeColumn).data().toString(), QStringLiteral("11.0 KiB"));
+    }
+
+    void proxyFollowsEveryKindOfChange_data()
+    {
+        QTest::addColumn<int>("column");
+        QTest::addColumn<bool>("descending");
+        QTest::addColumn<bool>("downloadingOnly");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("by rate") << int(TntTableModel::DownSpeedColumn) << true << false << QString();
+        QTest::newRow("by name") << int(TntTableModel::NameColumn) << false << false << QString();
+        QTest::newRow("by status, downloading") << int(TntTableModel::StatusColumn) << false << true << QString();
+        QTest::newRow("by size, name filtered") << int(TntTableModel::SizeColumn) << true << false << u"1"_qs;
+        QTest::newRow("unsorted, both filters") << -1 << false << true << u"2"_qs;
+    }
+
+    // Random answers against the rules: exactly the admitted torrents, in order, rows that did not
+    // change in their order, the selection on the same torrents.
+    void proxyFollowsEveryKindOfChange()
+    {
+        QFETCH(int, column);
+        QFETCH(bool, descending);
+        QFETCH(bool, downloadingOnly);
+        QFETCH(QString, name);
+        TntCollection collection;
+        TntFilterProxy proxy(collection);
+        QAbstractItemModelTester tester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QItemSelectionModel selection(&proxy);
+        TrackerIndex trackers;
+        const SidebarFilter sidebar = downloadingOnly ? SidebarFilter({SidebarItem::forState(State::downloading)}, trackers)
+                                                      : SidebarFilter();
+        proxy.setSidebarFilter(sidebar);
+        proxy.setNameFilter(name);
+        proxy.sort(column, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+
+        std::mt19937 random(7);
+        int added = 0;
+        const auto newTorrents = [&](int count) {
+            QHash<QString, API::STntModel> tnts;
+            for (int i = 0; i < count; ++i, ++added)
+                tnts.insert(QStringLiteral("t%1").arg(added), shuffled(random, true));
+            return tnts;
+        };
+        collection.replaceAll(TntCollection::build(newTorrents(300), 5));
+        for (int round = 0; round < 30; ++round) {
+            for (int pick = 0; pick < 5 && proxy.rowCount() > 0; ++pick)
+                selection.select(proxy.index(int(random() % unsigned(proxy.rowCount())), 0),
+                                 QItemSelectionModel::Select | QItemSelectionModel::Rows);
+            const QStringList before = shownHashes(proxy);
+            const QSet<QString> selected = selectedHashes(selection);
+
+            QHash<QString, API::STntModel> delta = newTorrents(3);
+            QStringList removed;
+            for (int i = 0; i < 40; ++i) {
+                const QString hash = collection.at(qsizetype(random() % quint32(collection.size()))).id();
+                if (i < 3)
+                    removed << hash;
+                else
+                    delta.insert(hash, shuffled(random, false));
+            }
+            collection.merge(delta, removed, 5);
+            const QSet<QString> gone(removed.begin(), removed.end());
+
+            const QStringList after = shownHashes(proxy);
+            QStringList admitted;
+            for (const TntModel *tnt : admittedTnts(collection, sidebar, NameFilter(name)))
+                admitted << tnt->id();
+            QCOMPARE(QSet(after.begin(), after.end()), QSet(admitted.begin(), admitted.end()));
+            if (column < 0)
+                QCOMPARE(after, admitted);
+            for (qsizetype row = 1; row < after.size() && column >= 0; ++row) {
+                const TntModel &previous = *collection.find(after[row - 1]), &next = *collection.find(after[row]);
+                QVERIFY(!TntTableModel::lessThan(TntTableModel::Column(column), descending ? previous : next,
+                                                 descending ? next : previous));
+            }
+            const QSet<QString> touched(delta.keyBegin(), delta.keyEnd());
+            QCOMPARE(without(after, touched), without(before, touched + gone));
+            QCOMPARE(selectedHashes(selection), (selected & QSet(after.begin(), after.end())) - gone);
+        }
+    }
+
+    void aBusyAnswerReachesTheViewInAFewSignals_data()
+    {
+        QTest::addColumn<bool>("downloadingOnly");
+        QTest::addColumn<bool>("toDownloading"); // else to uploading
+        QTest::addColumn<int>("layouts");
+        QTest::addColumn<int>("removals");
+        QTest::addColumn<int>("insertions");
+        // A third of the torrents, scattered, get a rate that moves them to the top and a state.
+        QTest::newRow("rates move rows") << false << true << 1 << 0 << 0;
+        QTest::newRow("scattered rows leave") << true << false << 1 << 1 << 0;
+        QTest::newRow("scattered rows enter") << true << true << 1 << 0 << 1;
+    }
+
+    void aBusyAnswerReachesTheViewInAFewSignals()
+    {
+        QFETCH(bool, downloadingOnly);
+        QFETCH(bool, toDownloading);
+        QFETCH(int, layouts);
+        QFETCH(int, removals);
+        QFETCH(int, insertions);
+        TntCollection collection;
+        TntFilterProxy proxy(collection);
+        TrackerIndex trackers;
+        if (downloadingOnly)
+            proxy.setSidebarFilter(SidebarFilter({SidebarItem::forState(State::downloading)}, trackers));
+        proxy.sort(TntTableModel::DownSpeedColumn, Qt::DescendingOrder);
+        QHash<QString, API::STntModel> tnts = torrents(300);
+        for (int i = 0; i < 300; ++i)
+            tnts[QStringLiteral("t%1").arg(i)].state = i % 2 ? State::downloading : State::uploading;
+        collection.replaceAll(TntCollection::build(tnts, 5));
+        QSignalSpy layout(&proxy, &QAbstractItemModel::layoutChanged);
+        QSignalSpy removed(&proxy, &QAbstractItemModel::rowsRemoved);
+        QSignalSpy inserted(&proxy, &QAbstractItemModel::rowsInserted);
+
+        QHash<QString, API::STntModel> delta;
+        for (int i = toDownloading ? 0 : 1; i < 300; i += 6) { // the other state, every third of them
+            API::STntModel change;
+            change.dlspeed = 1000 + i;
+            change.state = toDownloading ? State::downloading : State::uploading;
+            delta.insert(QStringLiteral("t%1").arg(i), change);
+        }
+        collection.merge(delta, {}, 5);
+        QCOMPARE(layout.size(), layouts);
+        QCOMPARE(removed.size(), removals);
+        QCOMPARE(inserted.size(), insertions);
     }
 
     void formats_data()
