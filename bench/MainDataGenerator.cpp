@@ -1,11 +1,15 @@
 #include "MainDataGenerator.h"
 
+#include <algorithm>
 #include <random>
 #include <string>
 
 namespace Bench {
 
 namespace {
+
+// One seed for the hashes and values of every full update, so deltas know the hashes.
+constexpr unsigned seed = 1;
 
 const char *const states[] = {"stalledUP", "uploading", "stoppedUP", "downloading", "stalledDL",
                               "queuedDL",  "stoppedDL", "checkingUP", "forcedUP",   "metaDL"};
@@ -150,7 +154,7 @@ void serverState(Writer &w)
 
 } // namespace
 
-QByteArray fullUpdate(int torrentCount, unsigned seed)
+QByteArray fullUpdate(int torrentCount)
 {
     std::mt19937_64 random(seed);
     Writer w;
@@ -181,17 +185,18 @@ QByteArray fullUpdate(int torrentCount, unsigned seed)
     return w.out;
 }
 
-QByteArray delta(int torrentCount, unsigned seed)
+QByteArray delta(int torrentCount, int changed, unsigned round)
 {
-    std::mt19937_64 random(seed + 1);
+    std::mt19937_64 random(seed + round);
     std::mt19937_64 hashes(seed);
+    const int step = std::max(1, torrentCount / std::max(1, changed));
     Writer w;
     w.out += R"({"rid":2,"server_state":{"dl_info_data":12399,"dl_info_speed":1200,"up_info_speed":2500},)";
     w.out += R"("torrents":{)";
     bool firstTorrent = true;
     for (int i = 0; i < torrentCount; ++i) {
         const std::string hash = hexHash(hashes, 20);
-        if (i % 100 != 0)
+        if (i % step != 0 || i / step >= changed)
             continue;
         if (!firstTorrent)
             w.out += ',';

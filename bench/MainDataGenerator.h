@@ -6,8 +6,11 @@
 // server sends, in its sorted key order, and about one name in twenty is non-ASCII.
 namespace Bench {
 
-QByteArray fullUpdate(int torrentCount, unsigned seed = 1);
-// Changes the transfer fields of one torrent in a hundred, as a busy server's next answer would.
-QByteArray delta(int torrentCount, unsigned seed = 1);
+// The first n torrents are the same for every count: a delta made for a small library applies to
+// a larger one too.
+QByteArray fullUpdate(int torrentCount);
+// Changes the transfer fields of `changed` torrents spread evenly over fullUpdate(torrentCount), as
+// a busy server's next answer would; each round gives them other values.
+QByteArray delta(int torrentCount, int changed, unsigned round = 1);
 
 } // namespace Bench

@@ -267,7 +267,7 @@ int main(int argc, char **argv)
     }
 
     const QByteArray full = Bench::fullUpdate(50000);
-    const QByteArray delta = Bench::delta(50000);
+    const QByteArray delta = Bench::delta(50000, 500);
     const double deltaMs = medianMs(std::max(runs, 21), [&] { return API::decodeMainData(delta); });
     std::printf("\n1%% delta of 50000 torrents (%lld KB): decode %.3f ms\n", static_cast<long long>(delta.size() / 1000), deltaMs);
 

@@ -1,6 +1,6 @@
 // How the live torrent table copes with a large library: building the models of a full update,
-// swapping them into a table model that a sorting proxy watches, merging a busy delta, sorting and
-// filtering. Run from a Release build: bench_table [runs]
+// swapping them into the table that a sorting proxy and a table view watch, merging busy deltas,
+// sorting and filtering. Run from a Release build: bench_table [runs]
 
 #include "MainDataGenerator.h"
 
@@ -9,7 +9,8 @@
 #include "ui/TntFilterProxy.h"
 #include "ui/TntTableModel.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QTableView>
 
 #include <algorithm>
 #include <chrono>
@@ -22,6 +23,17 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+double msSince(Clock::time_point start)
+{
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+double median(std::vector<double> times)
+{
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+}
+
 template<typename Work>
 double medianMs(int runs, const Work &work)
 {
@@ -29,10 +41,9 @@ double medianMs(int runs, const Work &work)
     for (int i = 0; i < runs; ++i) {
         const auto start = Clock::now();
         work(i);
-        times.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
+        times.push_back(msSince(start));
     }
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
+    return median(times);
 }
 
 long residentMiB()
@@ -46,68 +57,170 @@ long residentMiB()
     return -1;
 }
 
+// Deltas with values of their own: merging the same one twice changes nothing the second time.
+std::vector<API::MainData> deltas(int torrentCount, int changed, int count)
+{
+    std::vector<API::MainData> result;
+    for (int round = 1; round <= count; ++round)
+        result.push_back(API::decodeMainData(Bench::delta(torrentCount, changed, static_cast<unsigned>(round))));
+    return result;
+}
+
+// The application's table: a view over the proxy, its layout done and its rows painted.
+struct ShownTable
+{
+    QTableView view;
+
+    explicit ShownTable(TntFilterProxy &proxy)
+    {
+        view.setModel(&proxy);
+        view.resize(1400, 900);
+        view.show();
+        QApplication::processEvents();
+    }
+};
+
+void fullUpdates(int count, int runs)
+{
+    const API::MainData full = API::decodeMainData(Bench::fullUpdate(count));
+    const std::vector<API::MainData> busy = deltas(count, count / 100, 3 * runs);
+
+    const double build = medianMs(runs, [&](int) { TntCollection::build(full.tnts, 5); });
+
+    TntCollection collection;
+    TntFilterProxy proxy(collection);
+    // Built on a worker in the application; the swap is what the main thread does.
+    const auto swapMs = [&] {
+        std::vector<double> times;
+        for (int i = 0; i < runs; ++i) {
+            auto models = TntCollection::build(full.tnts, 5);
+            const auto start = Clock::now();
+            collection.replaceAll(std::move(models));
+            times.push_back(msSince(start));
+        }
+        return median(times);
+    };
+    proxy.sort(TntTableModel::NameColumn);
+    const double swapByName = swapMs();
+    const long resident = residentMiB();
+    // The application's default order: newest first.
+    proxy.sort(TntTableModel::AddedOnColumn, Qt::DescendingOrder);
+    const double swapByDate = swapMs();
+    proxy.sort(TntTableModel::NameColumn);
+    const double fullAgain = medianMs(runs, [&](int) { collection.mergeFull(full.tnts, 5); });
+
+    TntCollection bare;
+    bare.replaceAll(TntCollection::build(full.tnts, 5));
+    const auto merge = [&](TntCollection &into, int round) { into.merge(busy[static_cast<std::size_t>(round)].tnts, {}, 5); };
+    const double mergeAlone = medianMs(runs, [&](int i) { merge(bare, i); });
+    const double viewsByName = medianMs(runs, [&](int i) { merge(collection, runs + i); });
+    proxy.sort(TntTableModel::DownSpeedColumn, Qt::DescendingOrder);
+    const double viewsByRate = medianMs(runs, [&](int i) { merge(collection, 2 * runs + i); });
+    const double sortName = medianMs(runs, [&](int i) {
+        proxy.sort(TntTableModel::NameColumn, i % 2 ? Qt::DescendingOrder : Qt::AscendingOrder);
+    });
+    const double sortSize = medianMs(runs, [&](int i) {
+        proxy.sort(TntTableModel::SizeColumn, i % 2 ? Qt::DescendingOrder : Qt::AscendingOrder);
+    });
+    const double filter = medianMs(runs, [&](int i) { proxy.setNameFilter(i % 2 ? QStringLiteral("ab") : QString()); });
+
+    // The first full update as the application meets it: swapped in, the view laid out and painted.
+    proxy.setNameFilter({});
+    proxy.sort(TntTableModel::AddedOnColumn, Qt::DescendingOrder);
+    std::vector<double> swapsShown;
+    {
+        ShownTable table(proxy);
+        for (int i = 0; i < runs; ++i) {
+            collection.clear();
+            QApplication::processEvents();
+            auto models = TntCollection::build(full.tnts, 5);
+            const auto start = Clock::now();
+            collection.replaceAll(std::move(models));
+            QApplication::processEvents();
+            swapsShown.push_back(msSince(start));
+        }
+    }
+    const double swapShown = median(swapsShown);
+    std::printf("%8d %7.1f %10.1f %10.1f %10.1f %10.1f %8.2f %11.2f %11.2f %9.1f %9.1f %7.1f %9ld\n", count, build,
+                swapByName, swapByDate, swapShown, fullAgain, mergeAlone, viewsByName, viewsByRate, sortName, sortSize,
+                filter, resident);
+}
+
+// The same 500 torrents change in a library of 5,000 and one of 50,000 (the first 5,000 torrents
+// of both are the same): the cost should follow the change, not the library.
+void sameDelta(int runs)
+{
+    constexpr int changed = 500;
+    const int rounds = std::max(runs, 21);
+    const std::vector<API::MainData> busy = deltas(5000, changed, 3 * rounds);
+    struct Library
+    {
+        int count;
+        TntCollection bare;
+        TntCollection shown;
+        TntFilterProxy proxy{shown};
+        std::vector<double> merge, views, view, paint;
+    };
+    std::vector<std::unique_ptr<Library>> libraries;
+    for (const int count : {5000, 50000}) {
+        auto library = std::make_unique<Library>();
+        library->count = count;
+        const API::MainData full = API::decodeMainData(Bench::fullUpdate(count));
+        library->bare.replaceAll(TntCollection::build(full.tnts, 5));
+        library->shown.replaceAll(TntCollection::build(full.tnts, 5));
+        library->proxy.sort(TntTableModel::DownSpeedColumn, Qt::DescendingOrder);
+        libraries.push_back(std::move(library));
+    }
+    const auto delta = [&](int round) -> const auto & { return busy[static_cast<std::size_t>(round)].tnts; };
+    const auto timed = [](const auto &work) {
+        const auto start = Clock::now();
+        work();
+        return msSince(start);
+    };
+    // Interleaved, first one library then the other, so that both meet the same load of the machine
+    // and the same state of the caches.
+    for (int i = 0; i < rounds; ++i) {
+        for (std::size_t j = 0; j < libraries.size(); ++j) {
+            Library &library = *libraries[i % 2 ? libraries.size() - 1 - j : j];
+            library.merge.push_back(timed([&] { library.bare.merge(delta(i), {}, 5); }));
+            library.views.push_back(timed([&] { library.shown.merge(delta(rounds + i), {}, 5); }));
+        }
+    }
+    // With the application's view: the merge and the view's handling of the signals, then the
+    // layout and painting that follow in the event loop.
+    for (const auto &library : libraries) {
+        ShownTable table(library->proxy);
+        for (int i = 0; i < rounds; ++i) {
+            library->view.push_back(timed([&] { library->shown.merge(delta(2 * rounds + i), {}, 5); }));
+            library->paint.push_back(library->view.back() + timed([] { QApplication::processEvents(); }));
+        }
+    }
+    std::printf("\nthe same %d-torrent delta, sorted by download rate (milliseconds, median of %d)\n", changed, rounds);
+    std::printf("%8s %8s %11s %8s %8s\n", "torrents", "merge", "views/rate", "+view", "+paint");
+    for (const auto &library : libraries)
+        std::printf("%8d %8.2f %11.2f %8.2f %8.2f\n", library->count, median(library->merge), median(library->views),
+                    median(library->view), median(library->paint));
+    const auto ratio = [&](std::vector<double> Library::*times) {
+        return median(libraries[1].get()->*times) / median(libraries[0].get()->*times);
+    };
+    std::printf("%8s %7.2fx %10.2fx %7.2fx %7.2fx\n", "ratio", ratio(&Library::merge), ratio(&Library::views),
+                ratio(&Library::view), ratio(&Library::paint));
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
-    QCoreApplication app(argc, argv);
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
     const int runs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 5;
     std::printf("median of %d runs, milliseconds (resident memory: whole process, MiB)\n", runs);
-    std::printf("%8s %7s %10s %10s %10s %8s %11s %11s %9s %9s %7s %9s\n", "torrents", "build", "swap/name",
-                "swap/added", "full again", "merge", "views/name", "views/rate", "sort name", "sort size", "filter",
-                "resident");
-    for (const int count : {5000, 50000}) {
-        const API::MainData full = API::decodeMainData(Bench::fullUpdate(count));
-        // A fresh busy delta (1% of the torrents) for every merge, as a real server sends.
-        std::vector<API::MainData> deltas;
-        for (int i = 0; i < 4 * runs; ++i)
-            deltas.push_back(API::decodeMainData(Bench::delta(count, static_cast<unsigned>(i + 1))));
-
-        const double build = medianMs(runs, [&](int) { TntCollection::build(full.tnts, 5); });
-
-        TntCollection collection;
-        TntFilterProxy proxy(collection);
-        proxy.sort(TntTableModel::NameColumn);
-
-        // Built on a worker in the application; the swap is what the main thread does.
-        std::vector<double> swaps;
-        for (int i = 0; i < runs; ++i) {
-            auto models = TntCollection::build(full.tnts, 5);
-            const auto start = Clock::now();
-            collection.replaceAll(std::move(models));
-            swaps.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
-        }
-        std::sort(swaps.begin(), swaps.end());
-        const long resident = residentMiB();
-        // The application's default order: newest first.
-        proxy.sort(TntTableModel::AddedOnColumn, Qt::DescendingOrder);
-        std::vector<double> swapsByDate;
-        for (int i = 0; i < runs; ++i) {
-            auto models = TntCollection::build(full.tnts, 5);
-            const auto start = Clock::now();
-            collection.replaceAll(std::move(models));
-            swapsByDate.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
-        }
-        std::sort(swapsByDate.begin(), swapsByDate.end());
-        proxy.sort(TntTableModel::NameColumn);
-        const double fullAgain = medianMs(runs, [&](int) { collection.mergeFull(full.tnts, 5); });
-
-        TntCollection bare;
-        bare.replaceAll(TntCollection::build(full.tnts, 5));
-        const double merge = medianMs(runs, [&](int i) { bare.merge(deltas[static_cast<std::size_t>(i)].tnts, {}, 5); });
-        const double viewsByName = medianMs(runs, [&](int i) { collection.merge(deltas[static_cast<std::size_t>(runs + i)].tnts, {}, 5); });
-        proxy.sort(TntTableModel::DownSpeedColumn, Qt::DescendingOrder);
-        const double viewsByRate = medianMs(runs, [&](int i) { collection.merge(deltas[static_cast<std::size_t>(2 * runs + i)].tnts, {}, 5); });
-        const double sortName = medianMs(runs, [&](int i) {
-            proxy.sort(TntTableModel::NameColumn, i % 2 ? Qt::DescendingOrder : Qt::AscendingOrder);
-        });
-        const double sortSize = medianMs(runs, [&](int i) {
-            proxy.sort(TntTableModel::SizeColumn, i % 2 ? Qt::DescendingOrder : Qt::AscendingOrder);
-        });
-        const double filter = medianMs(runs, [&](int i) { proxy.setNameFilter(i % 2 ? QStringLiteral("ab") : QString()); });
-        std::printf("%8d %7.1f %10.1f %10.1f %10.1f %8.2f %11.2f %11.2f %9.1f %9.1f %7.1f %9ld\n", count, build,
-                    swaps[swaps.size() / 2], swapsByDate[swapsByDate.size() / 2], fullAgain, merge, viewsByName,
-                    viewsByRate, sortName, sortSize, filter, resident);
-    }
+    std::printf("%8s %7s %10s %10s %10s %10s %8s %11s %11s %9s %9s %7s %9s\n", "torrents", "build", "swap/name",
+                "swap/added", "+table", "full again", "merge", "views/name", "views/rate", "sort name", "sort size",
+                "filter", "resident");
+    for (const int count : {5000, 50000})
+        fullUpdates(count, runs);
+    sameDelta(runs);
     return 0;
 }
