@@ -104,11 +104,9 @@ AddTntWindow::AddTntWindow(AppContext &context, QString source, std::optional<Tn
         showPreview();
         m_status->hide();
         detached(buildTree());
-    } else if (m_context.webAPIVersion() >= API::WebAPIVersion{2, 15, 0}) {
+    } else {
         m_status->setText(QStringLiteral("Fetching metadata…"));
         detached(fetchMetadata());
-    } else {
-        m_status->setText(QStringLiteral("This server shows the files of a link only once it is added."));
     }
     detached(loadDefaultSavePath());
 }

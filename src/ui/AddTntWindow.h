@@ -16,8 +16,8 @@ class TntContentTree;
 // The add-torrent window of one .torrent file or magnet link: what it holds, which of its files to
 // download, and the options. The tree is built off the main thread; for a file, Add waits for it,
 // so that the selection sent is the one the user saw, and is refused while no file is chosen. A
-// magnet's metadata is asked of servers that fetch it (API 2.15 and later) and may be added before
-// it comes, without a file selection.
+// magnet's metadata is asked of the server, which must fetch it (API 2.15 and later); the magnet
+// may be added before it comes, without a file selection.
 class AddTntWindow : public QDialog
 {
     Q_OBJECT
