@@ -1,0 +1,298 @@
+// A connected Quillo at rest: the application's context, poller, collection and table (offscreen)
+// polling a server that holds 10,000 torrents every 2 s. Measures the time from connecting to a
+// painted table, sorting it by a column, resident memory, and the process's CPU time over a window
+// of polling. Run from a Release build:
+//
+//   bench_idle real [torrents] [seconds]    a qbittorrent-nox 4.5.2 on loopback (tests/support's
+//                                           QbtServer), loaded first with small paused torrents
+//                                           through the API
+//   bench_idle replay [torrents] [seconds]  a scripted server in this process answering generated
+//                                           main data: one full update, then at every poll a delta
+//                                           changing 1% of the torrents (its serving counts too)
+
+#include "MainDataGenerator.h"
+
+#include "api/Client.h"
+#include "api/Endpoint.h"
+#include "core/AppContext.h"
+#include "core/KeychainStore.h"
+#include "settings/UserDefaults.h"
+#include "support/Await.h"
+#include "support/FakeServer.h"
+#include "support/QbtServer.h"
+#include "support/TorrentFactory.h"
+#include "ui/TntTableModel.h"
+#include "ui/TntTableView.h"
+
+#include <QApplication>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QThread>
+#include <QTimer>
+
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using namespace std::chrono_literals;
+
+double msSince(Clock::time_point start)
+{
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+// User and system time of every thread of this process.
+double cpuSeconds()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval &time) { return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6; };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+long residentMiB()
+{
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line)) {
+        if (line.rfind("VmRSS:", 0) == 0)
+            return std::stol(line.substr(6)) / 1024;
+    }
+    return -1;
+}
+
+// Runs the event loop until `done` (checked every 10 ms) or the time is up.
+bool runUntil(const std::function<bool()> &done, std::chrono::milliseconds limit)
+{
+    QEventLoop loop;
+    QTimer check;
+    QObject::connect(&check, &QTimer::timeout, &loop, [&] {
+        if (done())
+            loop.quit();
+    });
+    check.start(10);
+    QTimer::singleShot(limit, &loop, &QEventLoop::quit);
+    loop.exec();
+    return done();
+}
+
+void run(std::chrono::milliseconds time)
+{
+    runUntil([] { return false; }, time);
+}
+
+// When the table's rows were first painted with torrents in the collection: the moment the paint
+// event is done, which is when the next queued call runs.
+class FirstPaint : public QObject
+{
+public:
+    FirstPaint(QWidget *viewport, const TntCollection &collection)
+        : m_collection(collection)
+    {
+        viewport->installEventFilter(this);
+    }
+
+    bool done() const { return m_at.has_value(); }
+    Clock::time_point at() const { return *m_at; }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint && !m_painting && m_collection.size() > 0) {
+            m_painting = true;
+            QTimer::singleShot(0, this, [this] { m_at = Clock::now(); });
+        }
+        return false;
+    }
+
+private:
+    const TntCollection &m_collection;
+    bool m_painting = false;
+    std::optional<Clock::time_point> m_at;
+};
+
+struct Source
+{
+    ClientConfiguration configuration;
+    std::function<qint64(const AppContext &)> polls; // answers received so far
+};
+
+// Small single-file torrents added stopped, a batch per request; each adds its own random file,
+// which the server never reads.
+std::unique_ptr<QbtServer> loadedServer(int count)
+{
+    QbtServer::StartResult started = QbtServer::start(QbtServer::Flavor::Bookworm45, {.localHostAuth = false});
+    if (!started.server) {
+        std::fprintf(stderr, "no server: %s\n", qPrintable(started.failure));
+        return nullptr;
+    }
+    QbtServer &server = *started.server;
+    const QbtServer::DataDir dir = server.makeDataDir();
+    API::Client client(server.configuration());
+    const auto start = Clock::now();
+    constexpr int batch = 250;
+    for (int first = 0; first < count; first += batch) {
+        QList<TorrentFactory::FormPart> parts{{"paused", "true"}, {"savepath", dir.serverPath.toUtf8()}};
+        for (int i = first; i < std::min(count, first + batch); ++i) {
+            const QString name = i % 20 == 7 ? QStringLiteral("Ünïcödé Ålbum %1").arg(i)
+                                             : QStringLiteral("Some.Linux.Distribution.%1.x86_64.iso").arg(i);
+            const auto torrent = TorrentFactory::singleFile(dir.localPath, name, 1024 + i % 4096,
+                                                            {.announceUrls = {QStringLiteral("http://127.0.0.1:1/announce")}});
+            QFile::remove(torrent.contentPath);
+            parts.append(TorrentFactory::torrentPart(torrent));
+        }
+        QuilloTest::wait(client.perform(API::Endpoint::TntManagement::add(TorrentFactory::multipartBody(parts))));
+    }
+    // The server adds them after answering.
+    qint64 rid = 0;
+    while (true) {
+        const API::MainData full = QuilloTest::wait(client.mainData(0));
+        rid = full.rid;
+        if (full.tnts.size() >= count)
+            break;
+        std::fprintf(stderr, "server holds %lld of %d torrents\n", static_cast<long long>(full.tnts.size()), count);
+        QThread::sleep(2);
+    }
+    std::fprintf(stderr, "server loaded with %d torrents in %.0f s (pid %lld)\n", count, msSince(start) / 1000,
+                 static_cast<long long>(server.processId()));
+    // What the server itself takes to answer, for the connection time and the rhythm of the polls.
+    const auto answerMs = [&](qint64 from) {
+        const auto asked = Clock::now();
+        rid = QuilloTest::wait(client.mainData(from)).rid;
+        return msSince(asked);
+    };
+    const double full = answerMs(0);
+    const double delta = answerMs(rid);
+    std::printf("server's answers: full update %.0f ms, delta %.0f ms\n", full, delta);
+    return std::move(started.server);
+}
+
+void answerAsReplay(FakeServer &server, int count, std::shared_ptr<qint64> polls)
+{
+    const QByteArray full = Bench::fullUpdate(count);
+    server.setHandler([full, count, polls](const FakeServer::Request &request) {
+        if (request.target.endsWith("/app/webapiVersion"))
+            return FakeServer::Response::text(200, "2.8.19");
+        if (request.target.endsWith("/app/version"))
+            return FakeServer::Response::text(200, "v4.5.2");
+        if (request.target.endsWith("/app/buildInfo"))
+            return FakeServer::Response::json("{\"bitness\":64}");
+        if (request.target.contains("/sync/maindata")) {
+            ++*polls;
+            if (request.body == "rid=0")
+                return FakeServer::Response::json(full);
+            return FakeServer::Response::json(Bench::delta(count, count / 100, static_cast<unsigned>(*polls)));
+        }
+        return FakeServer::Response::text(200, "");
+    });
+}
+
+void measure(const Source &source, int count, int seconds)
+{
+    QTemporaryDir dir;
+    UserDefaults defaults(dir.filePath(QStringLiteral("Quillo.ini")));
+    KeychainStore keychain;
+    AppContext context(defaults, keychain);
+    context.settings().setSetRefreshIntervalAuto(false);
+    context.settings().setRefreshInterval(2000);
+    TntTableView view(context.tntCollection(), defaults);
+    view.resize(1400, 900);
+    view.show();
+    QApplication::processEvents();
+    FirstPaint painted(view.table()->viewport(), context.tntCollection());
+
+    // When the first full update's models, built on a worker, are swapped in: from there to the
+    // paint the main thread works alone.
+    Clock::time_point swapped;
+    QObject::connect(&context.tntCollection(), &TntCollection::aboutToReset, &view, [&] {
+        if (!painted.done())
+            swapped = Clock::now();
+    });
+    const auto connectStart = Clock::now();
+    context.addConfiguration(source.configuration);
+    QuilloTest::wait(context.selectConfiguration(source.configuration.id));
+    if (!runUntil([&] { return painted.done(); }, 120s)) {
+        std::fprintf(stderr, "the table was not painted with torrents\n");
+        return;
+    }
+    const auto msBetween = [](Clock::time_point from, Clock::time_point to) {
+        return std::chrono::duration<double, std::milli>(to - from).count();
+    };
+    const double connectToPaint = msBetween(connectStart, painted.at());
+    const double swapToPaint = msBetween(swapped, painted.at());
+    runUntil([&] { return context.tntCollection().size() >= count; }, 30s);
+    const long resident = residentMiB();
+
+    // A header click: the sort, then the layout and painting it causes.
+    const auto sortMs = [&](int column) {
+        std::vector<double> times;
+        for (int i = 0; i < 5; ++i) {
+            const auto start = Clock::now();
+            view.table()->sortByColumn(column, i % 2 ? Qt::DescendingOrder : Qt::AscendingOrder);
+            QApplication::processEvents();
+            times.push_back(msSince(start));
+        }
+        std::sort(times.begin(), times.end());
+        return times[times.size() / 2];
+    };
+    const double sortName = sortMs(TntTableModel::NameColumn);
+    const double sortSize = sortMs(TntTableModel::SizeColumn);
+    view.table()->sortByColumn(TntTableModel::AddedOnColumn, Qt::DescendingOrder);
+
+    run(4s); // settle after the sorts
+    const qint64 pollsBefore = source.polls(context);
+    const double cpuBefore = cpuSeconds();
+    const auto idleStart = Clock::now();
+    run(std::chrono::seconds(seconds));
+    const double cpu = cpuSeconds() - cpuBefore;
+    const double wall = msSince(idleStart) / 1000;
+    const qint64 polls = source.polls(context) - pollsBefore;
+
+    std::printf("torrents shown            %lld\n", static_cast<long long>(context.tntCollection().size()));
+    std::printf("connect to painted table  %.0f ms (from the swap of the models: %.0f ms)\n", connectToPaint, swapToPaint);
+    std::printf("sort by name (median)     %.1f ms\n", sortName);
+    std::printf("sort by size (median)     %.1f ms\n", sortSize);
+    std::printf("resident                  %ld MiB\n", resident);
+    std::printf("polling, %.0f s            %lld answers, CPU %.2f s = %.2f%% of one core\n", wall,
+                static_cast<long long>(polls), cpu, 100 * cpu / wall);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    const QString mode = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("real");
+    const int count = argc > 2 ? std::max(1, std::atoi(argv[2])) : 10000;
+    const int seconds = argc > 3 ? std::max(1, std::atoi(argv[3])) : 60;
+
+    if (mode == u"replay") {
+        FakeServer server;
+        auto polls = std::make_shared<qint64>(0);
+        answerAsReplay(server, count, polls);
+        std::printf("replayed answers, %d torrents, 1%% of them changing at every poll\n", count);
+        measure({server.configuration(API::AuthMethod::none), [polls](const AppContext &) { return *polls; }}, count,
+                seconds);
+        return 0;
+    }
+    const std::unique_ptr<QbtServer> server = loadedServer(count);
+    if (!server)
+        return 1;
+    ClientConfiguration configuration = server->configuration();
+    configuration.authMethod = API::AuthMethod::none;
+    std::printf("qbittorrent-nox 4.5.2, %d paused torrents\n", count);
+    // The server's rid grows by one per answer.
+    measure({configuration, [](const AppContext &context) { return context.rid(); }}, count, seconds);
+    return 0;
+}
