@@ -6,6 +6,7 @@
 #include "support/TorrentFactory.h"
 #include "ui/AddTntOptionsForm.h"
 #include "ui/AddTntWindow.h"
+#include "ui/LinksDialog.h"
 #include "ui/MainWindow.h"
 #include "ui/TntAddingFlow.h"
 #include "ui/TntContentTree.h"
@@ -111,6 +112,18 @@ private Q_SLOTS:
         QVERIFY(started());
         QVERIFY(!m_context->clientError());
         QTRY_VERIFY(!QFile::exists(tntFile));
+    }
+
+    // An info-hash typed into the links dialog arrives as a magnet the server adds.
+    void infoHashThroughTheLinksDialog()
+    {
+        const QString hash = u"5a4b3c2d1e0f9a8b7c6d5e4f3a2b1c0d9e8f7a6b"_qs;
+        m_window->addingFlow()->enterLinks({hash.toUpper()});
+        auto *dialog = m_window->findChild<LinksDialog *>();
+        QVERIFY(dialog);
+        dialog->addButton()->click();
+        QTRY_VERIFY_WITH_TIMEOUT(m_context->tntCollection().find(hash), 20'000);
+        QVERIFY(!m_context->clientError());
     }
 
     // Checked "Skip hash check" must reach the server: a torrent whose data is missing is then taken
