@@ -67,7 +67,7 @@ AddTntWindow::AddTntWindow(AppContext &context, QString source, std::optional<Tn
     , m_isTntFile(metadata.has_value())
     , m_metadata(metadata.value_or(TntMetadata()))
     , m_options(new AddTntOptionsForm(context, m_metadata.info ? m_metadata.info->name : QString(), this))
-    , m_tree(new TntContentTree(this))
+    , m_tree(new TntContentTree(context.settings().defaults(), this))
     , m_status(new QLabel(this))
 {
     setWindowTitle(QStringLiteral("Add Torrent"));

@@ -1,10 +1,13 @@
 #include "ui/TntContentTree.h"
 
+#include "settings/UserDefaults.h"
+
 #include <QHeaderView>
 #include <QMenu>
 
-TntContentTree::TntContentTree(QWidget *parent)
+TntContentTree::TntContentTree(UserDefaults &defaults, QWidget *parent)
     : QTreeView(parent)
+    , m_defaults(defaults)
     , m_model(new TntContentModel(this))
 {
     setObjectName(QStringLiteral("tntContent"));
@@ -13,9 +16,17 @@ TntContentTree::TntContentTree(QWidget *parent)
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setUniformRowHeights(true);
     header()->setStretchLastSection(false);
-    header()->setSectionResizeMode(TntContentModel::nameColumn, QHeaderView::Stretch);
+    header()->resizeSection(TntContentModel::nameColumn, 380);
+    header()->restoreState(m_defaults.dataValue(UserDefaultsKey::tntAddingTableConfiguration));
+    connect(header(), &QHeaderView::sectionResized, this, &TntContentTree::saveColumns);
+    connect(header(), &QHeaderView::sectionMoved, this, &TntContentTree::saveColumns);
     setContextMenuPolicy(Qt::CustomContextMenu);
     connect(this, &QWidget::customContextMenuRequested, this, &TntContentTree::showMenu);
+}
+
+void TntContentTree::saveColumns()
+{
+    m_defaults.setValue(UserDefaultsKey::tntAddingTableConfiguration, header()->saveState());
 }
 
 void TntContentTree::setNodes(FileTreeBuilder::Nodes nodes)

@@ -18,7 +18,9 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QHeaderView>
 #include <QLabel>
+#include <QPointer>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -178,6 +180,17 @@ private Q_SLOTS:
         QVERIFY(!window->addButton()->isEnabled());
         window->contentTree()->contentModel()->setData(album, Qt::Checked, Qt::CheckStateRole);
         QVERIFY(window->addButton()->isEnabled());
+
+        // The next window has the columns as this one left them.
+        window->contentTree()->header()->resizeSection(TntContentModel::sizeColumn, 151);
+        window->contentTree()->header()->moveSection(TntContentModel::priorityColumn, 0);
+        const QPointer<AddTntWindow> first(window);
+        window->reject();
+        QTRY_VERIFY(!first);
+        AddTntWindow *next = openAlbum();
+        QVERIFY(next);
+        QCOMPARE(next->contentTree()->header()->sectionSize(TntContentModel::sizeColumn), 151);
+        QCOMPARE(next->contentTree()->header()->visualIndex(TntContentModel::priorityColumn), 0);
     }
 
     void uncheckedFolder_data()
