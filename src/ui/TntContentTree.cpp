@@ -16,7 +16,8 @@ TntContentTree::TntContentTree(UserDefaults &defaults, QWidget *parent)
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setUniformRowHeights(true);
     header()->setStretchLastSection(false);
-    header()->resizeSection(TntContentModel::nameColumn, 380);
+    header()->setDefaultSectionSize(100);
+    header()->resizeSection(TntContentModel::nameColumn, 280);
     header()->restoreState(m_defaults.dataValue(UserDefaultsKey::tntAddingTableConfiguration));
     connect(header(), &QHeaderView::sectionResized, this, &TntContentTree::saveColumns);
     connect(header(), &QHeaderView::sectionMoved, this, &TntContentTree::saveColumns);
