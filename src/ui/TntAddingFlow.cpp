@@ -8,6 +8,7 @@
 #include "ui/AddTntWindow.h"
 #include "ui/LinksDialog.h"
 
+#include <QCoroFuture>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -17,6 +18,7 @@
 #include <QPointer>
 #include <QRegularExpression>
 #include <QStandardPaths>
+#include <QtConcurrentRun>
 
 Q_LOGGING_CATEGORY(lcAddingFlow, "TntAddingFlow")
 
@@ -65,7 +67,7 @@ void TntAddingFlow::openPending()
     QStringList links;
     for (const QUrl &source : sources) {
         if (source.isLocalFile())
-            openFile(source.toLocalFile());
+            detached(openFile(source.toLocalFile()));
         else
             links << source.toString();
     }
@@ -101,9 +103,14 @@ void TntAddingFlow::enterLinks(const QStringList &links)
     dialog->open();
 }
 
-void TntAddingFlow::openFile(const QString &path)
+QCoro::Task<> TntAddingFlow::openFile(QString path)
 {
-    const std::optional<TntMetadata> metadata = TntMetadata::fromFile(path);
+    // A large .torrent takes a noticeable time to read and hash: never on the main thread.
+    const QPointer<TntAddingFlow> self(this);
+    QFuture<std::optional<TntMetadata>> reading = QtConcurrent::run(&TntMetadata::fromFile, path);
+    const std::optional<TntMetadata> metadata = co_await reading;
+    if (!self)
+        co_return;
     if (!metadata || !metadata->info) {
         auto *alert = new QMessageBox(QMessageBox::Warning, QStringLiteral("Failed to add torrent!"),
                                       QStringLiteral("\"%1\" is not a valid torrent file.").arg(QFileInfo(path).fileName()),
@@ -111,13 +118,13 @@ void TntAddingFlow::openFile(const QString &path)
         alert->setObjectName(QStringLiteral("invalidTntFile"));
         alert->setAttribute(Qt::WA_DeleteOnClose);
         alert->open();
-        return;
+        co_return;
     }
     if (!m_context.settings().showTntAddingWindow()) {
         API::TntAddingOptions options = defaultOptions();
         options.tnts = QStringList{path};
         detached(addTnt(std::move(options), true, {}, {}, path));
-        return;
+        co_return;
     }
     openWindow(path, metadata);
 }

@@ -35,7 +35,7 @@ public:
 
 private:
     void openPending();
-    void openFile(const QString &path);
+    QCoro::Task<> openFile(QString path);
     void openWindow(const QString &source, const std::optional<TntMetadata> &metadata);
     void acceptLinks(QStringList urls);
     API::TntAddingOptions defaultOptions() const;

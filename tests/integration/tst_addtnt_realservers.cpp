@@ -79,6 +79,7 @@ private Q_SLOTS:
         file.close();
 
         m_window->addingFlow()->open({QUrl::fromLocalFile(tntFile)});
+        QTRY_VERIFY(m_window->findChild<AddTntWindow *>());
         auto *window = m_window->findChild<AddTntWindow *>();
         QVERIFY(window);
         QTRY_VERIFY(window->addButton()->isEnabled());
@@ -140,6 +141,7 @@ private Q_SLOTS:
         file.close();
 
         m_window->addingFlow()->open({QUrl::fromLocalFile(tntFile)});
+        QTRY_VERIFY(m_window->findChild<AddTntWindow *>());
         auto *window = m_window->findChild<AddTntWindow *>();
         QVERIFY(window);
         QTRY_VERIFY(window->addButton()->isEnabled());

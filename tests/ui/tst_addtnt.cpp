@@ -117,6 +117,8 @@ class TestAddTnt : public QObject
     AddTntWindow *openAlbum()
     {
         m_window->addingFlow()->open({QUrl::fromLocalFile(m_albumFile)});
+        // The file is read on a worker: the window comes a moment later.
+        (void)QTest::qWaitFor([this] { return m_window->findChild<AddTntWindow *>() != nullptr; });
         auto *window = m_window->findChild<AddTntWindow *>();
         // A window whose tree never comes fails the comparisons that follow.
         if (window)
@@ -288,6 +290,8 @@ private Q_SLOTS:
         const QString path = write(name, m_album.bytes);
 
         m_window->addingFlow()->open({QUrl::fromLocalFile(path)});
+        if (showWindow)
+            QTRY_VERIFY(m_window->findChild<AddTntWindow *>());
         auto *window = m_window->findChild<AddTntWindow *>();
         QCOMPARE(window != nullptr, showWindow);
         if (window) {
@@ -324,7 +328,7 @@ private Q_SLOTS:
         QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &data, Qt::LeftButton, {});
         QApplication::sendEvent(m_window.get(), &drop);
         QVERIFY(!m_window->dropOverlay()->isVisible());
-        QVERIFY(m_window->findChild<AddTntWindow *>());
+        QTRY_VERIFY(m_window->findChild<AddTntWindow *>());
         auto *links = m_window->findChild<LinksDialog *>();
         QVERIFY(links);
         QCOMPARE(links->textField()->toPlainText(), magnet);
@@ -408,8 +412,8 @@ private Q_SLOTS:
         QTest::ignoreMessage(QtInfoMsg, qPrintable(u"Failed to initialize tnt metadata from "_qs
                                                    + QUrl::fromLocalFile(page).toString()));
         m_window->addingFlow()->open({QUrl::fromLocalFile(page)});
+        QTRY_VERIFY(m_window->findChild<QMessageBox *>(u"invalidTntFile"_qs));
         auto *alert = m_window->findChild<QMessageBox *>(u"invalidTntFile"_qs);
-        QVERIFY(alert);
         QCOMPARE(alert->text(), u"\"page.torrent\" is not a valid torrent file."_qs);
         QVERIFY(!m_window->findChild<AddTntWindow *>());
         QTest::qWait(50);
