@@ -71,10 +71,28 @@ AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject 
     QObject::connect(&m_settings, &AppSettings::dataTransferRateAvgCoefficientDidChange, this, [this](int samples) {
         m_serverState.setAveragingWindow(samples);
         m_tntCollection.setAveragingWindow(samples);
+        m_tntDetails.setAveragingWindow(samples);
     });
+    for (const auto signal : {&TntDetailContext::targetChanged, &TntDetailContext::tabChanged}) {
+        QObject::connect(&m_tntDetails, signal, this, [this] {
+            if (!m_tntDetails.hash().isEmpty())
+                detached(refreshTntDetails(true));
+        });
+    }
+    QObject::connect(this, &AppContext::trackersEdited, this, [this](const QString &hash) {
+        if (hash == m_tntDetails.hash())
+            detached(loadTntTrackers());
+    });
+    QObject::connect(this, &AppContext::tntsRemoved, &m_tntDetails, &TntDetailContext::clear);
 }
 
-AppContext::~AppContext() = default;
+AppContext::~AppContext()
+{
+    // Requests on their way are cancelled now, while every member is still there: the coroutines
+    // awaiting them resume at once, find their connection gone and touch nothing.
+    ++m_generation;
+    m_client.reset();
+}
 
 void AppContext::setConfigurations(QList<ClientConfiguration> configurations)
 {
@@ -184,6 +202,9 @@ void AppContext::makeClient(const ClientConfiguration &configuration)
 {
     m_client = std::make_unique<API::Client>(configuration);
     ++m_generation;
+    // A refresh under way belongs to the client that is gone.
+    m_tntDetailsRefreshing = false;
+    m_tntDetailsRefreshAgain = false;
 }
 
 void AppContext::fail(const QString &title, const std::exception_ptr &error)
@@ -237,6 +258,7 @@ void AppContext::setSelectedTnts(QSet<QString> hashes)
     if (hashes == m_selectedTnts)
         return;
     m_selectedTnts = std::move(hashes);
+    m_tntDetails.setSelection(m_selectedTnts);
     Q_EMIT selectionChanged();
 }
 
@@ -261,10 +283,12 @@ void AppContext::startPolling()
     qCInfo(lcContext, "Start polling");
     // A fresh poller every time; the old one's loop ends with it.
     ++m_pollRound;
+    m_tntDetails.resetPeers();
     m_poller = std::make_unique<Poller>();
     m_poller->start(Poller::intervalFor(m_settings, m_serverState, m_appState == AppState::background),
-                    {[this] { return syncMainData(); }});
+                    {[this] { return syncMainData(); }, [this] { return refreshTntDetails(false); }});
     m_isPolling = true;
+    m_tntDetails.setActive(true);
     Q_EMIT pollingStarted();
 }
 
@@ -276,6 +300,7 @@ void AppContext::stopPolling()
     ++m_pollRound;
     m_poller.reset();
     m_isPolling = false;
+    m_tntDetails.setActive(false);
     Q_EMIT pollingStopped();
 }
 
@@ -330,11 +355,7 @@ QCoro::Task<> AppContext::syncMainData()
     if (m_pollRound != round)
         co_return;
     if (failure) {
-        // An expired session is a loss too: reconnecting logs in again.
-        if (thrown<API::TransportError>(failure) || thrown<API::AutorizationError>(failure))
-            reportSyncFailure(QStringLiteral("Sync"), failure);
-        else if (!m_clientError || m_clientError->title() != u"Failed to get main data.")
-            fail(QStringLiteral("Failed to get main data."), failure);
+        reportPollFailure(QStringLiteral("Failed to get main data."), failure);
         co_return;
     }
     m_rid = data->rid;
@@ -353,6 +374,15 @@ QCoro::Task<> AppContext::syncMainData()
     applyLabels(*data);
     if (data->serverState)
         m_serverState.update(*data->serverState);
+}
+
+void AppContext::reportPollFailure(const QString &title, const std::exception_ptr &failure)
+{
+    // An expired session is a loss too: reconnecting logs in again.
+    if (thrown<API::TransportError>(failure) || thrown<API::AutorizationError>(failure))
+        reportSyncFailure(QStringLiteral("Sync"), failure);
+    else if (!m_clientError || m_clientError->title() != title)
+        fail(title, failure);
 }
 
 void AppContext::applyLabels(const API::MainData &data)

@@ -11,6 +11,7 @@
 #include "model/CompletionNotifier.h"
 #include "model/GlobalTransferInfo.h"
 #include "model/SidebarItem.h"
+#include "model/TntDetailContext.h"
 #include "model/TntCollection.h"
 #include "model/TrackerIndex.h"
 #include "settings/AppSettings.h"
@@ -72,6 +73,9 @@ public:
     const QStringList &tags() const { return m_tags; }
     // The server's tracker map; empty for servers that do not send one.
     TrackerIndex &trackers() { return m_trackers; }
+    // The detail pane's torrent. Its peers, and what its visible tab shows, are refreshed with every
+    // poll while it has one, and at once when it gets another or the tab changes.
+    TntDetailContext &tntDetails() { return m_tntDetails; }
     // The torrents that the sidebar selection and the name text admit, in the collection's order.
     QList<const TntModel *> filterTnts(const QSet<SidebarItem> &selection, const QString &nameText) const;
     AppState appState() const { return m_appState; }
@@ -190,6 +194,18 @@ private:
     void startPolling();
     void stopPolling();
     QCoro::Task<> syncMainData();
+    // A failed poll: a lost connection is a loss, anything else one alert under `title`, not one
+    // per round.
+    void reportPollFailure(const QString &title, const std::exception_ptr &failure);
+    // One refresh of the detail pane's torrent at a time. A request for one while another runs is
+    // covered by it, unless the pane's torrent or tab changed: then one more follows.
+    QCoro::Task<> refreshTntDetails(bool targetChanged);
+    QCoro::Task<> loadTntDetails();
+    QCoro::Task<> loadTntTrackers();
+    // The answer, or none when the request failed (reported under `failureTitle`), or the answer
+    // came for a connection or a detail pane's torrent that is gone.
+    template<typename T>
+    QCoro::Task<std::optional<T>> fetchTntDetail(QCoro::Task<T> request, QString failureTitle);
     void applyLabels(const API::MainData &data);
     QCoro::Task<> offerSecureAddress(ClientConfiguration failed, QString error);
     // Whether the server lets this client in as it is; none when the check itself failed.
@@ -226,6 +242,9 @@ private:
     QMap<QString, API::Category> m_categories;
     QStringList m_tags;
     TrackerIndex m_trackers;
+    TntDetailContext m_tntDetails;
+    bool m_tntDetailsRefreshing = false;
+    bool m_tntDetailsRefreshAgain = false;
     std::unique_ptr<Poller> m_poller;
     std::optional<HTTPSRedirectSuggestion> m_httpsRedirectSuggestion;
     QSet<QString> m_selectedTnts;

@@ -30,6 +30,12 @@ void appendUnlessPresent(QList<SidebarItem> &items, const SidebarItem &item)
         items.append(item);
 }
 
+UserDefaultsKey splitKey(NavigationContext::Split split)
+{
+    return split == NavigationContext::Split::sidebar ? UserDefaultsKey::sidebarSplitSizes
+                                                      : UserDefaultsKey::tntDetailSplitSizes;
+}
+
 } // namespace
 
 NavigationContext::NavigationContext(AppContext &context, UserDefaults &defaults, QObject *parent)
@@ -104,6 +110,40 @@ bool NavigationContext::isExpanded(Group group) const
 void NavigationContext::setExpanded(Group group, bool expanded)
 {
     m_defaults.setValue(expandedKey(group), expanded);
+}
+
+QList<int> NavigationContext::splitSizes(Split split) const
+{
+    QList<int> sizes;
+    for (const QString &size : m_defaults.stringValue(splitKey(split)).split(u',', Qt::SkipEmptyParts)) {
+        bool ok = false;
+        const int value = size.toInt(&ok);
+        if (!ok || value < 0)
+            return {};
+        sizes.append(value);
+    }
+    return sizes;
+}
+
+void NavigationContext::setSplitSizes(Split split, const QList<int> &sizes)
+{
+    QStringList texts;
+    for (const int size : sizes)
+        texts.append(QString::number(size));
+    m_defaults.setValue(splitKey(split), texts.join(u','));
+}
+
+bool NavigationContext::isTntDetailsHidden() const
+{
+    return m_defaults.boolValue(UserDefaultsKey::tntDetailsIsHidden, true);
+}
+
+void NavigationContext::setTntDetailsHidden(bool hidden)
+{
+    if (hidden == isTntDetailsHidden())
+        return;
+    m_defaults.setValue(UserDefaultsKey::tntDetailsIsHidden, hidden);
+    Q_EMIT tntDetailsHiddenChanged(hidden);
 }
 
 void NavigationContext::rebuildLabels()

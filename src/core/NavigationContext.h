@@ -16,7 +16,8 @@ class UserDefaults;
 
 // The window's navigation state behind the sidebar: the entries of each group, the selection
 // (kept in the settings across restarts), the groups' disclosure, the filter the selection makes
-// and the entries' counts. A remembered entry whose category, tag or tracker the server no longer
+// and the entries' counts; and the window's layout around them, also kept: where the splits beside
+// the sidebar and above the detail pane stand, and whether the detail pane is hidden. A remembered entry whose category, tag or tracker the server no longer
 // has leaves the selection when the server's lists arrive.
 class NavigationContext : public QObject
 {
@@ -24,6 +25,7 @@ class NavigationContext : public QObject
 
 public:
     using Group = SidebarItem::ItemType;
+    enum class Split { sidebar, tntDetails };
 
     NavigationContext(AppContext &context, UserDefaults &defaults, QObject *parent = nullptr);
     ~NavigationContext() override;
@@ -46,6 +48,12 @@ public:
     bool isExpanded(Group group) const;
     void setExpanded(Group group, bool expanded);
 
+    // Empty until the user first moved the split.
+    QList<int> splitSizes(Split split) const;
+    void setSplitSizes(Split split, const QList<int> &sizes);
+    bool isTntDetailsHidden() const;
+    void setTntDetailsHidden(bool hidden);
+
     const SidebarFilter &sidebarFilter() const { return m_filter; }
     const SidebarCounts &counts() const { return m_counts; }
 
@@ -56,6 +64,7 @@ Q_SIGNALS:
     // The table applies this filter; sent again when what it tests for changed on the server.
     void filterChanged(const SidebarFilter &filter);
     void countsChanged();
+    void tntDetailsHiddenChanged(bool hidden);
 
 private:
     void rebuildLabels();

@@ -28,6 +28,10 @@ public:
         using Priority = TntModelFilePriority;
     };
 
+    // The detail pane's models of the torrent it shows (model/TntDetailModels.h).
+    class Peer;
+    class GenericProperties;
+
     // One bit per field a delta may change.
     enum Field : quint64 {
         Tags = 1ull << 0,

@@ -47,6 +47,9 @@ QString keyName(UserDefaultsKey key)
     case UserDefaultsKey::categoryForNewTnt: return QStringLiteral("categoryForNewTnt");
     case UserDefaultsKey::tagsForNewTnt: return QStringLiteral("tagsForNewTnt");
     case UserDefaultsKey::tntAddingTableConfiguration: return QStringLiteral("tntAddingTableConfiguration");
+    case UserDefaultsKey::sidebarSplitSizes: return QStringLiteral("sidebarSplitSizes");
+    case UserDefaultsKey::tntDetailSplitSizes: return QStringLiteral("tntDetailSplitSizes");
+    case UserDefaultsKey::tntDetailsIsHidden: return QStringLiteral("tntDetailsIsHidden");
     }
     Q_UNREACHABLE();
 }

@@ -49,6 +49,11 @@ enum class UserDefaultsKey {
     categoryForNewTnt,
     tagsForNewTnt,
     tntAddingTableConfiguration,
+    // The main window's layout: where its two splits stand ("220,980"), and whether the detail pane
+    // below the table is hidden.
+    sidebarSplitSizes,
+    tntDetailSplitSizes,
+    tntDetailsIsHidden,
 };
 
 QString keyName(UserDefaultsKey key);

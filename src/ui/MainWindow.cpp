@@ -15,6 +15,7 @@
 #include "ui/TntAddingFlow.h"
 #include "ui/TntCommands.h"
 #include "ui/TntContextMenu.h"
+#include "ui/TntDetailPane.h"
 #include "ui/TntFilterProxy.h"
 #include "ui/TntTableView.h"
 #include "ui/TransferStatus.h"
@@ -63,17 +64,25 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     setWindowTitle(QStringLiteral("Quillo"));
     resize(1200, 760);
 
-    // The table while connected; otherwise a line that says how the connection stands.
+    // The table with the detail pane below it while connected; otherwise a line that says how the
+    // connection stands.
     m_placeholder->setAlignment(Qt::AlignCenter);
     m_connectedPages->addWidget(m_placeholder);
-    m_connectedPages->addWidget(m_tntTable);
+    m_tableSplit = new QSplitter(Qt::Vertical, m_connectedPages);
+    m_tableSplit->addWidget(m_tntTable);
+    m_detailPane = new TntDetailPane(context, *m_commands, m_tableSplit);
+    m_tableSplit->addWidget(m_detailPane);
+    m_tableSplit->setStretchFactor(0, 1);
+    m_tableSplit->setChildrenCollapsible(false);
+    keepSplitSizes(m_tableSplit, NavigationContext::Split::tntDetails, {460, 260});
+    m_connectedPages->addWidget(m_tableSplit);
     // The sidebar stays while connecting: its entries show as placeholders until the torrents come.
     auto *split = new QSplitter(Qt::Horizontal, m_connectedArea);
     split->addWidget(m_sidebar);
     split->addWidget(m_connectedPages);
     split->setStretchFactor(1, 1);
-    split->setSizes({220, 980});
     split->setChildrenCollapsible(false);
+    keepSplitSizes(split, NavigationContext::Split::sidebar, {220, 980});
     auto *areaLayout = new QVBoxLayout(m_connectedArea);
     areaLayout->setContentsMargins(0, 0, 0, 0);
     areaLayout->addWidget(split);
@@ -122,6 +131,10 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     connect(m_tntTable, &TntTableView::contextMenuRequested, this, &MainWindow::showTntContextMenu);
     connect(m_transferStatus, &TransferStatus::altSpeedToggleRequested, this,
             [this] { detached(m_context.toggleSpeedLimitsMode()); });
+    connect(m_transferStatus, &TransferStatus::tntDetailsToggleRequested, this,
+            [this] { m_navigation->setTntDetailsHidden(!m_navigation->isTntDetailsHidden()); });
+    connect(m_navigation, &NavigationContext::tntDetailsHiddenChanged, this, &MainWindow::showTntDetails);
+    showTntDetails(m_navigation->isTntDetailsHidden());
 
     showPage();
     showConnectionState();
@@ -151,7 +164,7 @@ void MainWindow::showConnectionState()
 
     const bool authorized = m_context.isAuthorized();
     m_connectedPages->setCurrentWidget(
-        authorized || m_context.tntCollection().size() > 0 ? static_cast<QWidget *>(m_tntTable) : m_placeholder);
+        authorized || m_context.tntCollection().size() > 0 ? static_cast<QWidget *>(m_tableSplit) : m_placeholder);
     m_transferStatus->setVisible(authorized);
     m_logInOut->setText(authorized ? QStringLiteral("Log Out") : QStringLiteral("Log In"));
     m_logInOut->setIcon(
@@ -159,6 +172,20 @@ void MainWindow::showConnectionState()
     m_logInOut->setEnabled(current.has_value());
     for (QAction *action : std::as_const(m_tntActions))
         action->setEnabled(authorized);
+}
+
+void MainWindow::keepSplitSizes(QSplitter *split, NavigationContext::Split which, const QList<int> &initial)
+{
+    const QList<int> saved = m_navigation->splitSizes(which);
+    split->setSizes(saved.size() == split->count() ? saved : initial);
+    connect(split, &QSplitter::splitterMoved, this,
+            [this, split, which] { m_navigation->setSplitSizes(which, split->sizes()); });
+}
+
+void MainWindow::showTntDetails(bool hidden)
+{
+    m_detailPane->setHidden(hidden);
+    m_transferStatus->setTntDetailsHidden(hidden);
 }
 
 void MainWindow::addTntActions()

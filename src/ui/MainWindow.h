@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/NavigationContext.h"
 #include "ui/LoginPrompt.h"
 
 #include <QMainWindow>
@@ -12,15 +13,16 @@ class ConnectionEditor;
 class DropOverlay;
 class QAction;
 class QLabel;
+class QSplitter;
 class QStackedWidget;
 class QToolBar;
 class ReconnectionCountdown;
 class ReconnectionOverlay;
-class NavigationContext;
 class ServerMenu;
 class SidebarView;
 class TntAddingFlow;
 class TntCommands;
+class TntDetailPane;
 class TntTableView;
 class TransferStatus;
 class WelcomeView;
@@ -41,6 +43,7 @@ public:
     LoginPrompt *loginPrompt() const { return m_loginPrompt; }
     ClientErrorPresenter *errorPresenter() const { return m_errorPresenter; }
     TntTableView *tntTable() const { return m_tntTable; }
+    TntDetailPane *detailPane() const { return m_detailPane; }
     TransferStatus *transferStatus() const { return m_transferStatus; }
     TntCommands *tntCommands() const { return m_commands; }
     SidebarView *sidebar() const { return m_sidebar; }
@@ -67,6 +70,9 @@ private:
     void offerSecureAddress();
     void addTntActions();
     void showTntContextMenu(const QStringList &hashes, const QPoint &position);
+    // Restores the split's sizes from the navigation context and keeps them there as the user moves it.
+    void keepSplitSizes(QSplitter *split, NavigationContext::Split which, const QList<int> &initial);
+    void showTntDetails(bool hidden);
 
     AppContext &m_context;
     QStackedWidget *m_pages;
@@ -75,6 +81,8 @@ private:
     QStackedWidget *m_connectedPages;
     QLabel *m_placeholder;
     TntTableView *m_tntTable;
+    QSplitter *m_tableSplit = nullptr;
+    TntDetailPane *m_detailPane = nullptr;
     TransferStatus *m_transferStatus;
     TntCommands *m_commands;
     TntAddingFlow *m_addingFlow;

@@ -127,6 +127,42 @@ void TntCommands::addTrackers(const QString &hash)
     present(sheet);
 }
 
+void TntCommands::editTracker(const QString &hash, const QString &url)
+{
+    auto *sheet = new EditorSheet(QStringLiteral("Edit tracker URL"), QStringLiteral("Save"), m_window);
+    sheet->setObjectName(QStringLiteral("trackerEditor"));
+    QLineEdit *field = sheet->addLine(QStringLiteral("URL"), QStringLiteral("udp://tracker.example:1337/announce"), url);
+    connect(sheet, &QDialog::accepted, this, [this, hash, url, field] {
+        const QString edited = field->text().trimmed();
+        if (edited != url)
+            detached(m_context.editTracker(hash, url, edited));
+    });
+    present(sheet);
+}
+
+void TntCommands::banPeers(const QSet<QString> &addresses)
+{
+    if (addresses.isEmpty())
+        return;
+    const QString title = addresses.size() == 1
+                              ? QStringLiteral("Are you sure you want to permanently ban the selected peer?")
+                              : QStringLiteral("Are you sure you want to permanently ban the selected peers?");
+    auto *alert = new QMessageBox(QMessageBox::Warning, title, title, QMessageBox::NoButton, m_window);
+    alert->setObjectName(QStringLiteral("banConfirmation"));
+    QStringList listed = addresses.values();
+    listed.sort();
+    alert->setInformativeText(listed.join(u'\n'));
+    alert->setWindowModality(Qt::WindowModal);
+    alert->setAttribute(Qt::WA_DeleteOnClose);
+    QPushButton *ban = alert->addButton(QStringLiteral("Ban"), QMessageBox::DestructiveRole);
+    alert->setDefaultButton(alert->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole));
+    connect(alert, &QMessageBox::finished, this, [this, alert, ban, addresses] {
+        if (alert->clickedButton() == ban)
+            detached(m_context.banPeers(addresses));
+    });
+    present(alert);
+}
+
 void TntCommands::createCategory()
 {
     auto *sheet = new EditorSheet(QStringLiteral("New category"), QStringLiteral("Create"), m_window);

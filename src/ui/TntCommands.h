@@ -28,6 +28,10 @@ public:
     void rename(const QString &hash);
     void addPeers(const QSet<QString> &hashes);
     void addTrackers(const QString &hash);
+    // A sheet with the tracker's URL to change; nothing is sent when it is left as it was.
+    void editTracker(const QString &hash, const QString &url);
+    // Asks first: a banned address stays banned on the server until its settings say otherwise.
+    void banPeers(const QSet<QString> &addresses);
     void createCategory();
     void editCategory(const QString &name, const QString &savePath);
     // The tag editor, then Add tags for `hashes`, or Create tags.

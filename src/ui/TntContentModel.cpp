@@ -1,8 +1,12 @@
 #include "ui/TntContentModel.h"
 
+#include "model/TntState.h"
+#include "ui/TntTableModel.h"
+
 #include <QLocale>
 
 #include <algorithm>
+#include <map>
 
 namespace {
 
@@ -12,6 +16,37 @@ constexpr std::array<TntContentModel::Priority, 4> classes{TntContentModel::skip
 std::size_t classOf(TntContentModel::Priority priority)
 {
     return static_cast<std::size_t>(std::find(classes.cbegin(), classes.cend(), priority) - classes.cbegin());
+}
+
+// What a file takes when checked: the server's priority, and normal for one it has no case for.
+TntContentModel::Priority chosenFor(double priority)
+{
+    switch (tntModelFilePriorityFromValue(priority).value_or(TntModelFilePriority::normal)) {
+    case TntModelFilePriority::high: return TntContentModel::high;
+    case TntModelFilePriority::maximal: return TntContentModel::maximal;
+    default: return TntContentModel::normal;
+    }
+}
+
+// The nodes in the order the model lays its entries out: each folder before what is in it.
+void preorder(const FileTreeBuilder::Nodes &nodes, std::vector<const TntFileNode *> &flat)
+{
+    for (const auto &node : nodes) {
+        flat.push_back(node.get());
+        if (node->children)
+            preorder(*node->children, flat);
+    }
+}
+
+bool sameValues(const TntFileNode &a, const TntFileNode &b)
+{
+    return a.size == b.size && a.progress == b.progress && a.priority == b.priority
+        && a.availability == b.availability && a.remaining == b.remaining;
+}
+
+QString percent(double fraction)
+{
+    return QLocale().toString(fraction * 100, 'f', 1) + u'%';
 }
 
 } // namespace
@@ -28,7 +63,13 @@ QString TntContentModel::priorityTitle(int priority)
 }
 
 TntContentModel::TntContentModel(QObject *parent)
+    : TntContentModel(Mode::adding, parent)
+{
+}
+
+TntContentModel::TntContentModel(Mode mode, QObject *parent)
     : QAbstractItemModel(parent)
+    , m_mode(mode)
 {
 }
 
@@ -40,7 +81,64 @@ void TntContentModel::setNodes(FileTreeBuilder::Nodes nodes)
     m_roots.clear();
     for (qsizetype row = 0; row < m_nodes.size(); ++row)
         m_roots.push_back(add(*m_nodes[row], none, static_cast<int>(row)));
+    recount();
     endResetModel();
+}
+
+void TntContentModel::refreshNodes(FileTreeBuilder::Nodes nodes)
+{
+    std::vector<const TntFileNode *> flat;
+    flat.reserve(m_entries.size());
+    preorder(nodes, flat);
+    const bool sameContent =
+        flat.size() == m_entries.size()
+        && std::equal(flat.cbegin(), flat.cend(), m_entries.cbegin(), [](const TntFileNode *now, const Entry &entry) {
+               return now->path == entry.node->path && now->index == entry.node->index
+                   && now->children.has_value() == entry.node->children.has_value();
+           });
+    if (!sameContent) {
+        setNodes(std::move(nodes));
+        return;
+    }
+    // A changed file changes how its folders read too.
+    std::vector<bool> changed(m_entries.size());
+    const auto mark = [this, &changed](qsizetype entry) {
+        for (qsizetype at = entry; at != none && !changed[std::size_t(at)]; at = m_entries[std::size_t(at)].parent)
+            changed[std::size_t(at)] = true;
+    };
+    for (std::size_t at = 0; at < m_entries.size(); ++at) {
+        Entry &entry = m_entries[at];
+        const bool differs = !sameValues(*entry.node, *flat[at]);
+        entry.node = flat[at];
+        const Priority before = effective(entry);
+        if (!entry.node->children)
+            seed(entry);
+        if (differs || effective(entry) != before)
+            mark(qsizetype(at));
+    }
+    m_nodes = std::move(nodes);
+    recount();
+
+    // Neighbouring rows of one folder are announced together.
+    qsizetype first = none;
+    qsizetype last = none;
+    const auto flush = [this, &first, &last] {
+        if (first != none)
+            Q_EMIT dataChanged(indexOf(first, nameColumn), indexOf(last, columnCount() - 1));
+        first = none;
+    };
+    for (std::size_t at = 0; at < m_entries.size(); ++at) {
+        if (!changed[at])
+            continue;
+        const Entry &entry = m_entries[at];
+        if (first != none && (entry.parent != m_entries[std::size_t(last)].parent
+                              || entry.row != m_entries[std::size_t(last)].row + 1))
+            flush();
+        if (first == none)
+            first = qsizetype(at);
+        last = qsizetype(at);
+    }
+    flush();
 }
 
 qsizetype TntContentModel::add(const TntFileNode &node, qsizetype parent, int row)
@@ -48,8 +146,7 @@ qsizetype TntContentModel::add(const TntFileNode &node, qsizetype parent, int ro
     const auto entry = static_cast<qsizetype>(m_entries.size());
     m_entries.push_back(Entry{.node = &node, .parent = parent, .row = row});
     if (!node.children) {
-        for (qsizetype folder = parent; folder != none; folder = m_entries[std::size_t(folder)].parent)
-            ++m_entries[std::size_t(folder)].counts[classOf(normal)];
+        seed(m_entries.back());
         return entry;
     }
     std::vector<qsizetype> children;
@@ -58,6 +155,27 @@ qsizetype TntContentModel::add(const TntFileNode &node, qsizetype parent, int ro
         children.push_back(add(*node.children->at(childRow), entry, static_cast<int>(childRow)));
     m_entries[std::size_t(entry)].children = std::move(children);
     return entry;
+}
+
+void TntContentModel::seed(Entry &file)
+{
+    // A skipped file keeps the priority it had when checked.
+    file.checked = file.node->priority != 0;
+    if (file.checked)
+        file.chosen = chosenFor(file.node->priority);
+}
+
+void TntContentModel::recount()
+{
+    for (Entry &entry : m_entries)
+        entry.counts.fill(0);
+    for (const Entry &entry : m_entries) {
+        if (entry.node->children)
+            continue;
+        const std::size_t priorityClass = classOf(effective(entry));
+        for (qsizetype folder = entry.parent; folder != none; folder = m_entries[std::size_t(folder)].parent)
+            ++m_entries[std::size_t(folder)].counts[priorityClass];
+    }
 }
 
 const std::vector<qsizetype> &TntContentModel::childrenOf(qsizetype entry) const
@@ -127,24 +245,38 @@ void TntContentModel::forEachFile(qsizetype entry, const Visit &visit)
         forEachFile(child, visit);
 }
 
+template<typename Edit>
+void TntContentModel::editFiles(qsizetype entry, const Edit &edit)
+{
+    std::map<int, QSet<int>> edited;
+    forEachFile(entry, [this, &edit, &edited](qsizetype file) {
+        const Entry &current = m_entries[std::size_t(file)];
+        const Priority before = effective(current);
+        edit(file);
+        if (effective(current) != before && current.node->index >= 0)
+            edited[effective(current)].insert(static_cast<int>(current.node->index));
+    });
+    announce(entry);
+    for (const auto &[priority, files] : edited)
+        Q_EMIT prioritiesEdited(priority, files);
+}
+
 void TntContentModel::setPriority(const QModelIndex &index, Priority priority)
 {
     if (!index.isValid())
         return;
-    const auto entry = static_cast<qsizetype>(index.internalId());
-    forEachFile(entry, [this, priority](qsizetype file) {
+    editFiles(static_cast<qsizetype>(index.internalId()), [this, priority](qsizetype file) {
         if (priority == skipped)
             setFile(file, false, m_entries[std::size_t(file)].chosen);
         else
             setFile(file, true, priority);
     });
-    announce(entry);
 }
 
 void TntContentModel::announce(qsizetype entry)
 {
     for (qsizetype at = entry; at != none; at = m_entries[std::size_t(at)].parent)
-        Q_EMIT dataChanged(indexOf(at, nameColumn), indexOf(at, priorityColumn));
+        Q_EMIT dataChanged(indexOf(at, nameColumn), indexOf(at, columnCount() - 1));
     announceBelow(entry);
 }
 
@@ -153,7 +285,7 @@ void TntContentModel::announceBelow(qsizetype folder)
     const std::vector<qsizetype> &children = m_entries[std::size_t(folder)].children;
     if (children.empty())
         return;
-    Q_EMIT dataChanged(indexOf(children.front(), nameColumn), indexOf(children.back(), priorityColumn));
+    Q_EMIT dataChanged(indexOf(children.front(), nameColumn), indexOf(children.back(), columnCount() - 1));
     for (const qsizetype child : children)
         announceBelow(child);
 }
@@ -165,7 +297,7 @@ QModelIndex TntContentModel::indexOf(qsizetype entry, int column) const
 
 QModelIndex TntContentModel::index(int row, int column, const QModelIndex &parent) const
 {
-    if (column < 0 || column >= columnCount_ || row < 0 || (parent.isValid() && parent.column() != 0))
+    if (column < 0 || column >= columnCount() || row < 0 || (parent.isValid() && parent.column() != 0))
         return {};
     const std::vector<qsizetype> &children = childrenOf(parent.isValid() ? qsizetype(parent.internalId()) : none);
     if (std::size_t(row) >= children.size())
@@ -190,7 +322,7 @@ int TntContentModel::rowCount(const QModelIndex &parent) const
 
 int TntContentModel::columnCount(const QModelIndex &) const
 {
-    return columnCount_;
+    return m_mode == Mode::adding ? priorityColumn + 1 : columnCount_;
 }
 
 QVariant TntContentModel::data(const QModelIndex &index, int role) const
@@ -205,14 +337,17 @@ QVariant TntContentModel::data(const QModelIndex &index, int role) const
         const bool someSkipped = entry.node->children && entry.counts[classOf(skipped)] > 0;
         return someSkipped ? Qt::PartiallyChecked : Qt::Checked;
     }
-    if (role == Qt::TextAlignmentRole && index.column() == sizeColumn)
+    if (role == Qt::TextAlignmentRole && index.column() != nameColumn && index.column() != priorityColumn)
         return QVariant::fromValue(Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter));
     if (role != Qt::DisplayRole)
         return {};
     switch (index.column()) {
     case nameColumn: return entry.node->name;
-    case sizeColumn: return QLocale().formattedDataSize(entry.node->size, 1, QLocale::DataSizeIecFormat);
+    case sizeColumn: return TntFormat::size(entry.node->size);
     case priorityColumn: return priorityTitle(shownPriority(entry));
+    case progressColumn: return percent(entry.node->progress);
+    case remainingColumn: return TntFormat::size(entry.node->remaining);
+    case availabilityColumn: return entry.node->availability < 0 ? QStringLiteral("N/A") : percent(entry.node->availability);
     default: return {};
     }
 }
@@ -222,9 +357,8 @@ bool TntContentModel::setData(const QModelIndex &index, const QVariant &value, i
     if (!index.isValid() || role != Qt::CheckStateRole || index.column() != nameColumn)
         return false;
     const bool check = value.value<Qt::CheckState>() != Qt::Unchecked;
-    const auto entry = static_cast<qsizetype>(index.internalId());
-    forEachFile(entry, [this, check](qsizetype file) { setFile(file, check, m_entries[std::size_t(file)].chosen); });
-    announce(entry);
+    editFiles(static_cast<qsizetype>(index.internalId()),
+              [this, check](qsizetype file) { setFile(file, check, m_entries[std::size_t(file)].chosen); });
     return true;
 }
 
@@ -243,6 +377,9 @@ QVariant TntContentModel::headerData(int section, Qt::Orientation orientation, i
     case nameColumn: return QStringLiteral("Name");
     case sizeColumn: return QStringLiteral("Size");
     case priorityColumn: return QStringLiteral("Priority");
+    case progressColumn: return QStringLiteral("Progress");
+    case remainingColumn: return QStringLiteral("Remaining");
+    case availabilityColumn: return QStringLiteral("Availability");
     default: return {};
     }
 }

@@ -7,25 +7,34 @@
 #include <array>
 #include <vector>
 
-// A torrent's content before it is added, over the file tree as built: folders and files with check
-// boxes and priorities. A folder checks or unchecks every file below it and is partly checked when
-// they differ. Folders keep counts of their files by priority, so that no change and no paint walks
-// a large tree more than once.
+// A torrent's content over the file tree as built: folders and files with check boxes and
+// priorities, before the torrent is added or, in the detail pane, as the server has it (with what
+// is done of it). A folder checks or unchecks every file below it and is partly checked when they
+// differ. Folders keep counts of their files by priority, so that no change and no paint walks a
+// large tree more than once.
 class TntContentModel : public QAbstractItemModel
 {
     Q_OBJECT
 
 public:
-    enum Column { nameColumn, sizeColumn, priorityColumn, columnCount_ };
+    // The columns after the priority are the detail pane's.
+    enum Column { nameColumn, sizeColumn, priorityColumn, progressColumn, remainingColumn, availabilityColumn,
+                  columnCount_ };
     // The server's file priorities; an unchecked file is `skipped`.
     enum Priority : int { skipped = 0, normal = 1, high = 6, maximal = 7 };
+    enum class Mode { adding, details };
 
     explicit TntContentModel(QObject *parent = nullptr);
+    TntContentModel(Mode mode, QObject *parent);
 
     // "Mixed" for any value that is no priority: a folder whose files differ.
     static QString priorityTitle(int priority);
 
+    // Files checked and prioritised as the nodes say.
     void setNodes(FileTreeBuilder::Nodes nodes);
+    // A new build of the same content: when it has the same folders and files, the rows stay (and
+    // with them what is expanded and selected) and only those whose values changed are announced.
+    void refreshNodes(FileTreeBuilder::Nodes nodes);
     // One priority per file of the torrent, in index order.
     QList<int> filePriorities(qsizetype fileCount) const;
     bool hasChosenFiles() const;
@@ -40,6 +49,11 @@ public:
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+Q_SIGNALS:
+    // The user gave these files this priority (0 unchecks them): only files whose priority changed,
+    // one signal per priority.
+    void prioritiesEdited(int priority, const QSet<int> &fileIndexes);
 
 private:
     static constexpr qsizetype none = -1;
@@ -56,6 +70,11 @@ private:
     };
 
     qsizetype add(const TntFileNode &node, qsizetype parent, int row);
+    void seed(Entry &file);
+    void recount();
+    // Runs `edit` on every file below `entry`, then tells the views and the listeners what changed.
+    template<typename Edit>
+    void editFiles(qsizetype entry, const Edit &edit);
     const std::vector<qsizetype> &childrenOf(qsizetype entry) const;
     Priority effective(const Entry &file) const { return file.checked ? file.chosen : skipped; }
     Priority shownPriority(const Entry &entry) const; // a folder's when its files agree; -1 when not
@@ -66,6 +85,7 @@ private:
     void announceBelow(qsizetype folder);
     QModelIndex indexOf(qsizetype entry, int column) const;
 
+    Mode m_mode = Mode::adding;
     FileTreeBuilder::Nodes m_nodes;
     std::vector<Entry> m_entries;
     std::vector<qsizetype> m_roots;

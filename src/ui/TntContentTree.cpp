@@ -1,14 +1,14 @@
 #include "ui/TntContentTree.h"
 
 #include "settings/UserDefaults.h"
+#include "ui/ColumnState.h"
 
 #include <QHeaderView>
 #include <QMenu>
 
-TntContentTree::TntContentTree(UserDefaults &defaults, QWidget *parent)
+TntContentTree::TntContentTree(UserDefaults &defaults, QWidget *parent, TntContentModel::Mode mode)
     : QTreeView(parent)
-    , m_defaults(defaults)
-    , m_model(new TntContentModel(this))
+    , m_model(new TntContentModel(mode, this))
 {
     setObjectName(QStringLiteral("tntContent"));
     setModel(m_model);
@@ -18,22 +18,29 @@ TntContentTree::TntContentTree(UserDefaults &defaults, QWidget *parent)
     header()->setStretchLastSection(false);
     header()->setDefaultSectionSize(100);
     header()->resizeSection(TntContentModel::nameColumn, 280);
-    header()->restoreState(m_defaults.dataValue(UserDefaultsKey::tntAddingTableConfiguration));
-    connect(header(), &QHeaderView::sectionResized, this, &TntContentTree::saveColumns);
-    connect(header(), &QHeaderView::sectionMoved, this, &TntContentTree::saveColumns);
+    keepColumnState(*header(), defaults,
+                    mode == TntContentModel::Mode::adding ? UserDefaultsKey::tntAddingTableConfiguration
+                                                          : UserDefaultsKey::tntContentTableConfiguration);
     setContextMenuPolicy(Qt::CustomContextMenu);
     connect(this, &QWidget::customContextMenuRequested, this, &TntContentTree::showMenu);
-}
-
-void TntContentTree::saveColumns()
-{
-    m_defaults.setValue(UserDefaultsKey::tntAddingTableConfiguration, header()->saveState());
 }
 
 void TntContentTree::setNodes(FileTreeBuilder::Nodes nodes)
 {
     m_model->setNodes(std::move(nodes));
-    // A single folder at the top is the torrent's own: show what is in it.
+    expandSingleRoot();
+}
+
+void TntContentTree::refreshNodes(FileTreeBuilder::Nodes nodes)
+{
+    const bool wasEmpty = m_model->rowCount() == 0;
+    m_model->refreshNodes(std::move(nodes));
+    if (wasEmpty)
+        expandSingleRoot();
+}
+
+void TntContentTree::expandSingleRoot()
+{
     if (m_model->rowCount() == 1)
         expand(m_model->index(0, 0));
 }

@@ -2,6 +2,8 @@
 
 #include <QLocale>
 
+#include <algorithm>
+
 namespace {
 
 using F = TntModel::Field;
@@ -32,7 +34,12 @@ QString eta(double seconds)
 {
     if (seconds >= infiniteEta || seconds < 0)
         return QStringLiteral("∞");
-    const auto total = static_cast<qint64>(seconds);
+    return duration(seconds);
+}
+
+QString duration(double seconds)
+{
+    const auto total = static_cast<qint64>(std::max(seconds, 0.0));
     const qint64 days = total / 86400;
     const qint64 hours = (total % 86400) / 3600;
     const qint64 minutes = (total % 3600) / 60;

@@ -71,6 +71,7 @@ namespace TntFormat {
 QString size(qint64 bytes);
 QString rate(qint64 bytesPerSecond);
 QString eta(double seconds);
+QString duration(double seconds); // "2d 3h", "4h 5m", "6m", "7s"
 QString ratio(double ratio);
 QString date(const QDateTime &when);
 } // namespace TntFormat

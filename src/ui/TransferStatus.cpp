@@ -34,6 +34,7 @@ TransferStatus::TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defau
     , m_allTime(new QLabel(this))
     , m_rates(new QLabel(this))
     , m_altSpeed(new QToolButton(this))
+    , m_detailsToggle(new QToolButton(this))
 {
     m_altSpeed->setObjectName(QStringLiteral("altSpeedSwitch"));
     m_altSpeed->setCheckable(true);
@@ -56,6 +57,11 @@ TransferStatus::TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defau
     layout->addStretch();
     layout->addWidget(m_rates);
     layout->addWidget(m_altSpeed);
+    m_detailsToggle->setObjectName(QStringLiteral("tntDetailsToggle"));
+    m_detailsToggle->setAutoRaise(true);
+    connect(m_detailsToggle, &QToolButton::clicked, this, &TransferStatus::tntDetailsToggleRequested);
+    setTntDetailsHidden(false);
+    layout->addWidget(m_detailsToggle);
     connect(&transfer, &GlobalTransferInfo::changed, this, &TransferStatus::refresh);
     connect(&defaults, &UserDefaults::valueChanged, this, &TransferStatus::refresh);
     refresh();
@@ -83,6 +89,13 @@ void TransferStatus::refresh()
     const auto shownRate = [](qint64 rate) { return rate > 0 ? TntFormat::rate(rate) : QStringLiteral("0 B/s"); };
     m_rates->setText(QStringLiteral("▼ %1   ▲ %2")
                          .arg(shownRate(m_transfer.rate(Direction::down)), shownRate(m_transfer.rate(Direction::up))));
+}
+
+void TransferStatus::setTntDetailsHidden(bool hidden)
+{
+    const QString text = hidden ? QStringLiteral("Show tnt details") : QStringLiteral("Hide tnt details");
+    m_detailsToggle->setText(text);
+    m_detailsToggle->setToolTip(text);
 }
 
 QString TransferStatus::text() const

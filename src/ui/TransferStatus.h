@@ -7,8 +7,8 @@ class QLabel;
 class QToolButton;
 class UserDefaults;
 
-// The status bar's figures: connection status, DHT nodes, free space, ratio, totals, rates
-// and the alternative speed limits switch.
+// The status bar's figures: connection status, DHT nodes, free space, ratio, totals, rates, the
+// alternative speed limits switch and the button that hides or shows the detail pane.
 class TransferStatus : public QWidget
 {
     Q_OBJECT
@@ -18,10 +18,14 @@ public:
 
     QString text() const; // everything shown, for tests and accessibility
     QToolButton *altSpeedSwitch() const { return m_altSpeed; }
+    QToolButton *tntDetailsToggle() const { return m_detailsToggle; }
+    // The toggle offers the other state.
+    void setTntDetailsHidden(bool hidden);
 
 Q_SIGNALS:
     // The alternative speed limits switch was clicked; the next poll carries the server's mode.
     void altSpeedToggleRequested();
+    void tntDetailsToggleRequested();
 
 private:
     void refresh();
@@ -36,4 +40,5 @@ private:
     QLabel *m_allTime;
     QLabel *m_rates;
     QToolButton *m_altSpeed;
+    QToolButton *m_detailsToggle;
 };

@@ -1,0 +1,389 @@
+#include "ui/TntDetailPane.h"
+
+#include "core/AppContext.h"
+#include "core/Detached.h"
+#include "settings/UserDefaults.h"
+#include "ui/ColumnState.h"
+#include "ui/TntCommands.h"
+#include "ui/TntContentTree.h"
+#include "ui/TntDetailTables.h"
+#include "ui/TntTableModel.h"
+
+#include <QClipboard>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QPointer>
+#include <QScrollArea>
+#include <QSortFilterProxyModel>
+#include <QStackedWidget>
+#include <QTabWidget>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+using Tab = TntDetailContext::Tab;
+
+namespace {
+
+constexpr Tab tabOrder[] = {Tab::general, Tab::trackers, Tab::peers, Tab::content};
+
+const QStringList transferTitles{
+    QStringLiteral("Time active"),    QStringLiteral("ETA"),            QStringLiteral("Connections"),
+    QStringLiteral("Downloaded"),     QStringLiteral("Uploaded"),       QStringLiteral("Seeds"),
+    QStringLiteral("Download speed"), QStringLiteral("Upload speed"),   QStringLiteral("Peers"),
+    QStringLiteral("Download limit"), QStringLiteral("Upload limit"),   QStringLiteral("Wasted"),
+    QStringLiteral("Share ratio"),    QStringLiteral("Reannounce in"),  QStringLiteral("Last seen complete"),
+};
+const QStringList informationTitles{
+    QStringLiteral("Total size"),   QStringLiteral("Added on"),     QStringLiteral("Completed on"),
+    QStringLiteral("Created on"),   QStringLiteral("Created by"),   QStringLiteral("Pieces"),
+    QStringLiteral("Info hash v1"), QStringLiteral("Info hash v2"), QStringLiteral("Save path"),
+    QStringLiteral("Comment"),
+};
+
+QString shownRate(qint64 rate)
+{
+    return rate > 0 ? TntFormat::rate(rate) : QStringLiteral("0 B/s");
+}
+
+QString limit(qint64 rate)
+{
+    return rate > 0 ? TntFormat::rate(rate) : QStringLiteral("∞");
+}
+
+QString date(API::Date when)
+{
+    const QString text = TntFormat::date(when.toDateTime());
+    return text.isEmpty() ? QStringLiteral("Never") : text;
+}
+
+// The values of the General tab, in the order of the titles above.
+QStringList generalValues(const API::SGenericProperties &p)
+{
+    const auto withTotal = [](qint64 value, qint64 total, const QString &word) {
+        return QStringLiteral("%1 (%2 %3)").arg(value).arg(total).arg(word);
+    };
+    const auto bytes = [](qint64 all, qint64 session) {
+        return QStringLiteral("%1 (%2 this session)").arg(TntFormat::size(all), TntFormat::size(session));
+    };
+    const auto rate = [](qint64 now, qint64 average) {
+        return QStringLiteral("%1 (%2 avg.)").arg(shownRate(now), shownRate(average));
+    };
+    QString active = TntFormat::duration(p.timeElapsed);
+    if (p.seedingTime > 0)
+        active += QStringLiteral(" (seeded for %1)").arg(TntFormat::duration(p.seedingTime));
+    return {
+        active,
+        TntFormat::eta(p.eta),
+        p.nbConnectionsLimit > 0 ? withTotal(p.nbConnections, p.nbConnectionsLimit, QStringLiteral("max"))
+                                 : QString::number(p.nbConnections),
+        bytes(p.totalDownloaded, p.totalDownloadedSession),
+        bytes(p.totalUploaded, p.totalUploadedSession),
+        withTotal(p.seeds, p.seedsTotal, QStringLiteral("total")),
+        rate(p.dlSpeed, p.dlSpeedAvg),
+        rate(p.upSpeed, p.upSpeedAvg),
+        withTotal(p.peers, p.peersTotal, QStringLiteral("total")),
+        limit(p.dlLimit),
+        limit(p.upLimit),
+        TntFormat::size(p.totalWasted),
+        TntFormat::ratio(p.shareRatio),
+        TntFormat::duration(p.reannounce),
+        date(p.lastSeen),
+        TntFormat::size(p.totalSize),
+        date(p.additionDate),
+        date(p.completionDate),
+        date(p.creationDate),
+        p.createdBy,
+        QStringLiteral("%1 x %2 (have %3)").arg(p.piecesNum).arg(TntFormat::size(p.pieceSize)).arg(p.piecesHave),
+        p.infohashV1,
+        p.infohashV2.value_or(QStringLiteral("N/A")),
+        p.savePath,
+        p.comment,
+    };
+}
+
+// A sortable table over `model`, whose columns are kept under `key`.
+QTreeView *makeTable(QAbstractItemModel *model, UserDefaults &defaults, UserDefaultsKey key, QWidget *parent)
+{
+    auto *proxy = new QSortFilterProxyModel(parent);
+    proxy->setSourceModel(model);
+    proxy->setSortRole(Qt::UserRole + 1); // both tables' SortRole
+    auto *view = new QTreeView(parent);
+    view->setModel(proxy);
+    view->setRootIsDecorated(false);
+    view->setUniformRowHeights(true);
+    view->setAlternatingRowColors(defaults.boolValue(UserDefaultsKey::alternateRows, true));
+    view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    view->setSortingEnabled(true);
+    view->sortByColumn(-1, Qt::AscendingOrder); // the server's order until a column is chosen
+    view->header()->setStretchLastSection(true);
+    view->header()->setSectionsMovable(true);
+    keepColumnState(*view->header(), defaults, key);
+    view->setContextMenuPolicy(Qt::CustomContextMenu);
+    return view;
+}
+
+QGroupBox *fieldGroup(const QString &title, const QStringList &titles, int columns,
+                      QList<QPair<QString, QLabel *>> &fields, QWidget *parent)
+{
+    auto *group = new QGroupBox(title, parent);
+    auto *grid = new QGridLayout(group);
+    grid->setHorizontalSpacing(12);
+    for (qsizetype at = 0; at < titles.size(); ++at) {
+        const int row = static_cast<int>(at / columns);
+        const int column = static_cast<int>(at % columns) * 2;
+        auto *name = new QLabel(titles[at] + u':', group);
+        name->setAlignment(Qt::AlignRight | Qt::AlignTop);
+        auto *value = new QLabel(group);
+        value->setTextFormat(Qt::PlainText);
+        value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        value->setWordWrap(columns == 1);
+        grid->addWidget(name, row, column);
+        grid->addWidget(value, row, column + 1);
+        grid->setColumnStretch(column + 1, 1);
+        fields.append({titles[at], value});
+    }
+    return group;
+}
+
+} // namespace
+
+TntDetailPane::TntDetailPane(AppContext &context, TntCommands &commands, QWidget *parent)
+    : QWidget(parent)
+    , m_context(context)
+    , m_commands(commands)
+    , m_pages(new QStackedWidget(this))
+    , m_empty(new QLabel(m_pages))
+    , m_tabs(new QTabWidget(m_pages))
+    , m_content(new TntContentTree(context.settings().defaults(), m_tabs, TntContentModel::Mode::details))
+{
+    setObjectName(QStringLiteral("tntDetails"));
+    m_empty->setAlignment(Qt::AlignCenter);
+    m_empty->setEnabled(false);
+    m_pages->addWidget(m_empty);
+    m_pages->addWidget(m_tabs);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_pages);
+
+    m_tabs->setDocumentMode(true);
+    m_tabs->addTab(makeGeneralTab(), QStringLiteral("General"));
+    m_tabs->addTab(makeTrackersTab(), QStringLiteral("Trackers"));
+    m_tabs->addTab(makePeersTab(), QStringLiteral("Peers"));
+    m_tabs->addTab(m_content, QStringLiteral("Content"));
+
+    TntDetailContext &details = context.tntDetails();
+    UserDefaults &defaults = context.settings().defaults();
+    const Tab remembered = TntDetailContext::tabNamed(defaults.stringValue(UserDefaultsKey::selectedTntDetailTab));
+    m_tabs->setCurrentIndex(static_cast<int>(std::find(std::begin(tabOrder), std::end(tabOrder), remembered) - std::begin(tabOrder)));
+    details.setTab(remembered);
+    connect(m_tabs, &QTabWidget::currentChanged, this, [&details, &defaults](int index) {
+        const Tab tab = tabOrder[index];
+        defaults.setValue(UserDefaultsKey::selectedTntDetailTab, TntDetailContext::tabName(tab));
+        details.setTab(tab);
+    });
+
+    connect(m_content->contentModel(), &TntContentModel::prioritiesEdited, this,
+            [this](int priority, const QSet<int> &files) {
+                const QString hash = m_context.tntDetails().hash();
+                if (!hash.isEmpty())
+                    detached(m_context.setFilePriority(hash, files, priority));
+            });
+    connect(&details, &TntDetailContext::targetChanged, this, &TntDetailPane::showTarget);
+    connect(&details, &TntDetailContext::propertiesChanged, this, &TntDetailPane::showGeneral);
+    connect(&details, &TntDetailContext::webSeedsChanged, this, &TntDetailPane::showWebSeeds);
+    connect(&details, &TntDetailContext::filesChanged, this, [this] { detached(showFiles()); });
+    showTarget();
+    showGeneral();
+    showWebSeeds();
+}
+
+TntDetailPane::~TntDetailPane() = default;
+
+QWidget *TntDetailPane::makeGeneralTab()
+{
+    auto *scroll = new QScrollArea(m_tabs);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    auto *page = new QWidget(scroll);
+    auto *layout = new QVBoxLayout(page);
+    layout->addWidget(fieldGroup(QStringLiteral("Transfer"), transferTitles, 3, m_generalFields, page));
+    layout->addWidget(fieldGroup(QStringLiteral("Information"), informationTitles, 1, m_generalFields, page));
+    layout->addStretch();
+    scroll->setWidget(page);
+    return scroll;
+}
+
+QWidget *TntDetailPane::makeTrackersTab()
+{
+    auto *page = new QWidget(m_tabs);
+    UserDefaults &defaults = m_context.settings().defaults();
+    m_trackerView = makeTable(new TntTrackerTableModel(m_context.tntDetails(), page), defaults,
+                              UserDefaultsKey::tntTrackerTableConfiguration, page);
+    m_trackerView->setObjectName(QStringLiteral("tntTrackers"));
+    m_trackerView->header()->resizeSection(TntTrackerTableModel::UrlColumn, 320);
+    connect(m_trackerView, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint &at) { trackerMenu()->popup(m_trackerView->viewport()->mapToGlobal(at)); });
+    m_webSeedsTitle = new QLabel(QStringLiteral("Web seeds"), page);
+    m_webSeeds = new QListWidget(page);
+    m_webSeeds->setMaximumHeight(80);
+    auto *layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_trackerView, 1);
+    layout->addWidget(m_webSeedsTitle);
+    layout->addWidget(m_webSeeds);
+    return page;
+}
+
+QWidget *TntDetailPane::makePeersTab()
+{
+    TntDetailContext &details = m_context.tntDetails();
+    m_peerView = makeTable(new TntPeerTableModel(details, m_tabs), m_context.settings().defaults(),
+                           UserDefaultsKey::tntPeerTableConfiguration, m_tabs);
+    m_peerView->setObjectName(QStringLiteral("tntPeers"));
+    connect(m_peerView, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint &at) { peerMenu()->popup(m_peerView->viewport()->mapToGlobal(at)); });
+    // Countries only when the server resolves them.
+    const auto showCountries = [this, &details] {
+        m_peerView->setColumnHidden(TntPeerTableModel::CountryColumn, !details.showFlags());
+    };
+    connect(&details, &TntDetailContext::showFlagsChanged, this, showCountries);
+    showCountries();
+    return m_peerView;
+}
+
+void TntDetailPane::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    m_context.tntDetails().setShown(true);
+}
+
+void TntDetailPane::hideEvent(QHideEvent *event)
+{
+    QWidget::hideEvent(event);
+    m_context.tntDetails().setShown(false);
+}
+
+QString TntDetailPane::emptyText() const
+{
+    return m_pages->currentWidget() == m_empty ? m_empty->text() : QString();
+}
+
+void TntDetailPane::showTarget()
+{
+    const qsizetype selected = m_context.tntDetails().selectionCount();
+    if (selected == 1) {
+        m_pages->setCurrentWidget(m_tabs);
+        return;
+    }
+    m_empty->setText(selected == 0 ? QStringLiteral("No tnt selected") : QStringLiteral("%1 tnts selected").arg(selected));
+    m_pages->setCurrentWidget(m_empty);
+}
+
+void TntDetailPane::showGeneral()
+{
+    const auto &properties = m_context.tntDetails().properties();
+    const QStringList values = properties ? generalValues(properties->values()) : QStringList();
+    for (qsizetype at = 0; at < m_generalFields.size(); ++at)
+        m_generalFields[at].second->setText(values.value(at));
+}
+
+QString TntDetailPane::generalText() const
+{
+    QStringList lines;
+    for (const auto &[title, value] : m_generalFields) {
+        if (!value->text().isEmpty())
+            lines << title + QStringLiteral(": ") + value->text();
+    }
+    return lines.join(u'\n');
+}
+
+void TntDetailPane::showWebSeeds()
+{
+    m_webSeeds->clear();
+    for (const API::WebSeed &seed : m_context.tntDetails().webSeeds())
+        m_webSeeds->addItem(seed.url);
+    m_webSeedsTitle->setVisible(m_webSeeds->count() > 0);
+    m_webSeeds->setVisible(m_webSeeds->count() > 0);
+}
+
+QCoro::Task<> TntDetailPane::showFiles()
+{
+    const quint64 build = ++m_filesBuild;
+    const QList<API::File> files = m_context.tntDetails().files();
+    if (files.isEmpty()) {
+        m_content->setNodes({});
+        co_return;
+    }
+    const QPointer<TntDetailPane> self(this);
+    QCoro::Task<FileTreeBuilder::Nodes> building = m_builder.build(files);
+    FileTreeBuilder::Nodes nodes = co_await std::move(building);
+    if (!self || m_filesBuild != build)
+        co_return;
+    m_content->refreshNodes(std::move(nodes));
+}
+
+QStringList TntDetailPane::selectedTrackerUrls() const
+{
+    QStringList urls;
+    for (const QModelIndex &row : m_trackerView->selectionModel()->selectedRows()) {
+        const QString url = row.siblingAtColumn(TntTrackerTableModel::UrlColumn).data().toString();
+        if (TntTrackerTableModel::isTracker(url))
+            urls << url;
+    }
+    return urls;
+}
+
+QSet<QString> TntDetailPane::selectedPeerAddresses() const
+{
+    QSet<QString> addresses;
+    for (const QModelIndex &row : m_peerView->selectionModel()->selectedRows())
+        addresses.insert(row.data(TntPeerTableModel::AddressRole).toString());
+    return addresses;
+}
+
+QMenu *TntDetailPane::trackerMenu()
+{
+    const QString hash = m_context.tntDetails().hash();
+    const QStringList urls = selectedTrackerUrls();
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(QStringLiteral("Add trackers..."), this, [this, hash] { m_commands.addTrackers(hash); })
+        ->setEnabled(!hash.isEmpty());
+    QAction *edit = menu->addAction(QStringLiteral("Edit tracker URL..."), this, [this, hash, urls] {
+        m_commands.editTracker(hash, urls.value(0));
+    });
+    edit->setEnabled(urls.size() == 1);
+    QAction *copy = menu->addAction(QStringLiteral("Copy tracker URL"), this,
+                                    [urls] { QGuiApplication::clipboard()->setText(urls.join(u'\n')); });
+    copy->setEnabled(!urls.isEmpty());
+    QAction *remove = menu->addAction(urls.size() > 1 ? QStringLiteral("Remove trackers") : QStringLiteral("Remove tracker"),
+                                      this, [this, hash, urls] { detached(m_context.removeTrackers(hash, urls)); });
+    remove->setEnabled(!urls.isEmpty());
+    return menu;
+}
+
+QMenu *TntDetailPane::peerMenu()
+{
+    const QString hash = m_context.tntDetails().hash();
+    const QSet<QString> addresses = selectedPeerAddresses();
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(QStringLiteral("Add peers..."), this, [this, hash] { m_commands.addPeers({hash}); })
+        ->setEnabled(!hash.isEmpty());
+    QAction *copy = menu->addAction(QStringLiteral("Copy IP:port"), this, [addresses] {
+        QStringList sorted = addresses.values();
+        sorted.sort();
+        QGuiApplication::clipboard()->setText(sorted.join(u'\n'));
+    });
+    copy->setEnabled(!addresses.isEmpty());
+    QAction *ban = menu->addAction(QStringLiteral("Ban peer permanently"), this,
+                                   [this, addresses] { m_commands.banPeers(addresses); });
+    ban->setEnabled(!addresses.isEmpty());
+    return menu;
+}

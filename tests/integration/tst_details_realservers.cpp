@@ -1,0 +1,135 @@
+#include "api/Client.h"
+#include "api/Endpoint.h"
+#include "core/AppContext.h"
+#include "core/KeychainStore.h"
+#include "support/Await.h"
+#include "support/QbtServer.h"
+#include "support/TorrentFactory.h"
+#include "ui/MainWindow.h"
+#include "ui/TntContentTree.h"
+#include "ui/TntDetailPane.h"
+#include "ui/TntTableModel.h"
+#include "ui/TransferStatus.h"
+
+#include <QApplication>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+#include <QTreeView>
+
+using Flavor = QbtServer::Flavor;
+using QuilloTest::wait;
+
+// The detail pane of a seeded torrent on real servers: what the server says of it shows in the
+// tabs, and a file priority set in the Content tab reaches the server.
+class TestDetailsRealServers : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit TestDetailsRealServers(Flavor flavor)
+        : m_flavor(flavor)
+    {}
+
+private:
+    const Flavor m_flavor;
+    QTemporaryDir m_dir;
+    KeychainStore m_keychain;
+    std::unique_ptr<QbtServer> m_server;
+    std::unique_ptr<UserDefaults> m_defaults;
+    std::unique_ptr<AppContext> m_context;
+    std::unique_ptr<MainWindow> m_window;
+
+    QStringList rows(const QAbstractItemModel &model, const QModelIndex &parent = {}) const
+    {
+        QStringList texts;
+        for (int row = 0; row < model.rowCount(parent); ++row)
+            texts << model.index(row, 0, parent).data().toString();
+        return texts;
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QbtServer::StartResult started = QbtServer::start(m_flavor, {.localHostAuth = false});
+        QUILLO_REQUIRE_SERVER(started);
+        m_server = std::move(started.server);
+        m_defaults = std::make_unique<UserDefaults>(m_dir.filePath(QStringLiteral("Quillo.ini")));
+        m_context = std::make_unique<AppContext>(*m_defaults, m_keychain);
+        m_window = std::make_unique<MainWindow>(*m_context);
+        m_window->show();
+        ClientConfiguration configuration = m_server->configuration();
+        configuration.authMethod = API::AuthMethod::none;
+        m_context->addConfiguration(configuration);
+        wait(m_context->selectConfiguration(configuration.id));
+        QVERIFY(m_context->isAuthorized());
+    }
+
+    void cleanupTestCase()
+    {
+        m_window.reset();
+        m_context.reset();
+        m_server.reset();
+    }
+
+    void seededTorrent()
+    {
+        const QbtServer::DataDir data = m_server->makeDataDir();
+        const QString tracker = QStringLiteral("http://127.0.0.1:1/announce");
+        const auto made = TorrentFactory::multiFile(data.localPath, QStringLiteral("Details"),
+                                                    {{QStringLiteral("a.bin"), 20'000}, {QStringLiteral("sub/b.bin"), 30'000}},
+                                                    {.announceUrls = {tracker}});
+        wait(m_context->client()->perform(API::Endpoint::TntManagement::add(TorrentFactory::multipartBody(
+            {TorrentFactory::torrentPart(made), {"savepath", data.serverPath.toUtf8()}}))));
+        QTRY_VERIFY_WITH_TIMEOUT(m_context->tntCollection().find(made.infoHash)
+                                     && m_context->tntCollection().find(made.infoHash)->progress() == 1.0,
+                                 20'000);
+
+        m_window->transferStatus()->tntDetailsToggle()->click();
+        m_context->setSelectedTnts({made.infoHash});
+        TntDetailPane &pane = *m_window->detailPane();
+        QVERIFY(pane.isVisible());
+        pane.tabs()->setCurrentIndex(0);
+        QTRY_VERIFY_WITH_TIMEOUT(pane.generalText().contains(QStringLiteral("Info hash v1: ") + made.infoHash), 10'000);
+        QVERIFY(pane.generalText().contains(QStringLiteral("Total size: ") + TntFormat::size(made.totalSize)));
+
+        pane.tabs()->setCurrentIndex(1);
+        QTRY_VERIFY_WITH_TIMEOUT(rows(*pane.trackerView()->model()).contains(tracker), 10'000);
+
+        pane.tabs()->setCurrentIndex(3);
+        const TntContentModel &content = *pane.contentTree()->contentModel();
+        QTRY_COMPARE_WITH_TIMEOUT(rows(content), QStringList{QStringLiteral("Details")}, 10'000);
+        const QModelIndex top = content.index(0, 0);
+        QCOMPARE(rows(content, top), (QStringList{QStringLiteral("a.bin"), QStringLiteral("sub")}));
+        QCOMPARE(top.siblingAtColumn(TntContentModel::progressColumn).data().toString(), QStringLiteral("100.0%"));
+
+        // Skipped in the tree, skipped on the server: the next refresh reads it back from there.
+        const QModelIndex file = content.index(0, 0, top);
+        pane.contentTree()->contentModel()->setData(file, Qt::Unchecked, Qt::CheckStateRole);
+        const auto serverPriority = [this] {
+            for (const API::File &onServer : m_context->tntDetails().files()) {
+                if (onServer.name.endsWith(QStringLiteral("a.bin")))
+                    return onServer.priority;
+            }
+            return -1.0;
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(serverPriority(), 0.0, 10'000);
+        QCOMPARE(file.data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::Unchecked);
+        QCOMPARE(top.data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::PartiallyChecked);
+        QVERIFY(!m_context->clientError());
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    int failures = 0;
+    for (const Flavor flavor : {Flavor::Bookworm45, Flavor::Trixie51}) {
+        TestDetailsRealServers test(flavor);
+        failures += QTest::qExec(&test, argc, argv);
+    }
+    return failures;
+}
+
+#include "tst_details_realservers.moc"

@@ -1,0 +1,203 @@
+#include "support/ScriptedTorrents.h"
+#include "ui/EditorSheet.h"
+#include "ui/MainWindow.h"
+#include "ui/TntCommands.h"
+#include "ui/TntDetailPane.h"
+#include "ui/TntTableModel.h"
+#include "ui/TntTableView.h"
+#include "ui/TransferStatus.h"
+
+#include <QAbstractButton>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTest>
+#include <QToolButton>
+#include <QTreeView>
+
+namespace {
+
+using Response = FakeServer::Response;
+
+// What the scripted server knows of the torrents' details.
+Response detailAnswer(const FakeServer::Request &request)
+{
+    // "\/" is JSON's "/": two slashes in a raw string read as a comment to moc.
+    if (request.target.contains("/torrents/trackers"))
+        return Response::json(R"([
+            {"url":"** [DHT] **","status":2,"tier":-1,"num_peers":0,"num_seeds":0,"num_leeches":0,"num_downloaded":0,"msg":""},
+            {"url":"http:\/\/t.example\/announce","status":2,"tier":0,"num_peers":3,"num_seeds":1,"num_leeches":2,
+             "num_downloaded":5,"msg":""}])");
+    if (request.target.contains("/torrents/webseeds"))
+        return Response::json("[]");
+    if (request.target.contains("/sync/torrentPeers"))
+        return Response::json(R"({"rid":1,"full_update":true,
+            "peers":{"10.0.0.1:6881":{"ip":"10.0.0.1","port":6881,"client":"qBittorrent"}}})");
+    if (request.target.contains("/torrents/files"))
+        return Response::json(
+            R"([{"index":0,"name":"Done/a.bin","size":2048,"progress":1,"priority":1,"piece_range":[0,0],"availability":1}])");
+    if (request.target.contains("/torrents/properties"))
+        return Response::json(R"({"save_path":"/data","creation_date":1700000000,"piece_size":16384,"comment":"",
+            "total_wasted":0,"total_uploaded":0,"total_uploaded_session":0,"total_downloaded":2048,
+            "total_downloaded_session":0,"up_limit":-1,"dl_limit":-1,"time_elapsed":60,"seeding_time":0,
+            "nb_connections":1,"nb_connections_limit":100,"share_ratio":0,"addition_date":1700000000,
+            "completion_date":1700000100,"created_by":"Quillo","dl_speed_avg":0,"dl_speed":0,"eta":8640000,
+            "infohash_v1":"aaa","last_seen":-1,"peers":1,"peers_total":1,"pieces_have":1,"pieces_num":1,
+            "reannounce":0,"seeds":0,"seeds_total":0,"total_size":2048,"up_speed_avg":0,"up_speed":0})");
+    if (request.target.contains("/sync/maindata"))
+        return Response::json(ScriptedTorrents::mainData());
+    return Response::text(200, "");
+}
+
+QAction *item(const QMenu &menu, const QString &text)
+{
+    for (QAction *action : menu.actions()) {
+        if (action->text() == text)
+            return action;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+// The detail pane in the window, offscreen, against a scripted server.
+class TestTntDetails : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<ScriptedTorrents> m_server;
+    std::unique_ptr<MainWindow> m_window;
+
+    TntDetailPane &pane() { return *m_window->detailPane(); }
+    QToolButton &toggle() { return *m_window->transferStatus()->tntDetailsToggle(); }
+
+    void openWindow()
+    {
+        m_window = std::make_unique<MainWindow>(*m_server->context);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    }
+
+    void select(const QSet<QString> &hashes)
+    {
+        QTableView *table = m_window->tntTable()->table();
+        table->clearSelection();
+        for (int row = 0; row < table->model()->rowCount(); ++row) {
+            const QModelIndex index = table->model()->index(row, 0);
+            if (hashes.contains(index.data(TntTableModel::HashRole).toString()))
+                table->selectionModel()->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        }
+    }
+
+    // The requests to `path` so far, as "target?body".
+    QList<QByteArray> sent(const QByteArray &path) const
+    {
+        QList<QByteArray> found;
+        for (const FakeServer::Request &request : m_server->server.requests()) {
+            if (request.target.contains(path))
+                found << request.target + '?' + request.body;
+        }
+        return found;
+    }
+
+    void showRowOf(QTreeView &view, int rows)
+    {
+        QTRY_COMPARE(view.model()->rowCount(), rows);
+        view.selectionModel()->select(view.model()->index(rows - 1, 0),
+                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_server = std::make_unique<ScriptedTorrents>();
+        m_server->server.setHandler(detailAnswer);
+        openWindow();
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_server.reset();
+    }
+
+    void toggleHidesAndShowsAndIsKept()
+    {
+        QVERIFY(!pane().isVisible()); // a fresh start keeps the table whole
+        QCOMPARE(toggle().text(), QStringLiteral("Show tnt details"));
+        select({QStringLiteral("aaa")});
+        QTest::qWait(100);
+        QVERIFY(sent("/torrents/properties").isEmpty()); // nothing is loaded for a hidden pane
+
+        toggle().click();
+        QVERIFY(pane().isVisible());
+        QCOMPARE(toggle().text(), QStringLiteral("Hide tnt details"));
+        QCOMPARE(toggle().toolTip(), QStringLiteral("Hide tnt details"));
+        QTRY_VERIFY(pane().generalText().contains(QStringLiteral("Total size: 2.0 KiB")));
+        QVERIFY(pane().generalText().contains(QStringLiteral("Created by: Quillo")));
+        select({QStringLiteral("aaa"), QStringLiteral("ccc")});
+        QCOMPARE(pane().emptyText(), QStringLiteral("2 tnts selected"));
+        select({});
+        QCOMPARE(pane().emptyText(), QStringLiteral("No tnt selected"));
+
+        openWindow();
+        QVERIFY(pane().isVisible());
+        toggle().click();
+        QVERIFY(!pane().isVisible());
+        openWindow();
+        QVERIFY(!pane().isVisible());
+        QCOMPARE(toggle().text(), QStringLiteral("Show tnt details"));
+    }
+
+    void theTabIsKept()
+    {
+        toggle().click();
+        select({QStringLiteral("aaa")});
+        pane().tabs()->setCurrentIndex(2);
+        QTRY_VERIFY(!sent("/sync/torrentPeers").isEmpty()); // the tab's details come at once
+        QCOMPARE(m_server->defaults.stringValue(UserDefaultsKey::selectedTntDetailTab), QStringLiteral("peers"));
+        openWindow();
+        QCOMPARE(pane().tabs()->tabText(pane().tabs()->currentIndex()), QStringLiteral("Peers"));
+    }
+
+    void trackerAndPeerCommands()
+    {
+        toggle().click();
+        select({QStringLiteral("aaa")});
+        pane().tabs()->setCurrentIndex(1);
+        showRowOf(*pane().trackerView(), 2);
+        // The DHT row is no tracker: only a real one can be edited.
+        std::unique_ptr<QMenu> menu(pane().trackerMenu());
+        QVERIFY(item(*menu, QStringLiteral("Edit tracker URL..."))->isEnabled());
+        const qsizetype fetched = sent("/torrents/trackers").size();
+        item(*menu, QStringLiteral("Edit tracker URL..."))->trigger();
+        auto *sheet = qobject_cast<EditorSheet *>(m_window->tntCommands()->openSheet());
+        QVERIFY(sheet);
+        auto *url = sheet->findChild<QLineEdit *>();
+        QCOMPARE(url->text(), QStringLiteral("http://t.example/announce"));
+        url->setText(QStringLiteral(" http://new.example/announce "));
+        sheet->actionButton()->click();
+        QTRY_COMPARE(sent("/torrents/editTracker"),
+                     QList<QByteArray>{"/api/v2/torrents/editTracker?hash=aaa&origUrl=http%3A//t.example/announce"
+                                       "&newUrl=http%3A//new.example/announce"});
+        QTRY_VERIFY(sent("/torrents/trackers").size() > fetched); // the list is fetched again
+
+        pane().tabs()->setCurrentIndex(2);
+        showRowOf(*pane().peerView(), 1);
+        menu.reset(pane().peerMenu());
+        item(*menu, QStringLiteral("Ban peer permanently"))->trigger();
+        auto *confirmation = qobject_cast<QMessageBox *>(m_window->tntCommands()->openSheet());
+        QVERIFY(confirmation);
+        for (QAbstractButton *button : confirmation->buttons()) {
+            if (button->text() == QStringLiteral("Ban"))
+                button->click();
+        }
+        QTRY_COMPARE(sent("/transfer/banPeers"), QList<QByteArray>{"/api/v2/transfer/banPeers?peers=10.0.0.1%3A6881"});
+    }
+};
+
+QTEST_MAIN(TestTntDetails)
+#include "tst_tntdetails.moc"
