@@ -3,8 +3,6 @@
 #include "model/TntState.h"
 #include "ui/TntTableModel.h"
 
-#include <QLocale>
-
 #include <algorithm>
 #include <map>
 
@@ -42,11 +40,6 @@ bool sameValues(const TntFileNode &a, const TntFileNode &b)
 {
     return a.size == b.size && a.progress == b.progress && a.priority == b.priority
         && a.availability == b.availability && a.remaining == b.remaining;
-}
-
-QString percent(double fraction)
-{
-    return QLocale().toString(fraction * 100, 'f', 1) + u'%';
 }
 
 } // namespace
@@ -345,9 +338,9 @@ QVariant TntContentModel::data(const QModelIndex &index, int role) const
     case nameColumn: return entry.node->name;
     case sizeColumn: return TntFormat::size(entry.node->size);
     case priorityColumn: return priorityTitle(shownPriority(entry));
-    case progressColumn: return percent(entry.node->progress);
+    case progressColumn: return TntFormat::percent(entry.node->progress);
     case remainingColumn: return TntFormat::size(entry.node->remaining);
-    case availabilityColumn: return entry.node->availability < 0 ? QStringLiteral("N/A") : percent(entry.node->availability);
+    case availabilityColumn: return entry.node->availability < 0 ? QStringLiteral("N/A") : TntFormat::percent(entry.node->availability);
     default: return {};
     }
 }

@@ -2,8 +2,6 @@
 
 #include "ui/TntTableModel.h"
 
-#include <QLocale>
-
 #include <algorithm>
 
 namespace {
@@ -19,11 +17,6 @@ int toInt(qsizetype value)
 QVariant count(qint64 value)
 {
     return value < 0 ? QVariant(QString()) : QVariant(value);
-}
-
-QString percent(double fraction)
-{
-    return QLocale().toString(fraction * 100, 'f', 1) + u'%';
 }
 
 QVariant alignedRight(int column, std::initializer_list<int> textColumns)
@@ -192,12 +185,12 @@ QVariant TntPeerTableModel::data(const QModelIndex &index, int role) const
     case ConnectionColumn: return peer.connection();
     case FlagsColumn: return peer.flags();
     case ClientColumn: return peer.client();
-    case ProgressColumn: return sorting ? QVariant(peer.progress()) : percent(peer.progress());
+    case ProgressColumn: return sorting ? QVariant(peer.progress()) : TntFormat::percent(peer.progress());
     case DownSpeedColumn: return sorting ? QVariant(peer.dlSpeed()) : TntFormat::rate(peer.dlSpeed());
     case UpSpeedColumn: return sorting ? QVariant(peer.upSpeed()) : TntFormat::rate(peer.upSpeed());
     case DownloadedColumn: return sorting ? QVariant(peer.downloaded()) : TntFormat::size(peer.downloaded());
     case UploadedColumn: return sorting ? QVariant(peer.uploaded()) : TntFormat::size(peer.uploaded());
-    case RelevanceColumn: return sorting ? QVariant(peer.relevance()) : percent(peer.relevance());
+    case RelevanceColumn: return sorting ? QVariant(peer.relevance()) : TntFormat::percent(peer.relevance());
     case FilesColumn: return peer.files();
     default: return {};
     }

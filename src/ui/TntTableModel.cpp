@@ -57,6 +57,11 @@ QString ratio(double ratio)
     return ratio < 0 ? QStringLiteral("∞") : QLocale().toString(ratio, 'f', 2);
 }
 
+QString percent(double fraction)
+{
+    return QLocale().toString(fraction * 100, 'f', 1) + u'%';
+}
+
 // The server's "never" is -1 (one second before 1970); nothing earlier is a real date here.
 QString date(const QDateTime &when)
 {
@@ -176,7 +181,7 @@ QVariant TntTableModel::data(const QModelIndex &index, int role) const
         switch (column) {
         case NameColumn: return tnt.name();
         case SizeColumn: return TntFormat::size(tnt.size());
-        case ProgressColumn: return QLocale().toString(tnt.progress() * 100, 'f', 1) + u'%';
+        case ProgressColumn: return TntFormat::percent(tnt.progress());
         case StatusColumn: return TntModel::stateTitle(tnt.state());
         case DownSpeedColumn: return TntFormat::rate(tnt.dlspeed());
         case UpSpeedColumn: return TntFormat::rate(tnt.upspeed());

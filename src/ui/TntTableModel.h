@@ -73,5 +73,6 @@ QString rate(qint64 bytesPerSecond);
 QString eta(double seconds);
 QString duration(double seconds); // "2d 3h", "4h 5m", "6m", "7s"
 QString ratio(double ratio);
+QString percent(double fraction); // 0.5 is "50.0%"
 QString date(const QDateTime &when);
 } // namespace TntFormat

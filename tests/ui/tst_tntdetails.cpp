@@ -136,7 +136,7 @@ private Q_SLOTS:
         QVERIFY(pane().isVisible());
         QCOMPARE(toggle().text(), QStringLiteral("Hide tnt details"));
         QCOMPARE(toggle().toolTip(), QStringLiteral("Hide tnt details"));
-        QTRY_VERIFY(pane().generalText().contains(QStringLiteral("Total size: 2.0 KiB")));
+        QTRY_VERIFY(pane().generalText().contains(QStringLiteral("Total size: ") + TntFormat::size(2048)));
         QVERIFY(pane().generalText().contains(QStringLiteral("Created by: Quillo")));
         select({QStringLiteral("aaa"), QStringLiteral("ccc")});
         QCOMPARE(pane().emptyText(), QStringLiteral("2 tnts selected"));
