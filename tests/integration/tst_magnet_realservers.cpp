@@ -1,0 +1,155 @@
+#include "api/Client.h"
+#include "api/Endpoint.h"
+#include "core/AppContext.h"
+#include "core/KeychainStore.h"
+#include "support/Await.h"
+#include "support/QbtServer.h"
+#include "support/TorrentFactory.h"
+#include "ui/AddTntOptionsForm.h"
+#include "ui/AddTntWindow.h"
+#include "ui/LinksDialog.h"
+#include "ui/MainWindow.h"
+#include "ui/TntAddingFlow.h"
+#include "ui/TntContentModel.h"
+#include "ui/TntContentTree.h"
+
+#include <QApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+using Flavor = QbtServer::Flavor;
+using QuilloTest::wait;
+namespace T = API::Endpoint::TntManagement;
+
+namespace {
+
+QModelIndex findRow(const QAbstractItemModel &model, const QString &name, const QModelIndex &parent = {})
+{
+    for (int row = 0; row < model.rowCount(parent); ++row) {
+        const QModelIndex index = model.index(row, 0, parent);
+        if (index.data().toString() == name)
+            return index;
+        if (const QModelIndex found = findRow(model, name, index); found.isValid())
+            return found;
+    }
+    return {};
+}
+
+} // namespace
+
+// A magnet added through the add window on a server that fetches metadata (API 2.15+): the newest
+// server learns the files from a 4.5 seeder on loopback (DHT is off, so the magnet names the peer),
+// the window shows them, and a file unchecked there ends at priority 0 on the server.
+class TestMagnetRealServers : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    KeychainStore m_keychain;
+    std::unique_ptr<QbtServer> m_seeder;
+    std::unique_ptr<API::Client> m_seederClient;
+    std::unique_ptr<QbtServer> m_server;
+    std::unique_ptr<UserDefaults> m_defaults;
+    std::unique_ptr<AppContext> m_context;
+    std::unique_ptr<MainWindow> m_window;
+
+    QString seederState(const QString &hash)
+    {
+        const QByteArray body = wait(m_seederClient->perform(API::Endpoint::Sync::maindata(0)));
+        const QJsonObject torrents = QJsonDocument::fromJson(body).object().value(u"torrents").toObject();
+        return torrents.value(hash).toObject().value(u"state").toString();
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QbtServer::StartResult newest = QbtServer::start(Flavor::Sid, {.localHostAuth = false});
+        QUILLO_REQUIRE_SERVER(newest);
+        m_server = std::move(newest.server);
+        QbtServer::StartResult seeder = QbtServer::start(Flavor::Bookworm45);
+        QUILLO_REQUIRE_SERVER(seeder);
+        m_seeder = std::move(seeder.server);
+        m_seederClient = std::make_unique<API::Client>(m_seeder->configuration());
+        m_seederClient->setCredentials(m_seeder->credentials());
+        wait(m_seederClient->login());
+
+        m_defaults = std::make_unique<UserDefaults>(m_dir.filePath(u"Quillo.ini"_qs));
+        m_context = std::make_unique<AppContext>(*m_defaults, m_keychain);
+        m_window = std::make_unique<MainWindow>(*m_context);
+        m_window->show();
+        ClientConfiguration configuration = m_server->configuration();
+        configuration.authMethod = API::AuthMethod::none;
+        m_context->addConfiguration(configuration);
+        wait(m_context->selectConfiguration(configuration.id));
+        QVERIFY(m_context->isAuthorized());
+        QVERIFY2(m_context->webAPIVersion() >= (API::WebAPIVersion{2, 15, 0}),
+                 qPrintable(m_context->webAPIVersion().toString()));
+    }
+
+    void cleanupTestCase()
+    {
+        m_window.reset();
+        m_context.reset();
+        m_seederClient.reset();
+        m_seeder.reset();
+        m_server.reset();
+    }
+
+    void fetchedFilesChosenInTheWindow()
+    {
+        const QbtServer::DataDir seeded = m_seeder->makeDataDir();
+        const auto album = TorrentFactory::multiFile(seeded.localPath, u"Album"_qs,
+                                                     {{u"cd1/a.flac"_qs, 40'000}, {u"b.txt"_qs, 9}});
+        wait(m_seederClient->perform(T::add(TorrentFactory::multipartBody(
+            {TorrentFactory::torrentPart(album), {"savepath", seeded.serverPath.toUtf8()}}))));
+        // A peer still checking its data would turn the newest server away.
+        QTRY_COMPARE_WITH_TIMEOUT(seederState(album.infoHash), u"stalledUP"_qs, 20'000);
+
+        const QString magnet = u"magnet:?xt=urn:btih:%1&dn=Album&x.pe=127.0.0.1:%2"_qs.arg(album.infoHash).arg(m_seeder->peerPort());
+        m_window->addingFlow()->enterLinks({magnet});
+        auto *links = m_window->findChild<LinksDialog *>();
+        QVERIFY(links);
+        links->addButton()->click();
+        auto *window = m_window->findChild<AddTntWindow *>();
+        QVERIFY(window);
+        TntContentModel &content = *window->contentTree()->contentModel();
+        QTRY_COMPARE_WITH_TIMEOUT(content.rowCount(), 1, 30'000);
+        QCOMPARE(window->findChild<QLabel *>(u"name"_qs)->text(), u"Album"_qs);
+        QCOMPARE(window->findChild<QLabel *>(u"hash"_qs)->text(), album.infoHash);
+        const QModelIndex skipped = findRow(content, u"a.flac"_qs);
+        QVERIFY(skipped.isValid());
+        QCOMPARE(skipped.parent().data().toString(), u"cd1"_qs);
+        QVERIFY(findRow(content, u"b.txt"_qs).isValid());
+        QVERIFY(content.setData(skipped, Qt::Unchecked, Qt::CheckStateRole));
+
+        const QbtServer::DataDir target = m_server->makeDataDir();
+        window->optionsForm()->savePathField()->setText(target.serverPath);
+        QVERIFY(window->addButton()->isEnabled());
+        window->addButton()->click();
+
+        const auto priorities = [&] {
+            QMap<QString, int> found;
+            for (const API::File &file : wait(m_context->client()->files(album.infoHash)))
+                found.insert(file.name, static_cast<int>(file.priority));
+            return found;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(m_context->tntCollection().find(album.infoHash), 20'000);
+        const QMap<QString, int> expected{{u"Album/cd1/a.flac"_qs, 0}, {u"Album/b.txt"_qs, 1}};
+        QTRY_COMPARE_WITH_TIMEOUT(priorities(), expected, 20'000);
+        QVERIFY(!m_context->clientError());
+    }
+};
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    TestMagnetRealServers test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_magnet_realservers.moc"
