@@ -44,18 +44,18 @@ TntModel::Peer::Fields TntModel::Peer::update(const API::Peer &d)
     take(m_countryCode, d.countryCode, CountryCode, changed);
     if (d.dlSpeed)
         take(m_dlSpeed, std::optional(averaged(m_dlSpeedBuffer, *d.dlSpeed)), DlSpeed, changed);
-    take(m_downloaded, d.downloaded, Downloaded, changed);
+    take(m_downloaded, d.downloaded, DownloadedField, changed);
     take(m_files, d.files, Files, changed);
     take(m_flags, d.flags, Flags, changed);
     take(m_flagsDesc, d.flagsDesc, FlagsDesc, changed);
     take(m_ip, d.ip, Ip, changed);
     take(m_peerIdClient, d.peerIdClient, PeerIdClient, changed);
     take(m_port, d.port, Port, changed);
-    take(m_progress, d.progress, Progress, changed);
+    take(m_progress, d.progress, ProgressField, changed);
     take(m_relevance, d.relevance, Relevance, changed);
     if (d.upSpeed)
         take(m_upSpeed, std::optional(averaged(m_upSpeedBuffer, *d.upSpeed)), UpSpeed, changed);
-    take(m_uploaded, d.uploaded, Uploaded, changed);
+    take(m_uploaded, d.uploaded, UploadedField, changed);
     return changed;
 }
 

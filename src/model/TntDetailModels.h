@@ -17,17 +17,17 @@ public:
         Country = 1u << 2,
         CountryCode = 1u << 3,
         DlSpeed = 1u << 4,
-        Downloaded = 1u << 5,
+        DownloadedField = 1u << 5, // "Field" where a name is the torrent's too
         Files = 1u << 6,
         Flags = 1u << 7,
         FlagsDesc = 1u << 8,
         Ip = 1u << 9,
         PeerIdClient = 1u << 10,
         Port = 1u << 11,
-        Progress = 1u << 12,
+        ProgressField = 1u << 12,
         Relevance = 1u << 13,
         UpSpeed = 1u << 14,
-        Uploaded = 1u << 15,
+        UploadedField = 1u << 15,
     };
     using Fields = quint32;
 
