@@ -233,8 +233,9 @@ APIEndpoint setShareLimits(const QStringList &hashes, double ratioLimit, qint64 
         .add(u"ratioLimit", ratioLimit)
         .add(u"seedingTimeLimit", seedingTimeLimit)
         .add(u"inactiveSeedingTimeLimit", inactiveSeedingTimeLimit);
+    // 5.3 (API 2.16.2) also answers 400 without shareLimitsMode; "Default" keeps the torrent's mode.
     if (apiVersion >= shareLimitActionRequired)
-        form.add(u"shareLimitAction", QStringLiteral("Default"));
+        form.add(u"shareLimitAction", QStringLiteral("Default")).add(u"shareLimitsMode", QStringLiteral("Default"));
     return torrents(QStringLiteral("setShareLimits"), form, {{400, Case::missingParameter, {}}});
 }
 

@@ -63,7 +63,8 @@ private Q_SLOTS:
             "hashes=h1&ratioLimit=2.0&seedingTimeLimit=-2&inactiveSeedingTimeLimit=-1");
         row("share limits from 2.15", {}, E::TntManagement::setShareLimits(oneHash, 1.5, 60, 30, api2_15_1),
             "POST /api/v2/torrents/setShareLimits", form,
-            "hashes=h1&ratioLimit=1.5&seedingTimeLimit=60&inactiveSeedingTimeLimit=30&shareLimitAction=Default");
+            "hashes=h1&ratioLimit=1.5&seedingTimeLimit=60&inactiveSeedingTimeLimit=30&shareLimitAction=Default"
+            "&shareLimitsMode=Default");
         row("edit tracker before 2.15", {},
             E::TntManagement::editTracker(QStringLiteral("h1"), QStringLiteral("http://a/x"), QStringLiteral("http://b/y"), api2_11_4),
             "POST /api/v2/torrents/editTracker", form, "hash=h1&origUrl=http%3A//a/x&newUrl=http%3A//b/y");
