@@ -91,7 +91,7 @@ int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
     int failures = 0;
-    for (const Flavor flavor : {Flavor::Bookworm45, Flavor::Trixie51}) {
+    for (const Flavor flavor : QbtServer::flavors()) {
         TestSidebarRealServers test(flavor);
         failures += QTest::qExec(&test, argc, argv);
     }

@@ -69,7 +69,7 @@ private:
     std::unique_ptr<MainWindow> m_window;
     QbtServer::DataDir m_data;
 
-    bool modern() const { return m_flavor == Flavor::Trixie51; }
+    bool modern() const { return m_flavor != Flavor::Bookworm45; }
     TntCommands &commands() { return *m_window->tntCommands(); }
 
     const TntModel *tnt(const QString &hash) const { return m_context->tntCollection().find(hash); }
@@ -223,7 +223,7 @@ int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
     int failures = 0;
-    for (const Flavor flavor : {Flavor::Bookworm45, Flavor::Trixie51}) {
+    for (const Flavor flavor : QbtServer::flavors()) {
         TestTntOperations test(flavor);
         failures += QTest::qExec(&test, argc, argv);
     }
