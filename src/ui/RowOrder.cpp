@@ -1,12 +1,38 @@
 #include "ui/RowOrder.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
 std::size_t at(int index)
 {
     return static_cast<std::size_t>(index);
+}
+
+constexpr std::size_t block = 64;
+
+// Where two orders first differ, `count` when nowhere. memcmp checks a block of rows in a few
+// instructions, where a loop takes several per row.
+std::size_t firstDifference(const int *a, const int *b, std::size_t count)
+{
+    std::size_t place = 0;
+    while (place + block <= count && std::memcmp(a + place, b + place, sizeof(int) * block) == 0)
+        place += block;
+    while (place < count && a[place] == b[place])
+        ++place;
+    return place;
+}
+
+// Just after where two orders last differ, 0 when nowhere.
+std::size_t lastDifference(const int *a, const int *b, std::size_t count)
+{
+    std::size_t end = count;
+    while (end >= block && std::memcmp(a + end - block, b + end - block, sizeof(int) * block) == 0)
+        end -= block;
+    while (end > 0 && a[end - 1] == b[end - 1])
+        --end;
+    return end;
 }
 
 } // namespace
@@ -31,8 +57,15 @@ void RowOrder::assign(std::vector<int> rows, int sourceCount)
 
 void RowOrder::reorder(std::vector<int> rows)
 {
+    const std::size_t begin = firstDifference(m_rows.data(), rows.data(), m_rows.size());
+    if (begin == m_rows.size())
+        return;
+    const std::size_t end = lastDifference(m_rows.data(), rows.data(), m_rows.size());
     m_rows = std::move(rows);
-    m_placesStale = true;
+    if (!m_placesStale) {
+        for (std::size_t place = begin; place < end; ++place)
+            m_places[at(m_rows[place])] = static_cast<int>(place);
+    }
 }
 
 void RowOrder::append(const std::vector<int> &sourceRows)
@@ -79,37 +112,19 @@ void RowOrder::split(const std::vector<int> &places, std::vector<int> &kept, std
     kept.insert(kept.end(), from, m_rows.cend());
 }
 
-std::vector<int> RowOrder::resorted(std::vector<int> places, const Precedes &precedes) const
+std::vector<int> RowOrder::merged(const std::vector<int> &kept, const std::vector<int> &moved,
+                                  const std::vector<int> &after) const
 {
-    std::sort(places.begin(), places.end());
-    std::vector<int> kept;
-    std::vector<int> moved;
-    split(places, kept, moved);
-    std::stable_sort(moved.begin(), moved.end(), precedes);
-
-    // Where each moved row goes: after the kept rows it does not precede. The searches advance side
-    // by side, one halving at a time, so that the processor overlaps their reads of torrents
-    // spread over memory instead of waiting for each in turn: a large library does not fit in
-    // cache (measured at 50,000 torrents: 440 → 250 µs for 500 rows).
-    std::vector<int> after(moved.size(), 0);
-    int span = static_cast<int>(kept.size());
-    while (span > 1) {
-        const int half = span / 2;
-        for (std::size_t i = 0; i < moved.size(); ++i)
-            after[i] += precedes(moved[i], kept[at(after[i] + half)]) ? 0 : half;
-        span -= half;
-    }
-    std::vector<int> merged;
-    merged.reserve(m_rows.size());
+    std::vector<int> rows;
+    rows.reserve(m_rows.size());
     auto next = kept.cbegin();
     for (std::size_t i = 0; i < moved.size(); ++i) {
-        const int place = after[i] + (!kept.empty() && !precedes(moved[i], kept[at(after[i])]) ? 1 : 0);
-        merged.insert(merged.end(), next, kept.cbegin() + place);
-        merged.push_back(moved[i]);
-        next = kept.cbegin() + place;
+        rows.insert(rows.end(), next, kept.cbegin() + after[i]);
+        rows.push_back(moved[i]);
+        next = kept.cbegin() + after[i];
     }
-    merged.insert(merged.end(), next, kept.cend());
-    return merged;
+    rows.insert(rows.end(), next, kept.cend());
+    return rows;
 }
 
 std::vector<int> RowOrder::gatheredAtEnd(const std::vector<int> &places) const

@@ -3,11 +3,64 @@
 #include "ui/TntTableModel.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace {
 
+using Column = TntTableModel::Column;
+
 // A change to any other field leaves a torrent in or out of the view as it was.
 constexpr TntModel::Fields filteredFields = SidebarFilter::fieldsRead | TntModel::Name;
+
+constexpr quint64 signBit = 1ull << 63;
+
+quint64 orderedBits(qint64 value)
+{
+    return static_cast<quint64>(value) ^ signBit;
+}
+
+quint64 orderedBits(double value)
+{
+    const auto bits = std::bit_cast<quint64>(value + 0.0); // -0 becomes 0, which it equals
+    return (bits & signBit) ? ~bits : bits | signBit;
+}
+
+// Orders source rows by their keys.
+struct ByKey
+{
+    const quint64 *keys;
+    bool operator()(int a, int b) const { return keys[a] < keys[b]; }
+};
+
+bool hasKey(Column column)
+{
+    return column != TntTableModel::NameColumn && column != TntTableModel::CategoryColumn
+        && column != TntTableModel::TagsColumn;
+}
+
+// Orders like TntTableModel::lessThan, for the columns where hasKey.
+quint64 keyOf(Column column, const TntModel &tnt)
+{
+    switch (column) {
+    case TntTableModel::SizeColumn: return orderedBits(tnt.size());
+    case TntTableModel::ProgressColumn: return orderedBits(tnt.progress());
+    case TntTableModel::StatusColumn: return orderedBits(qint64{static_cast<int>(tnt.state())});
+    case TntTableModel::DownSpeedColumn: return orderedBits(tnt.dlspeed());
+    case TntTableModel::UpSpeedColumn: return orderedBits(tnt.upspeed());
+    case TntTableModel::SeedsColumn: return orderedBits(tnt.numSeeds());
+    case TntTableModel::PeersColumn: return orderedBits(tnt.numLeechs());
+    case TntTableModel::EtaColumn: return orderedBits(tnt.eta());
+    case TntTableModel::RatioColumn: return orderedBits(tnt.ratio());
+    case TntTableModel::AddedOnColumn: return orderedBits(tnt.addedOn().secondsSinceEpoch());
+    case TntTableModel::CompletedOnColumn: return orderedBits(tnt.completionOn().secondsSinceEpoch());
+    case TntTableModel::SeenCompleteColumn: return orderedBits(tnt.seenComplete().secondsSinceEpoch());
+    case TntTableModel::NameColumn:
+    case TntTableModel::CategoryColumn:
+    case TntTableModel::TagsColumn:
+    case TntTableModel::ColumnCount: break;
+    }
+    return 0;
+}
 
 } // namespace
 
@@ -32,8 +85,11 @@ TntFilterProxy::TntFilterProxy(TntCollection &collection, QObject *parent)
         }
         removePlaces(std::move(places));
     });
-    connect(m_table, &QAbstractItemModel::rowsRemoved, this,
-            [this](const QModelIndex &, int first, int last) { m_order.sourceRowsRemoved(first, last - first + 1); });
+    connect(m_table, &QAbstractItemModel::rowsRemoved, this, [this](const QModelIndex &, int first, int last) {
+        m_order.sourceRowsRemoved(first, last - first + 1);
+        if (m_keyed)
+            m_keys.erase(m_keys.begin() + first, m_keys.begin() + last + 1);
+    });
     // The table model's dataChanged comes in ranges, one per stretch of rows: the collection's
     // signal carries the whole answer at once.
     connect(&collection, &TntCollection::rowsChanged, this, &TntFilterProxy::takeChanges);
@@ -98,19 +154,48 @@ bool TntFilterProxy::precedes(int sourceRow, int otherSourceRow) const
 {
     if (m_sortColumn < 0)
         return sourceRow < otherSourceRow;
-    const auto column = static_cast<TntTableModel::Column>(m_sortColumn);
+    const auto column = static_cast<Column>(m_sortColumn);
     const TntModel &tnt = m_table->tntAt(sourceRow);
     const TntModel &other = m_table->tntAt(otherSourceRow);
     return m_sortOrder == Qt::AscendingOrder ? TntTableModel::lessThan(column, tnt, other)
                                              : TntTableModel::lessThan(column, other, tnt);
 }
 
+void TntFilterProxy::sortRows(std::vector<int> &rows) const
+{
+    if (m_keyed)
+        std::stable_sort(rows.begin(), rows.end(), ByKey{m_keys.data()});
+    else if (m_sortColumn >= 0)
+        std::stable_sort(rows.begin(), rows.end(), [this](int a, int b) { return precedes(a, b); });
+    else
+        std::sort(rows.begin(), rows.end());
+}
+
+quint64 TntFilterProxy::keyAt(int sourceRow) const
+{
+    const quint64 key = keyOf(static_cast<Column>(m_sortColumn), m_table->tntAt(sourceRow));
+    return m_sortOrder == Qt::DescendingOrder ? ~key : key;
+}
+
+void TntFilterProxy::makeKeys()
+{
+    m_keyed = m_sortColumn >= 0 && hasKey(static_cast<Column>(m_sortColumn));
+    m_keys.clear();
+    if (!m_keyed)
+        return;
+    const int count = m_table->rowCount();
+    m_keys.reserve(static_cast<std::size_t>(count));
+    for (int row = 0; row < count; ++row)
+        m_keys.push_back(keyAt(row));
+}
+
 void TntFilterProxy::sort(int column, Qt::SortOrder order)
 {
     m_sortColumn = column >= 0 && column < TntTableModel::ColumnCount ? column : -1;
     m_sortOrder = order;
+    makeKeys();
     std::vector<int> rows = m_order.rows();
-    std::stable_sort(rows.begin(), rows.end(), [this](int a, int b) { return precedes(a, b); });
+    sortRows(rows);
     reorder(std::move(rows));
 }
 
@@ -131,6 +216,7 @@ void TntFilterProxy::setSidebarFilter(const SidebarFilter &filter)
 
 void TntFilterProxy::rebuild()
 {
+    makeKeys();
     const int count = m_table->rowCount();
     std::vector<int> rows;
     rows.reserve(static_cast<std::size_t>(count));
@@ -138,8 +224,7 @@ void TntFilterProxy::rebuild()
         if (admits(row))
             rows.push_back(row);
     }
-    if (m_sortColumn >= 0)
-        std::stable_sort(rows.begin(), rows.end(), [this](int a, int b) { return precedes(a, b); });
+    sortRows(rows);
     m_order.assign(std::move(rows), count);
 }
 
@@ -165,7 +250,14 @@ void TntFilterProxy::refilter()
 void TntFilterProxy::takeChanges(const QList<TntCollection::RowChange> &changes, TntModel::Fields fields)
 {
     const TntModel::Fields sortFields =
-        m_sortColumn < 0 ? 0 : TntTableModel::columnFields(static_cast<TntTableModel::Column>(m_sortColumn));
+        m_sortColumn < 0 ? 0 : TntTableModel::columnFields(static_cast<Column>(m_sortColumn));
+    if (m_keyed) {
+        // Every row, shown or not: a hidden row may enter with this answer or a later one.
+        for (const TntCollection::RowChange &change : changes) {
+            if (change.fields & sortFields)
+                m_keys[static_cast<std::size_t>(change.row)] = keyAt(static_cast<int>(change.row));
+        }
+    }
     std::vector<int> leaving; // places
     std::vector<int> entering;
     std::vector<int> moved; // source rows: places shift when rows leave
@@ -206,6 +298,11 @@ void TntFilterProxy::takeChanges(const QList<TntCollection::RowChange> &changes,
 void TntFilterProxy::takeInserted(int first, int last)
 {
     m_order.sourceRowsInserted(first, last - first + 1);
+    if (m_keyed) {
+        m_keys.insert(m_keys.begin() + first, static_cast<std::size_t>(last - first + 1), 0);
+        for (int row = first; row <= last; ++row)
+            m_keys[static_cast<std::size_t>(row)] = keyAt(row);
+    }
     std::vector<int> entering;
     for (int row = first; row <= last; ++row) {
         if (admits(row))
@@ -244,7 +341,8 @@ void TntFilterProxy::insertAndResort(const std::vector<int> &sourceRows, std::ve
             resortPlaces.push_back(place);
     }
     if (!resortPlaces.empty())
-        reorder(m_order.resorted(std::move(resortPlaces), [this](int a, int b) { return precedes(a, b); }));
+        reorder(m_keyed ? m_order.resorted(std::move(resortPlaces), ByKey{m_keys.data()})
+                        : m_order.resorted(std::move(resortPlaces), [this](int a, int b) { return precedes(a, b); }));
 }
 
 void TntFilterProxy::reorder(std::vector<int> rows)

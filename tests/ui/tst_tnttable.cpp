@@ -49,6 +49,8 @@ API::STntModel shuffled(std::mt19937 &random, bool complete)
         tnt.state = pick(2) ? State::downloading : State::uploading;
     if (!complete && pick(8) == 0)
         tnt.name = QStringLiteral("Part %1").arg(pick(40));
+    if (complete || pick(4) == 0)
+        tnt.ratio = pick(5) - 2.5; // both signs
     return tnt;
 }
 
@@ -158,6 +160,7 @@ private Q_SLOTS:
         QTest::newRow("by rate") << int(TntTableModel::DownSpeedColumn) << true << false << QString();
         QTest::newRow("by name") << int(TntTableModel::NameColumn) << false << false << QString();
         QTest::newRow("by status, downloading") << int(TntTableModel::StatusColumn) << false << true << QString();
+        QTest::newRow("by ratio, descending") << int(TntTableModel::RatioColumn) << true << false << QString();
         QTest::newRow("by size, name filtered") << int(TntTableModel::SizeColumn) << true << false << u"1"_qs;
         QTest::newRow("unsorted, both filters") << -1 << false << true << u"2"_qs;
     }
