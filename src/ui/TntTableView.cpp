@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMetaMethod>
 #include <QPainter>
 #include <QStyledItemDelegate>
 #include <QTableView>
@@ -51,6 +52,31 @@ private:
     }
 };
 
+// The rows' header when every row has one fixed height and none is hidden. Qt 6.4's header walks
+// one record per row before every layout change, to carry row sizes and hidden rows across it:
+// 50,000 records for each answer that moves a row, most of the view's cost at that size. Here
+// there is nothing to carry, so it skips the walk; it still follows insertions, removals, resets.
+class FixedRowsHeader : public QHeaderView
+{
+public:
+    explicit FixedRowsHeader(QWidget *parent)
+        : QHeaderView(Qt::Vertical, parent)
+    {
+        setSectionResizeMode(Fixed);
+    }
+
+    void setModel(QAbstractItemModel *model) override
+    {
+        QHeaderView::setModel(model);
+        // Later Qt versions connect otherwise: the walk is then theirs to avoid.
+        const int walk = metaObject()->indexOfSlot(
+            "_q_sectionsAboutToBeChanged(QList<QPersistentModelIndex>,QAbstractItemModel::LayoutChangeHint)");
+        if (model && walk >= 0)
+            disconnect(model, QMetaMethod::fromSignal(&QAbstractItemModel::layoutAboutToBeChanged), this,
+                       metaObject()->method(walk));
+    }
+};
+
 } // namespace
 
 TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QWidget *parent)
@@ -68,6 +94,7 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     connect(m_filter, &QLineEdit::textChanged, m_filterDelay, qOverload<>(&QTimer::start));
     connect(m_filterDelay, &QTimer::timeout, this, [this] { m_proxy->setNameFilter(m_filter->text()); });
 
+    m_table->setVerticalHeader(new FixedRowsHeader(m_table));
     m_table->setModel(m_proxy);
     m_table->setSortingEnabled(true);
     m_table->sortByColumn(TntTableModel::AddedOnColumn, Qt::DescendingOrder);
@@ -78,7 +105,6 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     m_table->setAlternatingRowColors(defaults.boolValue(UserDefaultsKey::alternateRows, true));
     m_table->verticalHeader()->hide();
     // Fixed row heights: the view never measures 50,000 rows.
-    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);
     m_table->setItemDelegateForColumn(TntTableModel::ProgressColumn, new ProgressDelegate(m_table));
 
