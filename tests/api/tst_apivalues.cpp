@@ -1,5 +1,6 @@
 #include "api/APIEndpoint.h"
 #include "api/AuthMethod.h"
+#include "api/Client.h"
 #include "api/RedirectPolicy.h"
 #include "api/WebAPIVersion.h"
 
@@ -118,15 +119,48 @@ private Q_SLOTS:
         QCOMPARE(credentials.isMissing(method), missing);
     }
 
-    void authMethodRawTextsRoundTrip()
+    // Compressed answers cost more to inflate than to carry over a local network.
+    void compressionDecision_data()
     {
-        QStringList texts;
-        for (const AuthMethod method : allAuthMethods) {
-            texts << rawText(method);
-            QCOMPARE(authMethodFromRawText(rawText(method)), method);
-        }
-        QCOMPARE(texts, (QStringList{u"none"_qs, u"cookieLogin"_qs, u"basic"_qs, u"apiKey"_qs}));
-        QVERIFY(!authMethodFromRawText(QStringLiteral("Basic")));
+        QTest::addColumn<QString>("host");
+        QTest::addColumn<bool>("compressed");
+        const auto row = [](const char *name, const char *host, bool compressed) {
+            QTest::newRow(name) << QString::fromLatin1(host) << compressed;
+        };
+        row("IPv4 loopback", "127.0.0.1", false);
+        row("other IPv4 loopback", "127.8.9.10", false);
+        row("IPv6 loopback", "::1", false);
+        row("IPv6 loopback in brackets", "[::1]", false);
+        row("localhost", "localhost", false);
+        row("localhost, upper case", "LocalHost", false);
+        row("name under localhost", "qbt.localhost", false);
+        row("mDNS name", "nas.local", false);
+        row("10/8", "10.20.30.40", false);
+        row("172.16/12 low end", "172.16.0.1", false);
+        row("172.16/12 high end", "172.31.255.254", false);
+        row("below 172.16/12", "172.15.255.254", true);
+        row("above 172.16/12", "172.32.0.1", true);
+        row("192.168/16", "192.168.1.20", false);
+        row("next to 192.168/16", "192.169.1.20", true);
+        row("IPv4 link-local", "169.254.10.1", false);
+        row("IPv6 unique local fd00::", "fd00::1", false);
+        row("IPv6 unique local fc00::", "fc00::17", false);
+        row("IPv6 link-local", "fe80::1", false);
+        row("IPv4-mapped private", "::ffff:192.168.0.9", false);
+        row("IPv4-mapped public", "::ffff:8.8.8.8", true);
+        row("public IPv4", "8.8.8.8", true);
+        row("public IPv6", "2001:4860::8888", true);
+        row("carrier-grade NAT, a VPN across the internet", "100.64.1.2", true);
+        row("public name", "seedbox.example.com", true);
+        row("name containing localhost", "localhost.example.com", true);
+        row("name that looks like an address", "10.0.0.1.example.com", true);
+    }
+
+    void compressionDecision()
+    {
+        QFETCH(QString, host);
+        QFETCH(bool, compressed);
+        QCOMPARE(wantsCompression(host), compressed);
     }
 };
 

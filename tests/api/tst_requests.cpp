@@ -52,12 +52,7 @@ private Q_SLOTS:
             "GET /qbt/api/v2/app/buildInfo", {}, {});
         row("preferences json", {}, E::Application::setPreferences(R"({"a":1})"),
             "POST /api/v2/app/setPreferences", form, "json=%7B%22a%22%3A1%7D");
-        row("hashes joined with bar", {}, E::TntManagement::stop({QStringLiteral("h1"), QStringLiteral("h2")}),
-            "POST /api/v2/torrents/stop", form, "hashes=h1%7Ch2");
         row("empty hash set", {}, E::TntManagement::start({}), "POST /api/v2/torrents/start", form, "hashes=");
-        row("tags joined with comma and space", {},
-            E::TntManagement::addTags(oneHash, {QStringLiteral("a"), QStringLiteral("b")}),
-            "POST /api/v2/torrents/addTags", form, "hashes=h1&tags=a%2C%20b");
         row("share limits before 2.15", {}, E::TntManagement::setShareLimits(oneHash, 2, -2, -1, api2_11_4),
             "POST /api/v2/torrents/setShareLimits", form,
             "hashes=h1&ratioLimit=2.0&seedingTimeLimit=-2&inactiveSeedingTimeLimit=-1");
@@ -71,11 +66,6 @@ private Q_SLOTS:
         row("edit tracker from 2.15", {},
             E::TntManagement::editTracker(QStringLiteral("h1"), QStringLiteral("http://a/x"), QStringLiteral("http://b/y"), api2_15_1),
             "POST /api/v2/torrents/editTracker", form, "hash=h1&url=http%3A//a/x&newUrl=http%3A//b/y");
-        row("add trackers joined with line feed", {},
-            E::TntManagement::addTrackers(QStringLiteral("h1"), {QStringLiteral("udp://a:1"), QStringLiteral("http://b/?k=1&x")}),
-            "POST /api/v2/torrents/addTrackers", form, "hash=h1&urls=udp%3A//a%3A1%0Ahttp%3A//b/?k%3D1%26x");
-        row("file priority", {}, E::TntManagement::filePrio(QStringLiteral("h1"), {0, 2}, 7),
-            "POST /api/v2/torrents/filePrio", form, "hash=h1&id=0%7C2&priority=7");
         row("metadata source", {}, E::TntManagement::fetchMetadata(QStringLiteral("magnet:?xt=urn:btih:abc&dn=x")),
             "POST /api/v2/torrents/fetchMetadata", form, "source=magnet%3A?xt%3Durn%3Abtih%3Aabc%26dn%3Dx");
         row("upload", {}, E::TntManagement::add({"XyZ", "--XyZ\r\n...--XyZ--\r\n"}), "POST /api/v2/torrents/add",
@@ -108,6 +98,8 @@ private Q_SLOTS:
         QCOMPARE(request.body, body);
         QCOMPARE(request.header("User-Agent"), Client::userAgent().toUtf8());
         QVERIFY(!request.hasHeader("Authorization"));
+        // Inflating a loopback answer costs more than carrying it; Qt would ask for gzip.
+        QCOMPARE(request.header("Accept-Encoding"), QByteArray("identity"));
     }
 
     void userAgentNamesVersionAndBuild()

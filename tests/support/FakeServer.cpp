@@ -6,7 +6,6 @@
 #include <QSslSocket>
 #include <QTcpSocket>
 #include <QTemporaryDir>
-#include <QTimer>
 
 namespace {
 
@@ -223,12 +222,7 @@ void FakeServer::readFrom(QTcpSocket *socket)
         buffer.remove(0, bodyStart + contentLength);
         m_requests.append(request);
 
-        const Response response = m_handler(request);
-        if (response.delay.count() > 0) {
-            QTimer::singleShot(response.delay, socket, [this, socket, response] { respond(socket, response); });
-        } else {
-            respond(socket, response);
-        }
+        respond(socket, m_handler(request));
     }
     socket->setProperty(bufferProperty, buffer);
 }

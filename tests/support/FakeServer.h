@@ -11,14 +11,13 @@
 #include <QSslKey>
 #include <QTcpServer>
 
-#include <chrono>
 #include <functional>
 #include <optional>
 
 class QTcpSocket;
 
 // A scripted HTTP/1.1 server on 127.0.0.1 for what no real server here does: newer login answers,
-// header authentication, redirects, 5xx, slow, dropped or garbled answers. It records every request.
+// header authentication, redirects, 5xx, missing, dropped or garbled answers. It records every request.
 // It speaks plain HTTP unless made with a certificate, and then HTTPS only. A plain one answers a TLS
 // hello with 400 and closes, as nginx does.
 class FakeServer : public QObject
@@ -47,7 +46,6 @@ public:
         int status = 200;
         QByteArray body;
         Headers headers;
-        std::chrono::milliseconds delay{0}; // before anything is sent
 
         static Response text(int status, const QByteArray &body);
         static Response json(const QByteArray &body);
