@@ -5,6 +5,7 @@
 
 #include <exception>
 #include <optional>
+#include <type_traits>
 
 // Runs a coroutine to its end in a nested event loop and rethrows what it threw. (QCoro::waitFor
 // never returns when the awaited task throws.)
@@ -13,26 +14,21 @@ namespace QuilloTest {
 namespace detail {
 
 template<typename T>
-QCoro::Task<> drive(QCoro::Task<T> task, std::optional<T> &result, std::exception_ptr &error, bool &done,
-                    QEventLoop &loop)
-{
-    try {
-        result = co_await std::move(task);
-    } catch (...) {
-        error = std::current_exception();
-    }
-    done = true;
-    loop.quit();
-}
+using Result = std::optional<std::conditional_t<std::is_void_v<T>, bool, T>>;
 
-inline QCoro::Task<> drive(QCoro::Task<> task, std::exception_ptr &error, bool &done, QEventLoop &loop)
+template<typename T>
+QCoro::Task<> drive(QCoro::Task<T> task, Result<T> &result, std::exception_ptr &error, QEventLoop &loop)
 {
     try {
-        co_await std::move(task);
+        if constexpr (std::is_void_v<T>) {
+            co_await std::move(task);
+            result = true;
+        } else {
+            result = co_await std::move(task);
+        }
     } catch (...) {
         error = std::current_exception();
     }
-    done = true;
     loop.quit();
 }
 
@@ -42,27 +38,17 @@ template<typename T>
 T wait(QCoro::Task<T> task)
 {
     QEventLoop loop;
-    std::optional<T> result;
+    detail::Result<T> result;
     std::exception_ptr error;
-    bool done = false;
-    auto driver = detail::drive(std::move(task), result, error, done, loop);
-    if (!done)
+    auto driver = detail::drive(std::move(task), result, error, loop);
+    if (!result && !error)
         loop.exec();
     if (error)
         std::rethrow_exception(error);
-    return std::move(*result);
-}
-
-inline void wait(QCoro::Task<> task)
-{
-    QEventLoop loop;
-    std::exception_ptr error;
-    bool done = false;
-    auto driver = detail::drive(std::move(task), error, done, loop);
-    if (!done)
-        loop.exec();
-    if (error)
-        std::rethrow_exception(error);
+    if constexpr (std::is_void_v<T>)
+        return;
+    else
+        return std::move(*result);
 }
 
 } // namespace QuilloTest

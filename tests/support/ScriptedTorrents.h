@@ -1,5 +1,6 @@
 #pragma once
 
+#include "api/Records.h"
 #include "core/AppContext.h"
 #include "core/KeychainStore.h"
 #include "settings/UserDefaults.h"
@@ -12,8 +13,8 @@
 #include <memory>
 
 // A context connected through the bypass to a scripted server with three torrents that differ
-// where the torrent operations look: done ("aaa"), all but done ("bbb"), just begun ("ccc").
-// Every other request gets `operationStatus` with an empty body.
+// where the torrent operations look: done ("aaa"), all but done ("bbb"), just begun ("ccc"), or
+// with the torrents of `syncAnswer`. Every other request gets `operationStatus` with an empty body.
 struct ScriptedTorrents
 {
     QTemporaryDir dir;
@@ -22,6 +23,7 @@ struct ScriptedTorrents
     UserDefaults defaults{dir.filePath(QStringLiteral("Quillo.ini"))};
     std::unique_ptr<AppContext> context;
     QByteArray apiVersion;
+    QByteArray syncAnswer; // what every poll gets
     int operationStatus = 200;
 
     static QByteArray mainData()
@@ -39,8 +41,9 @@ struct ScriptedTorrents
             "server_state":{"connection_status":"connected"}})";
     }
 
-    explicit ScriptedTorrents(QByteArray version = "2.11.0")
+    explicit ScriptedTorrents(QByteArray version = "2.11.0", QByteArray answer = mainData())
         : apiVersion(std::move(version))
+        , syncAnswer(std::move(answer))
     {
         using Response = FakeServer::Response;
         server.setHandler([this](const FakeServer::Request &request) {
@@ -49,7 +52,7 @@ struct ScriptedTorrents
             if (request.target.endsWith("/app/version"))
                 return Response::text(200, "v5.0.0");
             if (request.target.contains("/sync/maindata"))
-                return Response::json(mainData());
+                return Response::json(syncAnswer);
             if (request.target.endsWith("/app/buildInfo"))
                 return Response::json(
                     R"({"qt":"6.7.2","libtorrent":"2.0.10.0","boost":"1.83","openssl":"3.0","bitness":64})");
@@ -59,7 +62,7 @@ struct ScriptedTorrents
         const ClientConfiguration configuration = server.configuration(API::AuthMethod::none);
         context->addConfiguration(configuration);
         QuilloTest::wait(context->selectConfiguration(configuration.id));
-        QTRY_COMPARE(context->tntCollection().size(), 3);
+        QTRY_COMPARE(context->tntCollection().size(), API::decodeMainData(syncAnswer).tnts.size());
         server.clearRequests();
     }
 
