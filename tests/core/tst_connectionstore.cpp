@@ -36,7 +36,9 @@ private Q_SLOTS:
 
     void encodingKeepsEveryField()
     {
-        const QList<ClientConfiguration> saved{sample(QStringLiteral("nas.local")), sample(QStringLiteral("::1"), {})};
+        ClientConfiguration local = sample(QStringLiteral("::1"), {});
+        local.authMethod = API::AuthMethod::none;
+        const QList<ClientConfiguration> saved{sample(QStringLiteral("nas.local")), local};
         const QByteArray json = ConnectionStore::encode(saved);
         bool complete = false;
         const auto read = ConnectionStore::decode(json, &complete);
@@ -52,7 +54,9 @@ private Q_SLOTS:
         QCOMPARE(first.value(u"id").toString(), saved[0].id.toString(QUuid::WithoutBraces).toUpper());
         // Seconds since 2001-01-01, as the JSON encoder of earlier versions wrote them.
         QCOMPARE(first.value(u"addedDate").toDouble(), 736257600.25);
-        QVERIFY(!QJsonDocument::fromJson(json).array().at(1).toObject().contains(u"port"));
+        const QJsonObject second = QJsonDocument::fromJson(json).array().at(1).toObject();
+        QVERIFY(!second.contains(u"port"));
+        QCOMPARE(second.value(u"authMethod").toString(), QStringLiteral("none"));
     }
 
     void unreadableEntriesAreNeverLost()

@@ -37,7 +37,6 @@ private Q_SLOTS:
         QTest::newRow("307 without port") << 307 << QByteArray("https://nas.example/webui") << 443 << "/webui";
         QTest::newRow("308 to the root") << 308 << QByteArray("HTTPS://nas.example:8443/") << 8443 << "";
         QTest::newRow("another host") << 302 << QByteArray("https://other.example:8443/") << 0 << "";
-        QTest::newRow("303") << 303 << QByteArray("https://nas.example:8443/") << 0 << "";
         QTest::newRow("200") << 200 << QByteArray("https://nas.example:8443/") << 0 << "";
         QTest::newRow("no Location") << 302 << QByteArray() << 0 << "";
         QTest::newRow("http scheme") << 302 << QByteArray("http://nas.example:8443/") << 0 << "";

@@ -107,7 +107,8 @@ private Q_SLOTS:
         QCOMPARE(wait(m_store.read(connection(AuthMethod::apiKey))), std::optional(key));
     }
 
-    void savingAgainReplacesTheItem()
+    // Saving again replaces the item; a removed item is gone from the keychain itself.
+    void updatedThenRemoved()
     {
         const ClientConfiguration configuration = connection(AuthMethod::cookieLogin, QStringLiteral("replace.example"));
         QVERIFY(wait(m_store.save(configuration, {QStringLiteral("old"), QStringLiteral("old-pw"), {}})));
@@ -115,6 +116,11 @@ private Q_SLOTS:
         QVERIFY(wait(m_store.save(configuration, renamed)));
         QCOMPARE(wait(m_store.read(configuration)), std::optional(renamed));
         QVERIFY(!keyringFile().contains("old-pw"));
+
+        QVERIFY(wait(m_store.remove(configuration)));
+        QCOMPARE(wait(m_store.read(configuration)), std::optional<UserCredentials>());
+        QVERIFY(!keyringFile().contains("new-pw"));
+        QVERIFY(!wait(m_store.remove(configuration)));
     }
 
     void olderLoginItemsAreStillFound()
@@ -127,16 +133,6 @@ private Q_SLOTS:
         ClientConfiguration basic = configuration;
         basic.authMethod = AuthMethod::basic;
         QCOMPARE(wait(m_store.read(basic)), std::optional<UserCredentials>());
-    }
-
-    void removedItemsAreGone()
-    {
-        const ClientConfiguration configuration = connection(AuthMethod::basic, QStringLiteral("remove.example"));
-        QVERIFY(wait(m_store.save(configuration, {QStringLiteral("u"), QStringLiteral("doomed-pw"), {}})));
-        QVERIFY(wait(m_store.remove(configuration)));
-        QCOMPARE(wait(m_store.read(configuration)), std::optional<UserCredentials>());
-        QVERIFY(!keyringFile().contains("doomed-pw"));
-        QVERIFY(!wait(m_store.remove(configuration)));
     }
 
     void corruptedDataReadsAsAbsent()

@@ -1,22 +1,104 @@
-#include "ConnectionFixture.h"
 #include "api/Errors.h"
+#include "core/AppContext.h"
+#include "core/KeychainStore.h"
 #include "core/ReconnectionCountdown.h"
+#include "settings/UserDefaults.h"
+#include "support/Await.h"
+#include "support/FakeServer.h"
 #include "ui/ClientErrorPresenter.h"
+#include "ui/ConnectionEditor.h"
 #include "ui/LoginPrompt.h"
 #include "ui/MainWindow.h"
 #include "ui/ReconnectionOverlay.h"
 #include "ui/ServerMenu.h"
+#include "ui/WelcomeView.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QToolBar>
+
+#include <memory>
 
 using API::AuthMethod;
 
 namespace {
+
+// A fresh context over a throwaway settings file, and a server that wants the login form with
+// admin / secret unless `bypass` is on.
+struct ConnectionFixture
+{
+    QTemporaryDir dir;
+    FakeServer server;
+    bool bypass = false;
+    UserDefaults defaults{dir.filePath(QStringLiteral("Quillo.ini"))};
+    KeychainStore &keychain;
+    std::unique_ptr<AppContext> context;
+
+    explicit ConnectionFixture(KeychainStore &store)
+        : keychain(store)
+        , context(std::make_unique<AppContext>(defaults, keychain))
+    {
+        server.setHandler([this](const FakeServer::Request &request) {
+            using Response = FakeServer::Response;
+            if (request.target.endsWith("/auth/login")) {
+                if (request.body != "username=admin&password=secret")
+                    return Response::text(200, "Fails.");
+                Response ok = Response::text(200, "Ok.");
+                ok.headers.append({QByteArray("Set-Cookie"), QByteArray("SID=s1; HttpOnly; path=/")});
+                return ok;
+            }
+            if (!bypass && !request.header("Cookie").contains("SID=s1"))
+                return Response::text(403, "Forbidden");
+            if (request.target.endsWith("/app/version"))
+                return Response::text(200, "v4.5.2");
+            if (request.target.endsWith("/app/webapiVersion"))
+                return Response::text(200, "2.8.19");
+            if (request.target.endsWith("/sync/maindata"))
+                return Response::json(R"({"rid":1,"full_update":true,"server_state":{"connection_status":"connected"}})");
+            if (request.target.endsWith("/app/buildInfo"))
+                return Response::json(
+                    R"({"qt":"6.4.2","libtorrent":"2.0.8.0","boost":"1.74.0","openssl":"3.0.9","bitness":64})");
+            return Response::text(200, "");
+        });
+    }
+
+    ~ConnectionFixture()
+    {
+        // Dialogs and alerts left open by a failed check must not outlive the context they use.
+        for (QWidget *widget : QApplication::topLevelWidgets())
+            delete widget;
+        context.reset();
+    }
+
+    ClientConfiguration add(const QString &name, API::AuthMethod method = API::AuthMethod::cookieLogin,
+                            quint16 port = 0)
+    {
+        ClientConfiguration configuration = server.configuration(method);
+        configuration.name = name;
+        if (port)
+            configuration.port = port;
+        context->addConfiguration(configuration);
+        return configuration;
+    }
+};
+
+void type(QLineEdit *field, const QString &text)
+{
+    field->clear();
+    // Key events exist for ASCII only; inserting is an edit by the user all the same.
+    if (std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 128; }))
+        QTest::keyClicks(field, text);
+    else
+        field->insert(text);
+}
 
 QStringList entries(const QMenu &menu)
 {
@@ -46,22 +128,24 @@ QStringList buttonTexts(const QMessageBox &box)
     return texts;
 }
 
-void loseConnection(AppContext &context, int times, const QString &message)
+void loseConnection(AppContext &context, int times, const QString &message,
+                    QNetworkReply::NetworkError code = QNetworkReply::ConnectionRefusedError)
 {
     for (int i = 0; i < times; ++i)
-        context.reportSyncFailure(QStringLiteral("Sync"), std::make_exception_ptr(API::TransportError(
-                                                              QNetworkReply::ConnectionRefusedError, message)));
+        context.reportSyncFailure(QStringLiteral("Sync"), std::make_exception_ptr(API::TransportError(code, message)));
 }
 
 } // namespace
 
+// The connection editor, the welcome view, the server menu, the login prompt and the reconnection
+// overlay, driven through their widgets against a scripted server and a real Secret Service.
 class TestConnectionWindows : public QObject
 {
     Q_OBJECT
 
+    // One store for the run: GLib keeps per-thread data that an ending worker thread leaves behind.
     KeychainStore m_keychain;
 
-private Q_SLOTS:
     // A login connection without stored credentials: selecting it asks for them.
     static LoginPrompt *askForLogin(ConnectionFixture &fixture, MainWindow &window)
     {
@@ -71,6 +155,216 @@ private Q_SLOTS:
         return window.loginPrompt();
     }
 
+private Q_SLOTS:
+    void checksTheAddress_data()
+    {
+        QTest::addColumn<bool>("isPort");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("problem");
+        const auto row = [](const char *name, bool isPort, const char *text, const QString &problem) {
+            QTest::newRow(name) << isPort << QString::fromUtf8(text) << problem;
+        };
+        const QString invalid = QStringLiteral("“%1” is not a valid host name or IP address.");
+        row("spaces", false, "my nas", QStringLiteral("A host name cannot contain spaces."));
+        row("other scheme", false, "ftp://nas",
+            QStringLiteral("Enter the host alone, without “http://” or “https://”: use the Use HTTPS option instead."));
+        row("octet too big", false, "192.168.1.300", invalid.arg(u"192.168.1.300"));
+        row("three octets", false, "192.168.1", invalid.arg(u"192.168.1"));
+        row("empty label", false, "nas..local", invalid.arg(u"nas..local"));
+        row("leading hyphen", false, "-nas", invalid.arg(u"-nas"));
+        row("slash", false, "nas/qbt", invalid.arg(u"nas/qbt"));
+        row("name", false, "nas.local", {});
+        row("address", false, "192.168.1.10", {});
+        row("IPv6", false, "fe80::1", {});
+        row("international", false, "bücher.example", {});
+        const QString outOfRange = QStringLiteral("The port must be a number from 1 to 65535.");
+        row("port zero", true, "0", outOfRange);
+        row("port too big", true, "65536", outOfRange);
+        row("signed port", true, "+80", outOfRange);
+        row("highest port", true, "65535", {});
+    }
+
+    void checksTheAddress()
+    {
+        QFETCH(bool, isPort);
+        QFETCH(QString, text);
+        QFETCH(QString, problem);
+        ConnectionFixture fixture(m_keychain);
+        ConnectionEditor editor(*fixture.context);
+        type(isPort ? editor.hostField() : editor.portField(), isPort ? QStringLiteral("nas.local") : QStringLiteral("8080"));
+        type(isPort ? editor.portField() : editor.hostField(), text);
+
+        QLabel *error = isPort ? editor.portErrorLabel() : editor.hostErrorLabel();
+        QCOMPARE(error->text(), problem);
+        QCOMPARE(error->isHidden(), problem.isEmpty());
+        QCOMPARE(editor.saveButton()->isEnabled(), problem.isEmpty());
+    }
+
+    void takesAnAddressApart_data()
+    {
+        QTest::addColumn<QString>("input");
+        QTest::addColumn<bool>("pasted");
+        QTest::addColumn<QString>("host");
+        QTest::addColumn<QString>("port");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<bool>("https");
+        const auto row = [](const char *name, const char *input, bool pasted, const char *host, const char *port,
+                            const char *path, bool https) {
+            QTest::newRow(name) << QString::fromUtf8(input) << pasted << QString::fromUtf8(host) << QString::fromUtf8(port)
+                                << QString::fromUtf8(path) << https;
+        };
+        row("pasted https", "https://nas.local:8080", true, "nas.local", "8080", "", true);
+        row("pasted with path", "http://10.0.0.2:8080/qbt/", true, "10.0.0.2", "8080", "/qbt", false);
+        row("typed https", "https://nas.local", false, "nas.local", "", "", true);
+        row("typed with port", "http://nas.local:9090", false, "nas.local", "9090", "", false);
+        row("host and port", "nas.local:9090", false, "nas.local", "9090", "", false);
+    }
+
+    void takesAnAddressApart()
+    {
+        QFETCH(QString, input);
+        QFETCH(bool, pasted);
+        ConnectionFixture fixture(m_keychain);
+        ConnectionEditor editor(*fixture.context);
+        editor.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&editor));
+        if (pasted) {
+            QGuiApplication::clipboard()->setText(input);
+            QTest::keyClick(editor.hostField(), Qt::Key_V, Qt::ControlModifier);
+        } else {
+            QTest::keyClicks(editor.hostField(), input);
+            Q_EMIT editor.hostField()->editingFinished();
+        }
+
+        QTEST(editor.hostField()->text(), "host");
+        QTEST(editor.portField()->text(), "port");
+        QTEST(editor.pathField()->text(), "path");
+        QTEST(editor.httpsToggle()->isChecked(), "https");
+        QVERIFY(editor.hostErrorLabel()->isHidden());
+    }
+
+    void explainsEachMethod_data()
+    {
+        QTest::addColumn<AuthMethod>("method");
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("helpMentions");
+        QTest::addColumn<bool>("login");
+        QTest::addColumn<bool>("key");
+        const auto row = [](AuthMethod method, const char *label, const char *title, const char *mentions, bool login,
+                            bool key) {
+            QTest::newRow(label) << method << QString::fromUtf8(label) << QString::fromUtf8(title)
+                                 << QString::fromUtf8(mentions) << login << key;
+        };
+        row(AuthMethod::none, "No Authentication", "No Authentication", "bypasses", false, false);
+        row(AuthMethod::cookieLogin, "Standard Login", "Standart Login", "/api/v2/auth/login", true, false);
+        row(AuthMethod::basic, "Basic Auth", "Basic Auth", "HTTP Authorization", true, false);
+        row(AuthMethod::apiKey, "API Key", "API Key", "Bearer", false, true);
+    }
+
+    void explainsEachMethod()
+    {
+        QFETCH(AuthMethod, method);
+        ConnectionFixture fixture(m_keychain);
+        ConnectionEditor editor(*fixture.context);
+        const auto index = static_cast<int>(std::find(API::allAuthMethods.begin(), API::allAuthMethods.end(), method) -
+                                            API::allAuthMethods.begin());
+        editor.methodPicker()->setCurrentIndex(index);
+
+        QTEST(editor.methodPicker()->currentText(), "label");
+        QTEST(editor.helpTitleLabel()->text(), "title");
+        QFETCH(QString, helpMentions);
+        QVERIFY2(editor.helpLabel()->text().contains(helpMentions), qPrintable(editor.helpLabel()->text()));
+        QTEST(editor.usernameField()->isVisibleTo(&editor), "login");
+        QTEST(editor.passwordField()->isVisibleTo(&editor), "login");
+        QTEST(editor.apiKeyField()->isVisibleTo(&editor), "key");
+    }
+
+    void refusesADuplicateAndKeepsTheInput_data()
+    {
+        QTest::addColumn<int>("method"); // index in the picker
+        QTest::addColumn<bool>("duplicate");
+        QTest::newRow("same address and method") << 1 << true;
+        QTest::newRow("another method is another connection") << 2 << false;
+    }
+
+    void refusesADuplicateAndKeepsTheInput()
+    {
+        QFETCH(int, method);
+        QFETCH(bool, duplicate);
+        ConnectionFixture fixture(m_keychain);
+        const ClientConfiguration existing = fixture.add(QStringLiteral("NAS"), AuthMethod::cookieLogin);
+        ConnectionEditor editor(*fixture.context);
+        editor.show();
+        type(editor.nameField(), QStringLiteral("NAS"));
+        type(editor.hostField(), existing.host);
+        type(editor.portField(), QString::number(*existing.port));
+        editor.methodPicker()->setCurrentIndex(method);
+        QTest::mouseClick(editor.saveButton(), Qt::LeftButton);
+
+        if (!duplicate) {
+            QTRY_COMPARE(fixture.context->clientConfigurations().size(), 2);
+            return;
+        }
+        QCOMPARE(editor.saveErrorLabel()->text(), QStringLiteral("Server with these settings already exists!"));
+        QVERIFY(editor.saveErrorLabel()->isVisible());
+        QVERIFY(editor.isVisible());
+        QCOMPARE(editor.hostField()->text(), existing.host);
+        QCOMPARE(fixture.context->clientConfigurations().size(), 1);
+    }
+
+    void welcomeViewAddsAndOpensAConnection()
+    {
+        ConnectionFixture fixture(m_keychain);
+        fixture.bypass = true;
+        MainWindow window(*fixture.context);
+        window.show();
+        QVERIFY(window.welcomeView()->isVisible());
+        QVERIFY(!window.toolBar()->isVisible());
+
+        QTest::mouseClick(window.welcomeView()->connectToServerButton(), Qt::LeftButton);
+        auto *editor = window.findChild<ConnectionEditor *>();
+        QVERIFY(editor);
+        QCOMPARE(editor->windowTitle(), QStringLiteral("New Connection"));
+        editor->methodPicker()->setCurrentIndex(2); // Basic Auth
+        type(editor->hostField(), QStringLiteral("127.0.0.1"));
+        type(editor->portField(), QString::number(fixture.server.port()));
+        type(editor->usernameField(), QStringLiteral("admin"));
+        type(editor->passwordField(), QStringLiteral("pässword"));
+        QTest::mouseClick(editor->saveButton(), Qt::LeftButton);
+
+        QTRY_VERIFY(fixture.context->isPolling()); // connected, nothing left in flight
+        const ClientConfiguration saved = *fixture.context->clientConfiguration();
+        QCOMPARE(saved.host, QStringLiteral("127.0.0.1"));
+        QCOMPARE(saved.authMethod, AuthMethod::basic);
+        QVERIFY(!window.welcomeView()->isVisible());
+        QVERIFY(window.toolBar()->isVisible());
+        // The password went to the keychain.
+        QCOMPARE(QuilloTest::wait(m_keychain.read(saved)),
+                 std::optional(API::UserCredentials{QStringLiteral("admin"), QStringLiteral("pässword"), {}}));
+        QuilloTest::wait(m_keychain.remove(saved));
+    }
+
+    // The server menu edits the connection in use, and the window reconnects with what was saved.
+    void editingTheConnectionInUse()
+    {
+        ConnectionFixture fixture(m_keychain);
+        fixture.bypass = true;
+        const ClientConfiguration nas = fixture.add(QStringLiteral("NAS"), AuthMethod::none);
+        MainWindow window(*fixture.context);
+        QuilloTest::wait(fixture.context->selectConfiguration(nas.id));
+        QAction *edit = entry(*window.serverMenu(), QStringLiteral("Edit Connection…"));
+        QVERIFY(edit);
+        edit->trigger();
+        auto *editor = window.findChild<ConnectionEditor *>();
+        QVERIFY(editor);
+        QCOMPARE(editor->nameField()->text(), QStringLiteral("NAS"));
+        editor->nameField()->setText(QStringLiteral("Attic"));
+        QTest::mouseClick(editor->saveButton(), Qt::LeftButton);
+        QTRY_COMPARE(fixture.context->clientConfiguration()->name, QStringLiteral("Attic"));
+        QCOMPARE(fixture.context->clientConfigurations().size(), 1);
+        QTRY_VERIFY(fixture.context->isPolling());
+    }
     void loginPromptLogsIn()
     {
         ConnectionFixture fixture(m_keychain);
@@ -270,6 +564,10 @@ private Q_SLOTS:
         ReconnectionCountdown countdown(*fixture.context, std::chrono::hours(1));
         ReconnectionOverlay overlay(*fixture.context, countdown, &area);
         area.show();
+        // A cancelled request is no loss.
+        loseConnection(*fixture.context, 1, QStringLiteral("cancelled"), QNetworkReply::OperationCanceledError);
+        QVERIFY(!overlay.isVisible());
+        QVERIFY(fixture.context->isPolling());
         loseConnection(*fixture.context, 1, QStringLiteral("Connection refused"));
         if (!serverBack)
             fixture.server.answerAll(FakeServer::Response::dropConnection());
@@ -280,8 +578,12 @@ private Q_SLOTS:
         QTRY_VERIFY(!fixture.context->isReconnecting());
         QCOMPARE(fixture.context->connectionLossCount(), serverBack ? 0 : 2);
         QCOMPARE(overlay.isVisible(), !serverBack);
-        if (!serverBack) // a failed attempt counts as another loss, and waits longer
+        QCOMPARE(fixture.context->isPolling(), serverBack);
+        if (!serverBack) { // a failed attempt counts as another loss, and waits longer
             QCOMPARE(overlay.countdownLabel()->text(), QStringLiteral("Reconnecting in 20 s"));
+            QCOMPARE(fixture.context->clientError()->title(), QStringLiteral("Failed to reconnect."));
+            QCOMPARE(fixture.context->clientError()->description(), QStringLiteral("An unexpected error occurred!"));
+        }
     }
 
     void countdownEndsInAReconnection()
