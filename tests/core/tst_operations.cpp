@@ -81,11 +81,6 @@ private Q_SLOTS:
             << QByteArray("/api/v2/torrents/setForceStart?hashes=all&value=true") << before;
         QTest::newRow("recheck waits for the poll") << v2_11 << op(&AppContext::recheckTnts, {QStringLiteral("aaa")})
                                                     << QByteArray("/api/v2/torrents/recheck?hashes=aaa") << before;
-        QTest::newRow("priority of the selection") << v2_11 << Operation([](AppContext &c) {
-            c.setSelectedTnts({QStringLiteral("ccc")});
-            return c.increasePriority();
-        }) << QByteArray("/api/v2/torrents/increasePrio?hashes=ccc")
-                                                   << before;
         QTest::newRow("priority of nothing selected")
             << v2_11 << Operation([](AppContext &c) { return c.minimumPriority(); })
             << QByteArray("/api/v2/torrents/bottomPrio?hashes=all") << before;
@@ -159,32 +154,6 @@ private Q_SLOTS:
         QCOMPARE(m_context->clientError()->description(), QStringLiteral("Quillo is not connected to qBt!"));
         QCOMPARE(sent(), QByteArray());
         QCOMPARE(states(), QStringLiteral("stoppedUP stoppedDL queuedDL"));
-    }
-
-    void removeEmptiesTheSelection_data()
-    {
-        QTest::addColumn<Set>("removed");
-        QTest::addColumn<QStringList>("left");
-        QTest::newRow("one") << Set{QStringLiteral("bbb")} << QStringList{QStringLiteral("aaa"), QStringLiteral("ccc")};
-        QTest::newRow("all") << Set{} << QStringList{};
-    }
-
-    void removeEmptiesTheSelection()
-    {
-        QFETCH(Set, removed);
-        QFETCH(QStringList, left);
-        connectTo("2.11.0");
-        m_context->setSelectedTnts({QStringLiteral("bbb")});
-        QSignalSpy gone(m_context, &AppContext::tntsRemoved);
-        wait(m_context->removeTnts(removed, false));
-        QStringList remaining;
-        for (qsizetype row = 0; row < m_context->tntCollection().size(); ++row)
-            remaining << m_context->tntCollection().at(row).id();
-        remaining.sort();
-        QCOMPARE(remaining, left);
-        QVERIFY(m_context->selectedTnts().isEmpty());
-        QCOMPARE(gone.size(), 1);
-        QVERIFY(sent().endsWith("deleteFiles=false"));
     }
 
     // Categories and tags change here as the next poll would change them.

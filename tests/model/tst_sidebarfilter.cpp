@@ -85,11 +85,6 @@ private Q_SLOTS:
                                                      << QStringList{u"up"_qs};
         QTest::newRow("name within categories") << Items{category(u"linux"_qs), category(u"music"_qs)} << u"u"_qs
                                                 << QStringList{u"dl"_qs, u"up"_qs};
-        QTest::newRow("urls of one host fold") << Items{SidebarItem::forTracker(u"tracker.example.org"_qs)} << QString()
-                                               << QStringList{u"dl"_qs, u"st"_qs, u"up"_qs};
-        QTest::newRow("trackerless, or another host")
-            << Items{SidebarItem::forTracker(SidebarItem::trackerlessTitle()), SidebarItem::forTracker(u"other.net"_qs)}
-            << QString() << QStringList{u"al"_qs, u"mi"_qs, u"up"_qs};
         QTest::newRow("tracker and tag intersect")
             << Items{SidebarItem::forTracker(u"tracker.example.org"_qs), SidebarItem::forTag(u"iso"_qs)} << QString()
             << QStringList{u"dl"_qs};

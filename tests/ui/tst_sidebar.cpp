@@ -1,19 +1,16 @@
-#include "core/AppContext.h"
-#include "core/KeychainStore.h"
 #include "core/NavigationContext.h"
-#include "support/Await.h"
-#include "support/FakeServer.h"
+#include "support/ScriptedTorrents.h"
+#include "ui/MainWindow.h"
 #include "ui/SidebarView.h"
 #include "ui/TntCommands.h"
-#include "ui/TntFilterProxy.h"
+#include "ui/TntTableView.h"
 
 #include <QMenu>
-#include <QTemporaryDir>
+#include <QTableView>
 #include <QTest>
 #include <QTreeWidget>
 
 using Group = NavigationContext::Group;
-using QuilloTest::wait;
 
 namespace {
 
@@ -25,6 +22,15 @@ const QByteArray twoCategories = "{\"rid\":1,\"full_update\":true,\"torrents\":{
                                  "\"tags\":[\"y\",\"x\"],"
                                  "\"trackers\":{\"http://t.example/announce\":[\"aaa\",\"bbb\"],\"udp://t.example:1\":[\"aaa\"]}}";
 
+QStringList ids(const QSet<SidebarItem> &items)
+{
+    QStringList found;
+    for (const SidebarItem &item : items)
+        found << item.id;
+    found.sort();
+    return found;
+}
+
 QStringList texts(const QList<QAction *> &actions)
 {
     QStringList result;
@@ -35,23 +41,18 @@ QStringList texts(const QList<QAction *> &actions)
 
 } // namespace
 
-// The sidebar over a scripted server: its groups and titles, clicks that filter the table, the
-// entries' menus, and the selection kept across a restart and pruned when the server drops a label.
+// The window's sidebar over a scripted server: its groups and titles, clicks that filter the table,
+// the entries' menus, and the selection kept across a restart and pruned when the server drops a label.
 class TestSidebar : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir m_dir;
-    KeychainStore m_keychain;
-    QByteArray m_mainData = twoCategories;
-    std::unique_ptr<FakeServer> m_server;
-    std::unique_ptr<UserDefaults> m_defaults;
-    std::unique_ptr<AppContext> m_context;
-    std::unique_ptr<NavigationContext> m_navigation;
-    std::unique_ptr<QWidget> m_window;
+    std::unique_ptr<ScriptedTorrents> m_server;
+    AppContext *m_context = nullptr;
+    std::unique_ptr<MainWindow> m_window;
     SidebarView *m_view = nullptr;
-    TntCommands *m_commands = nullptr;
-    TntFilterProxy *m_table = nullptr;
+
+    int shownRows() const { return m_window->tntTable()->table()->model()->rowCount(); }
 
     QTreeWidgetItem *entry(Group group, const QString &title) const
     {
@@ -71,45 +72,29 @@ class TestSidebar : public QObject
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, modifiers, tree->visualItemRect(item).center());
     }
 
+    // What the next start of Quillo selects.
+    QStringList restoredIds() const
+    {
+        return ids(NavigationContext(*m_context, m_server->defaults).selectedSidebarItems());
+    }
+
     QStringList selectedIds() const
     {
-        QStringList ids;
-        for (const SidebarItem &item : m_navigation->selectedSidebarItems())
-            ids << item.id;
-        ids.sort();
-        return ids;
+        QSet<SidebarItem> items;
+        for (const QTreeWidgetItem *item : m_view->tree()->selectedItems())
+            items << item->data(0, SidebarView::ItemRole).value<SidebarItem>();
+        return ids(items);
     }
 
 private Q_SLOTS:
     void initTestCase()
     {
-        m_server = std::make_unique<FakeServer>();
-        m_server->setHandler([this](const FakeServer::Request &request) {
-            if (request.target.endsWith("/app/webapiVersion"))
-                return FakeServer::Response::text(200, "2.11.4");
-            if (request.target.endsWith("/app/version"))
-                return FakeServer::Response::text(200, "v5.1.0");
-            if (request.target.contains("/sync/maindata"))
-                return FakeServer::Response::json(m_mainData);
-            if (request.target.endsWith("/app/buildInfo"))
-                return FakeServer::Response::json("{\"bitness\":64}");
-            return FakeServer::Response::text(200, "");
-        });
-        m_defaults = std::make_unique<UserDefaults>(m_dir.filePath(QStringLiteral("Quillo.ini")));
-        m_context = std::make_unique<AppContext>(*m_defaults, m_keychain);
-        const ClientConfiguration configuration = m_server->configuration(API::AuthMethod::none);
-        m_context->addConfiguration(configuration);
-        wait(m_context->selectConfiguration(configuration.id));
-        QTRY_COMPARE(m_context->tntCollection().size(), 3);
+        m_server = std::make_unique<ScriptedTorrents>("2.11.4", twoCategories);
+        m_context = m_server->context.get();
 
-        m_navigation = std::make_unique<NavigationContext>(*m_context, *m_defaults);
-        m_window = std::make_unique<QWidget>();
-        m_commands = new TntCommands(*m_context, m_window.get());
-        m_view = new SidebarView(*m_context, *m_navigation, *m_commands, m_window.get());
-        // The table's side, as the main window wires it.
-        m_table = new TntFilterProxy(m_context->tntCollection(), m_window.get());
-        connect(m_navigation.get(), &NavigationContext::filterChanged, m_table, &TntFilterProxy::setSidebarFilter);
-        m_view->resize(260, 900);
+        m_window = std::make_unique<MainWindow>(*m_context);
+        m_view = m_window->sidebar();
+        m_window->resize(1000, 1000); // every entry in view
         m_window->show();
         QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
     }
@@ -117,8 +102,7 @@ private Q_SLOTS:
     void cleanupTestCase()
     {
         m_window.reset();
-        m_navigation.reset();
-        m_context.reset();
+        m_server.reset();
     }
 
     void groupsAndTitles()
@@ -170,7 +154,7 @@ private Q_SLOTS:
         QFETCH(int, rows);
         click(static_cast<Group>(group), title, withCtrl ? Qt::ControlModifier : Qt::NoModifier);
         QCOMPARE(selectedIds(), selected);
-        QCOMPARE(m_table->rowCount(), rows);
+        QCOMPARE(shownRows(), rows);
     }
 
     void menusOfTheEntries()
@@ -191,27 +175,28 @@ private Q_SLOTS:
         films->actions().at(4)->trigger(); // Edit
         QCOMPARE(m_view->sidebarContext().editedCategory(),
                  std::optional(SidebarItem::Category{u"films"_qs, u"films"_qs, u"/films"_qs}));
-        QVERIFY(m_commands->openSheet());
-        m_commands->openSheet()->reject();
+        QVERIFY(m_window->tntCommands()->openSheet());
+        m_window->tntCommands()->openSheet()->reject();
         QCOMPARE(m_view->sidebarContext().editedCategory(), std::nullopt);
     }
 
     void selectionOutlivesARestartUntilTheServerDropsIt()
     {
         QCOMPARE(selectedIds(), QStringList{u"category_films"_qs});
-        QCOMPARE(NavigationContext(*m_context, *m_defaults).selectedSidebarItems(), m_navigation->selectedSidebarItems());
+        QCOMPARE(restoredIds(), selectedIds());
 
         m_view->tree()->topLevelItem(static_cast<int>(Group::tag))->setExpanded(false);
-        QVERIFY(!m_defaults->boolValue(UserDefaultsKey::tagsIsExpanded, true));
+        QVERIFY(!m_server->defaults.boolValue(UserDefaultsKey::tagsIsExpanded, true));
 
         // A server without the category and without trackers.
-        m_mainData = "{\"rid\":2,\"full_update\":true,\"torrents\":{\"aaa\":{\"name\":\"Alpha\",\"state\":\"downloading\"}},"
+        m_server->syncAnswer = "{\"rid\":2,\"full_update\":true,\"torrents\":{\"aaa\":{\"name\":\"Alpha\",\"state\":\"downloading\"}},"
                      "\"categories\":{\"music\":{\"name\":\"music\"}}}";
         m_context->forcePoll();
         QTRY_COMPARE(m_context->tntCollection().size(), 1);
         QCOMPARE(selectedIds(), QStringList{});
+        QCOMPARE(restoredIds(), QStringList{});
         QVERIFY(m_view->tree()->topLevelItem(static_cast<int>(Group::tracker))->isHidden());
-        QCOMPARE(m_table->rowCount(), 1);
+        QCOMPARE(shownRows(), 1);
     }
 };
 

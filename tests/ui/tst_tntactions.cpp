@@ -1,7 +1,6 @@
 #include "support/ScriptedTorrents.h"
 #include "ui/EditorSheet.h"
 #include "ui/MainWindow.h"
-#include "ui/SidebarView.h"
 #include "ui/TntCommands.h"
 #include "ui/TntContextMenu.h"
 #include "ui/TntTableModel.h"
@@ -20,7 +19,6 @@
 #include <QTest>
 #include <QToolBar>
 #include <QToolButton>
-#include <QTreeWidget>
 
 #include <functional>
 
@@ -129,9 +127,6 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("request");
         const QString one = QStringLiteral("This tnt will be deleted immediately. You can’t undo this action.");
         const QString many = QStringLiteral("This tnts will be deleted immediately. You can’t undo this action.");
-        QTest::newRow("one, from the list") << Set{QStringLiteral("aaa")} << QStringLiteral("Remove from List")
-                                            << QStringLiteral("Are you sure you want to remove 1 tnt?") << one
-                                            << QByteArray("/api/v2/torrents/delete?hashes=aaa&deleteFiles=false");
         QTest::newRow("two, everywhere") << Set{QStringLiteral("aaa"), QStringLiteral("ccc")}
                                          << QStringLiteral("Remove Everywhere")
                                          << QStringLiteral("Are you sure you want to remove 2 tnts?") << many
@@ -168,6 +163,7 @@ private Q_SLOTS:
         }
         QCOMPARE(sent(), request);
         QTRY_COMPARE(m_server->context->tntCollection().size(), 3 - (selected.isEmpty() ? 3 : selected.size()));
+        QVERIFY(m_server->context->selectedTnts().isEmpty());
     }
 
     void removeWithoutConfirmationKeepsTheData()
@@ -318,17 +314,6 @@ private Q_SLOTS:
         m_server->server.clearRequests();
         item(menu, QStringLiteral("Super seeding mode"))->trigger();
         QCOMPARE(sent(), QByteArray("/api/v2/torrents/setSuperSeeding?hashes=aaa%7Cccc&value=true"));
-    }
-
-    void sidebarNarrowsTheTable()
-    {
-        QTreeWidget *tree = m_window->sidebar()->tree();
-        const QList<QTreeWidgetItem *> films =
-            tree->findItems(QStringLiteral("films"), Qt::MatchExactly | Qt::MatchRecursive);
-        QCOMPARE(films.size(), 1);
-        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(films.first()).center());
-        QTRY_COMPARE(m_window->tntTable()->table()->model()->rowCount(), 1);
-        QCOMPARE(m_window->tntTable()->table()->model()->index(0, 0).data().toString(), QStringLiteral("Nearly"));
     }
 
     void toolbarAndStatusBar()
