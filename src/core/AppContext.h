@@ -151,9 +151,9 @@ public:
     QCoro::Task<> banPeers(QSet<QString> peers);
     QCoro::Task<> toggleSpeedLimitsMode();
     // Adds torrents; false when the server refused or the connection went. With the torrent's hash,
-    // `filePriorities` (per file, in index order) reach every server: sent along from API 2.15;
-    // before that the torrent is added stopped, given them once it appears, and then started if
-    // `start` asks.
+    // `filePriorities` (per file, in index order) reach every server: sent along with a link from
+    // API 2.15; otherwise the torrent is added stopped, given them once it appears, and then
+    // started if `start` asks.
     QCoro::Task<bool> addTnts(API::TntAddingOptions options, bool start, QString hash = {},
                               QList<int> filePriorities = {});
 

@@ -472,7 +472,10 @@ QCoro::Task<bool> AppContext::addTnts(API::TntAddingOptions options, bool start,
                                       QList<int> filePriorities)
 {
     const QMap<int, QSet<int>> changed = filesByPriority(filePriorities);
-    if (changed.isEmpty() || m_webAPIVersion >= filePrioritiesOnAdd || hash.isEmpty()) {
+    // Servers that take `filePriorities` refuse them with uploaded .torrent files ("Cannot specify
+    // filePriorities when uploading torrent files", qBittorrent 5.3): only links send them along.
+    const bool sentAlong = m_webAPIVersion >= filePrioritiesOnAdd && (!options.tnts || options.tnts->isEmpty());
+    if (changed.isEmpty() || sentAlong || hash.isEmpty()) {
         if (!changed.isEmpty())
             options.filePriorities = joined(filePriorities);
         options.setAddStopped(!start, m_webAPIVersion);
