@@ -21,8 +21,8 @@ QCollatorSortKey sortKeyOf(const QString &name)
     return collator.sortKey(name);
 }
 
-template<typename T>
-void take(T &field, const std::optional<T> &incoming, TntModel::Field flag, TntModel::Fields &changed)
+template<typename T, typename Incoming>
+void take(T &field, const Incoming &incoming, TntModel::Field flag, TntModel::Fields &changed)
 {
     if (incoming && field != *incoming) {
         field = *incoming;

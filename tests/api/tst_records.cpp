@@ -226,6 +226,19 @@ void TestRecords::mainDataCollections()
     QVERIFY(data.tnts.isEmpty());
 }
 
+// 50,000 torrents hold one copy of a save path, not 50,000; the models copy the records' strings.
+void TestRecords::repeatedStringsShared()
+{
+    const QByteArray fields = R"("category":"iso","save_path":"/srv/dl/","tags":"a, b","tracker":"udp://t:1")";
+    const MainData data = decodeMainData(R"({"rid":1,"torrents":{")" + hash.toLatin1() + R"(":{"infohash_v1":")"
+                                         + hash.toLatin1() + "\"," + fields + R"(},"b":{)" + fields + "}}}");
+    const STntModel first = data.tnts.value(hash);
+    const STntModel second = data.tnts.value(QStringLiteral("b"));
+    for (const auto field : {&STntModel::category, &STntModel::savePath, &STntModel::tags, &STntModel::tracker})
+        QCOMPARE((first.*field)->constData(), (second.*field)->constData());
+    QCOMPARE(first.infohashV1->constData(), data.tnts.constFind(hash).key().constData());
+}
+
 void TestRecords::failures_data()
 {
     QTest::addColumn<Decoder>("decoder");
