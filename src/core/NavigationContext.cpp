@@ -135,7 +135,7 @@ void NavigationContext::setSplitSizes(Split split, const QList<int> &sizes)
 
 bool NavigationContext::isTntDetailsHidden() const
 {
-    return m_defaults.boolValue(UserDefaultsKey::tntDetailsIsHidden, true);
+    return m_defaults.boolValue(UserDefaultsKey::tntDetailsIsHidden, false);
 }
 
 void NavigationContext::setTntDetailsHidden(bool hidden)

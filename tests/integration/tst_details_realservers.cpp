@@ -86,7 +86,6 @@ private Q_SLOTS:
                                      && m_context->tntCollection().find(made.infoHash)->progress() == 1.0,
                                  20'000);
 
-        m_window->transferStatus()->tntDetailsToggle()->click();
         m_context->setSelectedTnts({made.infoHash});
         TntDetailPane &pane = *m_window->detailPane();
         QVERIFY(pane.isVisible());

@@ -69,11 +69,16 @@ struct ScriptedTorrents
     ~ScriptedTorrents() { context.reset(); }
 
     // The newest request other than a poll: path, "?", form body.
+    // The last request the user's action sent: polls and the detail pane's reads are left out.
     QByteArray lastRequest() const
     {
+        static const QByteArrayList reads{"/sync/", "/torrents/properties", "/torrents/trackers", "/torrents/webseeds",
+                                          "/torrents/files"};
+        const auto isRead = [](const FakeServer::Request &r) {
+            return std::any_of(reads.cbegin(), reads.cend(), [&r](const QByteArray &read) { return r.target.contains(read); });
+        };
         const auto &requests = server.requests();
-        const auto found = std::find_if(requests.crbegin(), requests.crend(),
-                                        [](const auto &r) { return !r.target.contains("/sync/maindata"); });
+        const auto found = std::find_if(requests.crbegin(), requests.crend(), [&isRead](const auto &r) { return !isRead(r); });
         return found == requests.crend() ? QByteArray() : found->target + '?' + found->body;
     }
 

@@ -126,7 +126,11 @@ private Q_SLOTS:
 
     void toggleHidesAndShowsAndIsKept()
     {
-        QVERIFY(!pane().isVisible()); // a fresh start keeps the table whole
+        QVERIFY(pane().isVisible()); // a fresh start shows the details below the table
+        QCOMPARE(toggle().text(), QStringLiteral("Hide tnt details"));
+        QCOMPARE(toggle().toolTip(), QStringLiteral("Hide tnt details"));
+        toggle().click();
+        QVERIFY(!pane().isVisible());
         QCOMPARE(toggle().text(), QStringLiteral("Show tnt details"));
         select({QStringLiteral("aaa")});
         QTest::qWait(100);
@@ -134,8 +138,6 @@ private Q_SLOTS:
 
         toggle().click();
         QVERIFY(pane().isVisible());
-        QCOMPARE(toggle().text(), QStringLiteral("Hide tnt details"));
-        QCOMPARE(toggle().toolTip(), QStringLiteral("Hide tnt details"));
         QTRY_VERIFY(pane().generalText().contains(QStringLiteral("Total size: ") + TntFormat::size(2048)));
         QVERIFY(pane().generalText().contains(QStringLiteral("Created by: Quillo")));
         select({QStringLiteral("aaa"), QStringLiteral("ccc")});
@@ -154,7 +156,6 @@ private Q_SLOTS:
 
     void theTabIsKept()
     {
-        toggle().click();
         select({QStringLiteral("aaa")});
         pane().tabs()->setCurrentIndex(2);
         QTRY_VERIFY(!sent("/sync/torrentPeers").isEmpty()); // the tab's details come at once
@@ -165,7 +166,6 @@ private Q_SLOTS:
 
     void trackerAndPeerCommands()
     {
-        toggle().click();
         select({QStringLiteral("aaa")});
         pane().tabs()->setCurrentIndex(1);
         showRowOf(*pane().trackerView(), 2);
