@@ -534,10 +534,31 @@ void decodeMember(typename MemberOf<decltype(member)>::Record &record, od::value
     read(value, path, record.*member);
 }
 
+template<typename T>
+constexpr bool isCollection = false;
+template<typename T>
+constexpr bool isCollection<QList<T>> = true;
+template<typename K, typename V>
+constexpr bool isCollection<QHash<K, V>> = true;
+
+// A null optional collection is empty, as a null optional value is absent.
+template<auto member>
+void decodeOptional(typename MemberOf<decltype(member)>::Record &record, od::value &value, const Path &path)
+{
+    auto &field = record.*member;
+    if constexpr (isCollection<std::remove_cvref_t<decltype(field)>>) {
+        if (isNull(value)) {
+            field.clear();
+            return;
+        }
+    }
+    read(value, path, field);
+}
+
 template<auto member>
 constexpr Field<typename MemberOf<decltype(member)>::Record> optional(std::string_view key)
 {
-    return {key, false, &decodeMember<member>};
+    return {key, false, &decodeOptional<member>};
 }
 
 template<auto member>

@@ -378,7 +378,7 @@ QCoro::Task<> AppContext::syncMainData()
 
 void AppContext::reportPollFailure(const QString &title, const std::exception_ptr &failure)
 {
-    // An expired session is a loss too: reconnecting logs in again.
+    // An expired session ends polling too: see reportSyncFailure.
     if (thrown<API::TransportError>(failure) || thrown<API::AutorizationError>(failure))
         reportSyncFailure(QStringLiteral("Sync"), failure);
     else if (!m_clientError || m_clientError->title() != title)
@@ -670,6 +670,24 @@ void AppContext::reportSyncFailure(const QString &operation, const std::exceptio
         qCWarning(lcContext, "%s Connection lost: %s", qUtf8Printable(operation), transport->what());
         m_connectionError = transport->description();
         stopPolling();
+        ++m_connectionLossCount;
+        Q_EMIT connectionStateChanged();
+        return;
+    }
+    if (const auto refused = thrown<API::AutorizationError>(error)) {
+        // The server no longer knows this client (it restarted, or the session timed out): every
+        // later poll would be refused too. A cookie session is renewed at once, unless the last
+        // renewal was just now, which would make a loop of logins against a server that keeps refusing.
+        qCWarning(lcContext, "%s Error: %s", qUtf8Printable(operation), refused->what());
+        stopPolling();
+        constexpr qint64 renewalPause = 60'000;
+        if (m_configuration && m_configuration->authMethod == AuthMethod::cookieLogin
+            && (!m_lastSessionRenewal.isValid() || m_lastSessionRenewal.hasExpired(renewalPause))) {
+            m_lastSessionRenewal.start();
+            detached(reconnect());
+            return;
+        }
+        m_connectionError = refused->description();
         ++m_connectionLossCount;
         Q_EMIT connectionStateChanged();
         return;

@@ -17,6 +17,7 @@
 #include "settings/AppSettings.h"
 
 #include <QCoroTask>
+#include <QElapsedTimer>
 #include <QMap>
 #include <QSet>
 #include <QObject>
@@ -107,7 +108,8 @@ public:
     // The background pause is longer; the loop under way is not restarted.
     void setAppState(AppState state);
 
-    // Called by the sync when a request failed; a cancelled request is not a loss.
+    // Called by the sync when a request failed: a cancelled request is not a loss, a refused one
+    // renews a cookie session.
     void reportSyncFailure(const QString &operation, const std::exception_ptr &error);
     void dismissClientError();
     // Moves the saved connection to the suggested port and path, and connects to it.
@@ -252,4 +254,5 @@ private:
     quint64 m_pollRound = 0; // bumped when polling starts or stops: late answers of a stopped poller are dropped
     int m_connectionLossCount = 0;
     QString m_connectionError;
+    QElapsedTimer m_lastSessionRenewal; // monotonic
 };

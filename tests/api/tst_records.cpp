@@ -226,6 +226,19 @@ void TestRecords::mainDataCollections()
     QVERIFY(data.tnts.isEmpty());
 }
 
+void TestRecords::nullCollectionsAreEmpty()
+{
+    const MainData data = decodeMainData(R"({"rid":1,"torrents":null,"torrents_removed":null,"categories":null,)"
+        R"("categories_removed":null,"tags":null,"tags_removed":null,"server_state":null,"trackers":null,)"
+        R"("trackers_removed":null})");
+    QCOMPARE(data.rid, 1);
+    QVERIFY(data.tnts.isEmpty() && data.tntsRemoved.isEmpty() && data.categories.isEmpty());
+    QVERIFY(data.categoriesRemoved.isEmpty() && data.tags.isEmpty() && data.tagsRemoved.isEmpty());
+    QVERIFY(!data.serverState && data.trackers.isEmpty() && data.trackersRemoved.isEmpty());
+    const PeersData peers = decodePeersData(R"({"rid":2,"peers":null,"peers_removed":null})");
+    QVERIFY(peers.peers.isEmpty() && peers.peersRemoved.isEmpty());
+}
+
 // 50,000 torrents hold one copy of a save path, not 50,000; the models copy the records' strings.
 void TestRecords::repeatedStringsShared()
 {
@@ -279,6 +292,9 @@ void TestRecords::failures_data()
         R"([{"availability":1,"index":0,"name":"a","piece_range":[0,1.5],"priority":1,"progress":1,"size":1}])",
         "[0].piece_range[1]: expected an integer");
     row("trackers not a list", Decoder::trackers, "{}", "expected an array");
+    row("null piece range", Decoder::files,
+        R"([{"availability":1,"index":0,"name":"a","piece_range":null,"priority":1,"progress":1,"size":1}])",
+        "[0].piece_range: expected an array");
     row("file priority as text", Decoder::files,
         R"([{"availability":1,"index":0,"name":"a","piece_range":[0,1],"priority":"1","progress":1,"size":1}])",
         "[0].priority: expected a number");

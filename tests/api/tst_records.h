@@ -15,6 +15,7 @@ private Q_SLOTS:
     void datesAsDateTimes_data();
     void datesAsDateTimes();
     void mainDataCollections();
+    void nullCollectionsAreEmpty();
     void repeatedStringsShared();
     void failures_data();
     void failures();

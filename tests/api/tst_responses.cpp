@@ -99,6 +99,8 @@ private Q_SLOTS:
             text(418, "teapot"), {}, {});
         row("unknown status counts as success", AuthMethod::cookieLogin, password, E::Sync::maindata(0),
             text(299, "{}"), {}, {});
+        row("509 is no known server error", AuthMethod::cookieLogin, password, E::Sync::maindata(0),
+            text(509, "{}"), {}, {});
         row("401 with basic but no password", AuthMethod::basic, userOnly, E::Sync::maindata(0), text(401, ""),
             notAuthorized, authRequired);
         row("401 with login", AuthMethod::cookieLogin, password, E::Auth::login(password), text(401, ""),

@@ -31,6 +31,7 @@ struct ScriptedQbt
     bool bypass = false;
     int loginStatus = 200; // 204 as qBittorrent 5.2 answers
     int logins = 0;
+    QByteArray session = "abc"; // a new one when the server restarts
 
     Response answer(const FakeServer::Request &request)
     {
@@ -41,13 +42,13 @@ struct ScriptedQbt
             if (!right)
                 return Response::text(200, "Fails.");
             Response ok = Response::text(loginStatus, loginStatus == 204 ? "" : "Ok.");
-            ok.headers.append({QByteArray("Set-Cookie"), QByteArray("SID=abc; HttpOnly; path=/")});
+            ok.headers.append({QByteArray("Set-Cookie"), "SID=" + session + "; HttpOnly; path=/"});
             return ok;
         }
         const QByteArray authorization = request.header("Authorization");
         const bool basicRight = authorization == "Basic " + QByteArray("admin:s3cret&=pässword").toBase64();
         const bool keyRight = authorization == "Bearer " + apiKey.toUtf8();
-        const bool cookieRight = request.header("Cookie").contains("SID=abc");
+        const bool cookieRight = request.header("Cookie").contains("SID=" + session);
         if (!bypass && !basicRight && !keyRight && !cookieRight) {
             if (authorization.startsWith("Basic "))
                 return Response::text(401, "");
@@ -137,6 +138,29 @@ private Q_SLOTS:
         QCOMPARE(m_context->webAPIVersion().toString(), QStringLiteral("2.15.1"));
         QCOMPARE(m_context->qbtBuildInfo().libtorrent, QStringLiteral("2.0.11.0"));
         QCOMPARE(alert(), QString());
+    }
+
+    // The server restarted between two polls: its next answer is a refusal, not a lost connection.
+    void expiredSessionLogsInAgain()
+    {
+        wait(m_context->selectConfiguration(addConnection(AuthMethod::cookieLogin, admin)));
+        QCOMPARE(m_qbt.logins, 1);
+        QSignalSpy polling(m_context.get(), &AppContext::pollingStarted);
+        m_qbt.session = "restarted";
+        m_context->forcePoll();
+        QTRY_COMPARE(polling.size(), 1);
+        QCOMPARE(m_qbt.logins, 2);
+        QVERIFY(m_context->isAuthorized());
+        QCOMPARE(m_context->connectionLossCount(), 0);
+        QCOMPARE(alert(), QString());
+
+        // Refused again right after logging in: no loop of logins, the loss is shown instead.
+        m_qbt.session = "again";
+        m_context->forcePoll();
+        QTRY_COMPARE(m_context->connectionLossCount(), 1);
+        QCOMPARE(m_qbt.logins, 2);
+        QVERIFY(!m_context->isPolling());
+        QCOMPARE(m_context->connectionError(), QStringLiteral("You are not authorized!"));
     }
 
     void storedCredentials_data()

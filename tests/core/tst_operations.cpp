@@ -152,6 +152,8 @@ private Q_SLOTS:
         wait(m_context->stopTnts({QStringLiteral("aaa")}));
         QCOMPARE(m_context->clientError()->title(), QStringLiteral("Failed to stop tnts."));
         QCOMPARE(m_context->clientError()->description(), QStringLiteral("Quillo is not connected to qBt!"));
+        QCOMPARE(m_context->clientError()->failureReason(),
+                 QStringLiteral("Click on the lock icon in the top right corner to connect."));
         QCOMPARE(sent(), QByteArray());
         QCOMPARE(states(), QStringLiteral("stoppedUP stoppedDL queuedDL"));
     }
