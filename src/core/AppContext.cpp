@@ -73,6 +73,11 @@ AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject 
         m_tntCollection.setAveragingWindow(samples);
         m_tntDetails.setAveragingWindow(samples);
     });
+    QObject::connect(&m_settings, &AppSettings::changed, this, [this](UserDefaultsKey key) {
+        if (key == UserDefaultsKey::refreshInterval || key == UserDefaultsKey::setRefreshIntervalAuto
+            || key == UserDefaultsKey::intervalIncreaseValue)
+            setPollingInterval(m_appState == AppState::background);
+    });
     for (const auto signal : {&TntDetailContext::targetChanged, &TntDetailContext::tabChanged}) {
         QObject::connect(&m_tntDetails, signal, this, [this] {
             if (!m_tntDetails.hash().isEmpty())
@@ -312,16 +317,41 @@ void AppContext::forcePoll()
     detached(syncMainData());
 }
 
+// With the automatic interval, the pause comes from the server's answer: one sync comes first.
+QCoro::Task<> AppContext::syncAndStartPolling()
+{
+    qCInfo(lcContext, "Sync and start polling");
+    const QPointer<AppContext> self(this);
+    const quint64 generation = m_generation;
+    const int losses = m_connectionLossCount;
+    co_await syncMainData();
+    QUILLO_RETURN_IF_STALE(self, generation);
+    // A lost connection or a renewal of the session under way restarts polling by itself.
+    if (m_connectionLossCount != losses || m_isReconnecting || m_isPolling)
+        co_return;
+    startPolling();
+}
+
+std::chrono::milliseconds AppContext::pollingInterval() const
+{
+    return m_poller ? m_poller->pollingInterval() : std::chrono::milliseconds(0);
+}
+
+void AppContext::setPollingInterval(bool background)
+{
+    const auto interval = Poller::intervalFor(m_settings, m_serverState, background);
+    qCInfo(lcContext, "Set polling interval to %lld", static_cast<long long>(interval.count()));
+    if (m_poller)
+        m_poller->setPollingInterval(interval);
+}
+
 void AppContext::setAppState(AppState state)
 {
     if (m_appState == state)
         return;
     m_appState = state;
     qCInfo(lcContext, "App did become %s", state == AppState::background ? "background" : "foreground");
-    const auto interval = Poller::intervalFor(m_settings, m_serverState, state == AppState::background);
-    qCInfo(lcContext, "Set polling interval to %lld", static_cast<long long>(interval.count()));
-    if (m_poller)
-        m_poller->setPollingInterval(interval);
+    setPollingInterval(state == AppState::background);
 }
 
 namespace {
@@ -372,8 +402,12 @@ QCoro::Task<> AppContext::syncMainData()
     // Before the labels: their announcement is when a remembered sidebar selection is checked.
     m_trackers.apply(data->fullUpdate.value_or(false), data->trackers, data->trackersRemoved);
     applyLabels(*data);
-    if (data->serverState)
+    if (data->serverState) {
+        const qint64 serverInterval = m_serverState.refreshInterval();
         m_serverState.update(*data->serverState);
+        if (m_settings.setRefreshIntervalAuto() && m_serverState.refreshInterval() != serverInterval)
+            setPollingInterval(m_appState == AppState::background);
+    }
 }
 
 void AppContext::reportPollFailure(const QString &title, const std::exception_ptr &failure)
@@ -596,7 +630,7 @@ QCoro::Task<> AppContext::finishConnecting()
     QUILLO_RETURN_IF_STALE(self, generation);
     m_progressMessage = ProgressMessage::none;
     Q_EMIT connectionStateChanged();
-    startPolling();
+    co_await syncAndStartPolling();
 }
 
 QCoro::Task<> AppContext::logIn(UserCredentials credentials, bool autoLogin)
@@ -722,7 +756,7 @@ QCoro::Task<> AppContext::reconnect()
         m_connectionLossCount = 0;
         m_connectionError.clear();
         Q_EMIT connectionStateChanged();
-        startPolling();
+        co_await syncAndStartPolling();
         co_return;
     }
     if (thrown<API::AutorizationError>(failure) && m_configuration->authMethod == AuthMethod::cookieLogin) {

@@ -55,6 +55,7 @@ public:
     API::Client *client() const { return m_client.get(); }
     bool isAuthorized() const { return m_isAuthorized; }
     bool isPolling() const { return m_isPolling; }
+    std::chrono::milliseconds pollingInterval() const;
     ProgressMessage progressMessage() const { return m_progressMessage; }
     const std::optional<API::ClientError> &clientError() const { return m_clientError; }
     const QString &qbtVersion() const { return m_qbtVersion; }
@@ -107,6 +108,8 @@ public:
     void forcePoll();
     // The background pause is longer; the loop under way is not restarted.
     void setAppState(AppState state);
+    // Stores the interval for the loop under way; it takes effect after the pause under way.
+    void setPollingInterval(bool background);
 
     // Called by the sync when a request failed: a cancelled request is not a loss, a refused one
     // renews a cookie session.
@@ -194,6 +197,7 @@ private:
     void setStates(const QSet<QString> &hashes, bool emptyMeansAll, TntModel::State incomplete,
                    TntModel::State complete);
     void startPolling();
+    QCoro::Task<> syncAndStartPolling();
     void stopPolling();
     QCoro::Task<> syncMainData();
     // A failed poll: a lost connection is a loss, anything else one alert under `title`, not one

@@ -89,8 +89,7 @@ void TntCollection::merge(const QHash<QString, API::STntModel> &tnts, const QStr
     for (auto it = tnts.cbegin(); it != tnts.cend(); ++it) {
         const qsizetype row = rowOf(it.key());
         if (row < 0) {
-            if (std::none_of(added.begin(), added.end(), [&it](const auto &m) { return m->id() == it.key(); }))
-                added.push_back(std::make_unique<TntModel>(it.key(), it.value(), averagingWindow));
+            added.push_back(std::make_unique<TntModel>(it.key(), it.value(), averagingWindow)); // keys are unique
             continue;
         }
         TntModel &model = *m_models[static_cast<std::size_t>(row)];

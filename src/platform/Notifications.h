@@ -14,8 +14,8 @@ struct Notification
     QString sound; // "Default" for the desktop's own sound
 };
 
-// Hands the notification over without waiting for an answer; false when no notification service
-// is there to take it.
-bool post(const Notification &notification);
+// Hands the notification over without waiting for an answer; when no notification service takes
+// it, that is logged.
+void post(const Notification &notification);
 
 } // namespace Platform::Notifications

@@ -1,8 +1,8 @@
 #include "platform/Notifications.h"
 
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QLoggingCategory>
 #include <QUuid>
 #include <QVariantMap>
@@ -25,12 +25,12 @@ QString themeSound(const QString &sound)
 
 } // namespace
 
-bool post(const Notification &notification)
+void post(const Notification &notification)
 {
     QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected() || !bus.interface() || !bus.interface()->isServiceRegistered(service)) {
-        qCInfo(lcNotifications, "No notification service: \"%s\" not shown", qUtf8Printable(notification.body));
-        return false;
+    if (!bus.isConnected()) {
+        qCInfo(lcNotifications, "No session bus: \"%s\" not shown", qUtf8Printable(notification.body));
+        return;
     }
     QDBusMessage call = QDBusMessage::createMethodCall(service, QStringLiteral("/org/freedesktop/Notifications"),
                                                        service, QStringLiteral("Notify"));
@@ -44,7 +44,15 @@ bool post(const Notification &notification)
     };
     call << QStringLiteral("Quillo") << 0u << QStringLiteral("quillo") << notification.title << notification.body
          << QStringList() << hints << -1;
-    return bus.send(call);
+    // Not asked whether the service runs: the bus starts one that is installed but not running yet.
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call));
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
+                     [body = notification.body](QDBusPendingCallWatcher *finished) {
+                         if (finished->isError())
+                             qCInfo(lcNotifications, "No notification service: \"%s\" not shown (%s)",
+                                    qUtf8Printable(body), qUtf8Printable(finished->error().message()));
+                         finished->deleteLater();
+                     });
 }
 
 } // namespace Platform::Notifications

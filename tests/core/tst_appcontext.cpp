@@ -59,7 +59,8 @@ struct ScriptedQbt
         if (target.endsWith("/app/webapiVersion"))
             return Response::text(200, "2.15.1");
         if (target.endsWith("/sync/maindata"))
-            return Response::json(R"({"rid":1,"full_update":true,"server_state":{"connection_status":"connected"}})");
+            return Response::json(R"({"rid":1,"full_update":true,"server_state":{"connection_status":"connected",)"
+                                  R"("refresh_interval":1500}})");
         if (target.endsWith("/app/buildInfo"))
             return Response::json(R"({"qt":"6.9.1","libtorrent":"2.0.11.0","boost":"1.88.0","openssl":"3.5.0","bitness":64})");
         return Response::text(200, "");
@@ -161,6 +162,20 @@ private Q_SLOTS:
         QCOMPARE(m_qbt.logins, 2);
         QVERIFY(!m_context->isPolling());
         QCOMPARE(m_context->connectionError(), QStringLiteral("You are not authorized!"));
+    }
+
+    // The server's own interval is known before the loop starts, and settings reach the loop under way.
+    void pollingInterval()
+    {
+        m_context->settings().setSetRefreshIntervalAuto(true);
+        m_context->settings().setIntervalIncreaseValue(1000);
+        wait(m_context->selectConfiguration(addConnection(AuthMethod::cookieLogin, admin)));
+        QVERIFY(m_context->isPolling());
+        QCOMPARE(m_context->pollingInterval(), std::chrono::milliseconds(1500));
+        m_context->setAppState(AppContext::AppState::background);
+        QCOMPARE(m_context->pollingInterval(), std::chrono::milliseconds(2500));
+        m_context->settings().setSetRefreshIntervalAuto(false);
+        QCOMPARE(m_context->pollingInterval(), std::chrono::milliseconds(3000));
     }
 
     void storedCredentials_data()
