@@ -281,7 +281,7 @@ void AppContext::presentLoginPrompt(bool presented)
     Q_EMIT loginPromptChanged();
 }
 
-void AppContext::startPolling()
+void AppContext::startPolling(Poller::FirstRound first)
 {
     if (!m_isAuthorized)
         return;
@@ -291,7 +291,7 @@ void AppContext::startPolling()
     m_tntDetails.resetPeers();
     m_poller = std::make_unique<Poller>();
     m_poller->start(Poller::intervalFor(m_settings, m_serverState, m_appState == AppState::background),
-                    {[this] { return syncMainData(); }, [this] { return refreshTntDetails(false); }});
+                    {[this] { return syncMainData(); }, [this] { return refreshTntDetails(false); }}, first);
     m_isPolling = true;
     m_tntDetails.setActive(true);
     Q_EMIT pollingStarted();
@@ -329,7 +329,7 @@ QCoro::Task<> AppContext::syncAndStartPolling()
     // A lost connection or a renewal of the session under way restarts polling by itself.
     if (m_connectionLossCount != losses || m_isReconnecting || m_isPolling)
         co_return;
-    startPolling();
+    startPolling(Poller::FirstRound::afterPause);
 }
 
 std::chrono::milliseconds AppContext::pollingInterval() const

@@ -10,6 +10,7 @@
 #include "core/HTTPSRedirectSuggestion.h"
 #include "model/CompletionNotifier.h"
 #include "model/GlobalTransferInfo.h"
+#include "model/Poller.h"
 #include "model/SidebarItem.h"
 #include "model/TntDetailContext.h"
 #include "model/TntCollection.h"
@@ -30,7 +31,6 @@ class Client;
 class TransportError;
 } // namespace API
 class KeychainStore;
-class Poller;
 
 // The one central state of the application: the saved connections, the selected one with its
 // client, and the user-facing error and progress state. Lives on the main thread; every operation
@@ -196,7 +196,7 @@ private:
     bool usesStartStop() const;
     void setStates(const QSet<QString> &hashes, bool emptyMeansAll, TntModel::State incomplete,
                    TntModel::State complete);
-    void startPolling();
+    void startPolling(Poller::FirstRound first = Poller::FirstRound::now);
     QCoro::Task<> syncAndStartPolling();
     void stopPolling();
     QCoro::Task<> syncMainData();

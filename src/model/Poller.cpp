@@ -45,13 +45,13 @@ Poller::~Poller()
     stop();
 }
 
-void Poller::start(std::chrono::milliseconds interval, QList<Job> jobs)
+void Poller::start(std::chrono::milliseconds interval, QList<Job> jobs, FirstRound first)
 {
     stop();
     m_jobs = std::move(jobs);
     m_interval = interval;
     m_running = true;
-    detached(loop(QPointer<Poller>(this), m_generation));
+    detached(loop(QPointer<Poller>(this), m_generation, first == FirstRound::afterPause));
 }
 
 void Poller::stop()
@@ -62,12 +62,12 @@ void Poller::stop()
         Pause::end(pause);
 }
 
-QCoro::Task<> Poller::loop(QPointer<Poller> self, quint64 generation)
+QCoro::Task<> Poller::loop(QPointer<Poller> self, quint64 generation, bool pauseFirst)
 {
     // No lambda over the parameters: g++ 12 lets such a lambda see the caller's copies, which are
     // gone after the first suspension.
-    while (self && self->m_generation == generation) {
-        const QList<Job> jobs = self->m_jobs;
+    for (bool runJobs = !pauseFirst; self && self->m_generation == generation; runJobs = true) {
+        const QList<Job> jobs = runJobs ? self->m_jobs : QList<Job>();
         for (const Job &job : jobs) {
             if (!self || self->m_generation != generation)
                 co_return;

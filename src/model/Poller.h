@@ -25,8 +25,11 @@ public:
     explicit Poller(QObject *parent = nullptr);
     ~Poller() override;
 
-    // Ends the loop under way, if any, and starts a new one that runs the jobs at once.
-    void start(std::chrono::milliseconds interval, QList<Job> jobs);
+    // The first round runs at once, or after one pause when the jobs have just been run by hand.
+    enum class FirstRound { now, afterPause };
+
+    // Ends the loop under way, if any, and starts a new one.
+    void start(std::chrono::milliseconds interval, QList<Job> jobs, FirstRound first = FirstRound::now);
     void stop();
     bool isRunning() const { return m_running; }
 
@@ -41,7 +44,7 @@ public:
 
 private:
     struct Pause;
-    static QCoro::Task<> loop(QPointer<Poller> self, quint64 generation);
+    static QCoro::Task<> loop(QPointer<Poller> self, quint64 generation, bool pauseFirst);
 
     QList<Job> m_jobs;
     std::chrono::milliseconds m_interval{0};

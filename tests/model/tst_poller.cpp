@@ -114,6 +114,19 @@ private Q_SLOTS:
         poller.stop();
     }
 
+    // Right after a sync by hand, the loop begins with the pause.
+    void firstRoundAfterAPause()
+    {
+        Probe probe;
+        Poller poller;
+        poller.start(1h, {probe.job(QStringLiteral("a"))}, Poller::FirstRound::afterPause);
+        QTest::qWait(50);
+        QCOMPARE(probe.started, 0);
+        poller.start(1h, {probe.job(QStringLiteral("a"))});
+        QTRY_COMPARE(probe.started, 1);
+        QTRY_COMPARE(probe.running, 0);
+    }
+
     void interval_data()
     {
         QTest::addColumn<bool>("automatic");

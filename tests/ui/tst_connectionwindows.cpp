@@ -578,7 +578,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!fixture.context->isReconnecting());
         QCOMPARE(fixture.context->connectionLossCount(), serverBack ? 0 : 2);
         QCOMPARE(overlay.isVisible(), !serverBack);
-        QCOMPARE(fixture.context->isPolling(), serverBack);
+        QTRY_COMPARE(fixture.context->isPolling(), serverBack);
         if (!serverBack) { // a failed attempt counts as another loss, and waits longer
             QCOMPARE(overlay.countdownLabel()->text(), QStringLiteral("Reconnecting in 20 s"));
             QCOMPARE(fixture.context->clientError()->title(), QStringLiteral("Failed to reconnect."));
@@ -606,7 +606,7 @@ private Q_SLOTS:
 
         QTRY_COMPARE(fixture.context->connectionLossCount(), 0);
         QCOMPARE(probes(), probesBefore + 1);
-        QVERIFY(fixture.context->isPolling());
+        QTRY_VERIFY(fixture.context->isPolling());
         QCOMPARE(shown.first(), 10);
         QCOMPARE(shown.last(), 0);
         QVERIFY(std::is_sorted(shown.rbegin(), shown.rend()));
