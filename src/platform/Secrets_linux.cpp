@@ -40,17 +40,35 @@ HashTable attributes(const QByteArray &service, const QByteArray *account = null
 void store(const QString &service, const QString &account, const QByteArray &data, bool synchronizable)
 {
     Q_UNUSED(synchronizable) // the Secret Service has no notion of synchronised items
-    remove(service);
     const QByteArray serviceText = service.toUtf8();
     const QByteArray accountText = account.toUtf8();
     const QByteArray label = "Quillo: " + serviceText;
     GError *error = nullptr;
+    // Stored before anything is removed, so that a refusal (a locked keyring, a dismissed prompt)
+    // leaves the old item as it was. An item of the same service and account is replaced.
     SecretValue *value = secret_value_new(data.constData(), data.size(), "application/octet-stream");
     const gboolean stored = secret_password_storev_binary_sync(&schema, attributes(serviceText, &accountText).get(),
                                                                SECRET_COLLECTION_DEFAULT, label.constData(), value,
                                                                nullptr, &error);
     secret_value_unref(value);
     if (!stored)
+        fail(error);
+
+    // One item per service: those of another account are the old ones.
+    GList *items = secret_service_search_sync(nullptr, &schema, attributes(serviceText).get(), SECRET_SEARCH_ALL,
+                                              nullptr, &error);
+    if (error)
+        fail(error);
+    for (GList *it = items; it && !error; it = it->next) {
+        auto *item = static_cast<SecretItem *>(it->data);
+        GHashTable *itemAttributes = secret_item_get_attributes(item);
+        const auto *itemAccount = static_cast<const char *>(g_hash_table_lookup(itemAttributes, "account"));
+        if (accountText != (itemAccount ? itemAccount : ""))
+            secret_item_delete_sync(item, nullptr, &error);
+        g_hash_table_unref(itemAttributes);
+    }
+    g_list_free_full(items, g_object_unref);
+    if (error)
         fail(error);
 }
 

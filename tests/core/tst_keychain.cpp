@@ -116,10 +116,14 @@ private Q_SLOTS:
         QVERIFY(wait(m_store.save(configuration, renamed)));
         QCOMPARE(wait(m_store.read(configuration)), std::optional(renamed));
         QVERIFY(!keyringFile().contains("old-pw"));
+        const UserCredentials changed{QStringLiteral("new"), QStringLiteral("newer-pw"), {}};
+        QVERIFY(wait(m_store.save(configuration, changed))); // the same account
+        QCOMPARE(wait(m_store.read(configuration)), std::optional(changed));
+        QVERIFY(!keyringFile().contains("new-pw"));
 
         QVERIFY(wait(m_store.remove(configuration)));
         QCOMPARE(wait(m_store.read(configuration)), std::optional<UserCredentials>());
-        QVERIFY(!keyringFile().contains("new-pw"));
+        QVERIFY(!keyringFile().contains("newer-pw"));
         QVERIFY(!wait(m_store.remove(configuration)));
     }
 
