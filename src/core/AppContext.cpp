@@ -121,17 +121,23 @@ void AppContext::addConfiguration(const ClientConfiguration &configuration)
 void AppContext::updateConfiguration(const ClientConfiguration &configuration)
 {
     Q_ASSERT(QThread::currentThread() == thread());
-    auto configurations = m_configurations;
-    qsizetype index = -1;
-    for (qsizetype i = 0; i < configurations.size(); ++i) {
-        if (configurations[i].id == configuration.id)
-            index = i;
-        else if (sameSettings(configurations[i], configuration))
+    for (const ClientConfiguration &existing : std::as_const(m_configurations)) {
+        if (existing.id != configuration.id && sameSettings(existing, configuration))
             throw InternalError(InternalError::Case::serverConfigurationAlreadyExist);
     }
-    if (index < 0)
+    replaceConfiguration(configuration);
+}
+
+// Changes the application makes itself (the login's choice, a moved address) are never refused
+// for resembling another saved connection: that would stop a login halfway.
+void AppContext::replaceConfiguration(const ClientConfiguration &configuration)
+{
+    auto configurations = m_configurations;
+    const auto found = std::find_if(configurations.begin(), configurations.end(),
+                                    [&configuration](const ClientConfiguration &c) { return c.id == configuration.id; });
+    if (found == configurations.end())
         return;
-    configurations[index] = configuration;
+    *found = configuration;
     setConfigurations(std::move(configurations));
     if (m_configuration && m_configuration->id == configuration.id)
         m_configuration = configuration;
@@ -246,7 +252,7 @@ QCoro::Task<> AppContext::acceptHTTPSRedirectSuggestion()
     if (saved == m_configurations.cend())
         co_return;
     const ClientConfiguration moved = suggestion.acceptedConfiguration(*saved);
-    updateConfiguration(moved);
+    replaceConfiguration(moved);
     HTTPSRedirectSuggestion::logAddressChange(suggestion.source, moved);
     const QUuid id = moved.id;
     co_await selectConfiguration(id);
@@ -462,7 +468,7 @@ void AppContext::persistAutoLogin(bool autoLogin)
         return;
     ClientConfiguration changed = *m_configuration;
     changed.autoLogin = autoLogin;
-    updateConfiguration(changed);
+    replaceConfiguration(changed);
 }
 
 QCoro::Task<> AppContext::selectConfiguration(QUuid id)

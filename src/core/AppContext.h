@@ -186,6 +186,7 @@ private:
     void fail(const QString &title, const std::exception_ptr &error);
     void setConfigurations(QList<ClientConfiguration> configurations);
     void persistAutoLogin(bool autoLogin);
+    void replaceConfiguration(const ClientConfiguration &configuration);
     void presentLoginPrompt(bool presented);
     // Sends one operation; false (with the error reported under `failureTitle`) when it failed or
     // the connection it was sent on is gone, so the caller leaves the model alone.

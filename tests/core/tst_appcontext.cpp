@@ -227,6 +227,11 @@ private Q_SLOTS:
         QLoggingCategory::setFilterRules(QStringLiteral("*.debug=true"));
         const auto previous = qInstallMessageHandler(captureLog);
         const QUuid id = addConnection(AuthMethod::cookieLogin);
+        // A twin that differs only in logging in by itself: the login's choice must not be refused as a copy.
+        ClientConfiguration twin = m_server->configuration(AuthMethod::cookieLogin);
+        twin.name = QStringLiteral("Scripted");
+        twin.autoLogin = !m_context->clientConfigurations().constFirst().autoLogin;
+        m_context->addConfiguration(twin);
         wait(m_context->selectConfiguration(id));
         wait(m_context->logIn({admin.username, QStringLiteral("wrong&secret"), {}}, true));
         wait(m_context->logIn(admin, true));
