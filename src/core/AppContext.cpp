@@ -694,10 +694,8 @@ QCoro::Task<> AppContext::logOut()
     QUILLO_RETURN_IF_STALE(self, generation);
     if (failure)
         fail(QStringLiteral("Failed to logout."), failure);
-    m_isAuthorized = false;
-    m_connectionLossCount = 0;
-    m_connectionError.clear();
-    m_serverState.reset();
+    // The connection stays chosen, to log in again; what the server showed is no longer current.
+    resetServerState();
     Q_EMIT connectionStateChanged();
 }
 

@@ -593,9 +593,11 @@ private Q_SLOTS:
         QCOMPARE(m_context->qbtVersion(), isModern() ? QStringLiteral("v5.1.0") : QStringLiteral("v4.5.2"));
         QCOMPARE(m_context->qbtBuildInfo().bitness, 64);
 
+        QTRY_VERIFY(m_context->tntCollection().size() > 0);
         wait(m_context->logOut());
         QVERIFY(!m_context->isAuthorized());
         QVERIFY(!m_context->isPolling());
+        QCOMPARE(m_context->tntCollection().size(), 0);
         QVERIFY_THROWS_EXCEPTION(AutorizationError, wait(m_context->client()->perform(E::Sync::maindata(0))));
     }
 
