@@ -401,6 +401,8 @@ QCoro::Task<> AppContext::syncMainData()
         auto built = buildOnWorker(std::move(data->tnts), m_settings.avgCoefficient());
         const std::shared_ptr<TntCollection::Models> models = co_await built;
         QUILLO_RETURN_IF_STALE(self, generation);
+        if (m_pollRound != round)
+            co_return;
         m_tntCollection.replaceAll(std::move(*models));
     } else {
         m_tntCollection.merge(data->tnts, data->tntsRemoved, m_settings.avgCoefficient());
