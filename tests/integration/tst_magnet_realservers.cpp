@@ -143,6 +143,41 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(priorities(), expected, 20'000);
         QVERIFY(!m_context->clientError());
     }
+
+    // Peers as two real servers report each other, the download slowed so that they stay connected.
+    void peersOfARealSwarm()
+    {
+        const QbtServer::DataDir seeded = m_seeder->makeDataDir();
+        const auto slow = TorrentFactory::singleFile(seeded.localPath, u"slow.bin"_qs, 400'000);
+        wait(m_seederClient->perform(T::add(TorrentFactory::multipartBody(
+            {TorrentFactory::torrentPart(slow), {"savepath", seeded.serverPath.toUtf8()}}))));
+        QTRY_COMPARE_WITH_TIMEOUT(seederState(slow.infoHash), u"stalledUP"_qs, 20'000);
+        API::Client &client = *m_context->client();
+        wait(client.perform(T::add(TorrentFactory::multipartBody({TorrentFactory::torrentPart(slow),
+                                                                  {"savepath", m_server->makeDataDir().serverPath.toUtf8()},
+                                                                  {"dlLimit", "4096"}}))));
+        QTRY_VERIFY_WITH_TIMEOUT(m_context->tntCollection().find(slow.infoHash), 20'000);
+        wait(client.perform(T::addPeers({slow.infoHash}, {u"127.0.0.1:%1"_qs.arg(m_seeder->peerPort())})));
+
+        // Listed at once, the peer's client and progress come with its handshake.
+        API::PeersData first;
+        const auto handshaken = [&] {
+            first = wait(client.peers(slow.infoHash, 0));
+            return first.peers.size() == 1 && first.peers.constBegin()->progress == 1.0;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(handshaken(), 20'000);
+        QCOMPARE(first.fullUpdate, std::optional(true));
+        const API::Peer seeder = first.peers.constBegin().value();
+        QCOMPARE(seeder.ip, std::optional(u"127.0.0.1"_qs));
+        QCOMPARE(seeder.port, std::optional<qint64>(m_seeder->peerPort()));
+        QVERIFY(wait(client.peers(slow.infoHash, first.rid)).rid > first.rid); // a delta decodes too
+
+        // The 4.5 seeder's side of the same connection.
+        const API::PeersData other = wait(m_seederClient->peers(slow.infoHash, 0));
+        QCOMPARE(other.peers.size(), 1);
+        QCOMPARE(other.peers.constBegin()->ip, std::optional(u"127.0.0.1"_qs));
+        QVERIFY(other.peers.constBegin()->progress.value_or(1) < 1);
+    }
 };
 
 int main(int argc, char *argv[])
