@@ -10,9 +10,13 @@
 #include <QListWidget>
 #include <QSpinBox>
 
+#include <limits>
+
 namespace {
 
 constexpr qint64 kibibyte = 1024;
+// The server reads a rate limit in bytes per second as an int and takes one beyond it as no limit.
+constexpr int maxRateLimit = std::numeric_limits<int>::max() / kibibyte;
 
 QComboBox *choices(const QStringList &titles, QWidget *parent)
 {
@@ -22,10 +26,10 @@ QComboBox *choices(const QStringList &titles, QWidget *parent)
 }
 
 // A limit field whose lowest value means "not set".
-QSpinBox *limit(const QString &unset, const QString &suffix, int minimum, QWidget *parent)
+QSpinBox *limit(const QString &unset, const QString &suffix, int minimum, int maximum, QWidget *parent)
 {
     auto *box = new QSpinBox(parent);
-    box->setRange(minimum, 1'000'000'000);
+    box->setRange(minimum, maximum);
     box->setSpecialValueText(unset);
     box->setSuffix(suffix);
     return box;
@@ -62,10 +66,10 @@ AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName
     , m_skipChecking(new QCheckBox(QStringLiteral("Skip hash check"), this))
     , m_sequential(new QCheckBox(QStringLiteral("Download in sequential order"), this))
     , m_firstLastPiece(new QCheckBox(QStringLiteral("Download first and last pieces first"), this))
-    , m_dlLimit(limit(QStringLiteral("∞"), QStringLiteral(" KiB/s"), 0, this))
-    , m_upLimit(limit(QStringLiteral("∞"), QStringLiteral(" KiB/s"), 0, this))
+    , m_dlLimit(limit(QStringLiteral("∞"), QStringLiteral(" KiB/s"), 0, maxRateLimit, this))
+    , m_upLimit(limit(QStringLiteral("∞"), QStringLiteral(" KiB/s"), 0, maxRateLimit, this))
     , m_ratioLimit(new QDoubleSpinBox(this))
-    , m_seedingTimeLimit(limit(QStringLiteral("Default"), QStringLiteral(" min"), -1, this))
+    , m_seedingTimeLimit(limit(QStringLiteral("Default"), QStringLiteral(" min"), -1, 1'000'000'000, this))
 {
     const UserDefaults &defaults = context.settings().defaults();
     m_savePath->setObjectName(QStringLiteral("savePath"));

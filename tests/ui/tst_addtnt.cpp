@@ -28,6 +28,7 @@
 #include <QTest>
 
 #include <functional>
+#include <limits>
 
 using Choose = std::function<void(QWidget &)>;
 using Fields = QMap<QByteArray, QByteArray>;
@@ -377,6 +378,9 @@ private Q_SLOTS:
             form.findChild<QSpinBox *>(u"seedingTimeLimit"_qs)->setValue(0);
         }) << Fields{{"stopped", "false"}, {"dlLimit", "102400"}, {"upLimit", "1024"}, {"ratioLimit", "1.5"},
                      {"seedingTimeLimit", "0"}};
+        QTest::newRow("rate limits within the server's int") << Choose([](QWidget &form) {
+            form.findChild<QSpinBox *>(u"upLimit"_qs)->setValue(std::numeric_limits<int>::max());
+        }) << Fields{{"stopped", "false"}, {"upLimit", "2147482624"}};
         QTest::newRow("paths, category, tags, name") << Choose([](QWidget &form) {
             form.findChild<QLineEdit *>(u"savePath"_qs)->setText(u" /data/films "_qs);
             form.findChild<QCheckBox *>(u"useDownloadPath"_qs)->setChecked(true);
