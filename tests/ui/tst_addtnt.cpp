@@ -374,10 +374,17 @@ private Q_SLOTS:
         QTest::newRow("limits") << Choose([](QWidget &form) {
             form.findChild<QSpinBox *>(u"dlLimit"_qs)->setValue(100);
             form.findChild<QSpinBox *>(u"upLimit"_qs)->setValue(1);
+            form.findChild<QComboBox *>(u"ratioLimitChoice"_qs)->setCurrentIndex(2);
             form.findChild<QDoubleSpinBox *>(u"ratioLimit"_qs)->setValue(1.5);
+            form.findChild<QComboBox *>(u"seedingTimeLimitChoice"_qs)->setCurrentIndex(2);
             form.findChild<QSpinBox *>(u"seedingTimeLimit"_qs)->setValue(0);
         }) << Fields{{"stopped", "false"}, {"dlLimit", "102400"}, {"upLimit", "1024"}, {"ratioLimit", "1.5"},
                      {"seedingTimeLimit", "0"}};
+        QTest::newRow("no share limits") << Choose([](QWidget &form) {
+            form.findChild<QDoubleSpinBox *>(u"ratioLimit"_qs)->setValue(3);
+            form.findChild<QComboBox *>(u"ratioLimitChoice"_qs)->setCurrentIndex(1);
+            form.findChild<QComboBox *>(u"seedingTimeLimitChoice"_qs)->setCurrentIndex(1);
+        }) << Fields{{"stopped", "false"}, {"ratioLimit", "-1"}, {"seedingTimeLimit", "-1"}};
         QTest::newRow("rate limits within the server's int") << Choose([](QWidget &form) {
             form.findChild<QSpinBox *>(u"upLimit"_qs)->setValue(std::numeric_limits<int>::max());
         }) << Fields{{"stopped", "false"}, {"upLimit", "2147482624"}};
