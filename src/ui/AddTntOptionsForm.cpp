@@ -40,7 +40,8 @@ QComboBox *shareLimit(QWidget *field, QWidget *parent)
 {
     auto *box = choices({QStringLiteral("Default"), QStringLiteral("No limit"), QStringLiteral("Limit to")}, parent);
     field->setEnabled(false);
-    QObject::connect(box, &QComboBox::currentIndexChanged, field, [field](int index) { field->setEnabled(index == 2); });
+    QObject::connect(box, &QComboBox::currentIndexChanged, field,
+                     [field](int index) { field->setEnabled(index == 2); });
     return box;
 }
 
