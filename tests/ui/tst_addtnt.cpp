@@ -436,6 +436,32 @@ private Q_SLOTS:
         QCOMPARE(addRequestBody(), QByteArray());
     }
 
+    void sourcesOf_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QList<QUrl>>("sources");
+        const QString hex = u"0123456789ABCDEF0123456789abcdef01234567"_qs;
+        const QString magnet = u"magnet:?xt=urn:btih:"_qs;
+        const QString relative = u"films/a #1.torrent"_qs;
+        QTest::newRow("paths") << QStringList{relative, u"/tmp/b?.torrent"_qs}
+                               << QList<QUrl>{QUrl::fromLocalFile(QDir::current().absoluteFilePath(relative)),
+                                              QUrl::fromLocalFile(u"/tmp/b?.torrent"_qs)};
+        QTest::newRow("hashes") << QStringList{hex, u"mfrggzdfmztwq2lknnwg23tpobyxe43u"_qs}
+                                << QList<QUrl>{QUrl(magnet + hex.toLower()),
+                                               QUrl(magnet + u"MFRGGZDFMZTWQ2LKNNWG23TPOBYXE43U"_qs)};
+        QTest::newRow("links, trimmed, blanks left out")
+            << QStringList{u" https://example.org/get?id=5 "_qs, QString(), u"\t"_qs, magnet + hex + u"&dn=A%20B"_qs}
+            << QList<QUrl>{QUrl(u"https://example.org/get?id=5"_qs), QUrl(magnet + hex + u"&dn=A%20B"_qs)};
+    }
+
+    // Command-line arguments and dropped text, as the add flow opens them.
+    void sourcesOf()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QList<QUrl>, sources);
+        QCOMPARE(TntAddingFlow::sourcesOf(arguments), sources);
+    }
+
     void links()
     {
         connectTo("2.11.0");
