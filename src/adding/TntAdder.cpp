@@ -5,7 +5,11 @@
 #include "api/Endpoint.h"
 #include "api/Errors.h"
 
+#include <QCoroFuture>
 #include <QFileInfo>
+#include <QtConcurrentRun>
+
+#include <exception>
 
 namespace {
 
@@ -21,12 +25,31 @@ void checkTorrentFiles(const API::TntAddingOptions &options)
     }
 }
 
+struct Prepared
+{
+    API::MultipartBody body;
+    std::exception_ptr failure;
+};
+
 } // namespace
 
 QCoro::Task<void> TntAdder::add(API::Client &client, API::TntAddingOptions options)
 {
-    checkTorrentFiles(options);
-    const API::APIEndpoint endpoint = API::Endpoint::TntManagement::add(options.multipartBody());
+    // A large .torrent takes a noticeable time to read and decode: never on the main thread.
+    QFuture<Prepared> preparing = QtConcurrent::run([options = std::move(options)] {
+        Prepared prepared;
+        try {
+            checkTorrentFiles(options);
+            prepared.body = options.multipartBody();
+        } catch (...) {
+            prepared.failure = std::current_exception();
+        }
+        return prepared;
+    });
+    const Prepared prepared = co_await preparing;
+    if (prepared.failure)
+        std::rethrow_exception(prepared.failure);
+    const API::APIEndpoint endpoint = API::Endpoint::TntManagement::add(prepared.body);
     const QString answer = co_await client.performText(endpoint);
     // Up to 5.1 a refusal is a 200 with "Fails."; later servers answer with a status instead.
     if (answer.trimmed() == u"Fails.")

@@ -8,9 +8,9 @@ namespace API {
 class Client;
 }
 
-// Sends one add request. Local .torrent files are checked first: one that is not a torrent fails
-// the add with a message naming it, and nothing is sent. Throws what the client throws, and
-// TntManagmentError when the server refuses.
+// Sends one add request. Local .torrent files are checked first, on a worker like the body: one
+// that is not a torrent fails the add with a message naming it, and nothing is sent. Throws what
+// the client throws, and TntManagmentError when the server refuses.
 class TntAdder
 {
 public:

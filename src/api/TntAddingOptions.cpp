@@ -19,7 +19,8 @@ constexpr WebAPIVersion stoppedNaming{2, 11, 0};
 QString textOf(const QString &value) { return value; }
 QString textOf(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
 QString textOf(qint64 value) { return QString::number(value); }
-QString textOf(double value) { return QString::number(value, 'g', QLocale::FloatingPointShortest); }
+// Fixed notation: 'g' turns 100000 into "1e+05".
+QString textOf(double value) { return QString::number(value, 'f', QLocale::FloatingPointShortest); }
 QString textOf(TntContentLayout value) { return wireText(value); }
 QString textOf(TntStopCondition value) { return wireText(value); }
 

@@ -6,9 +6,12 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QSpinBox>
+
+#include <limits>
 
 namespace {
 
@@ -21,14 +24,36 @@ QComboBox *choices(const QStringList &titles, QWidget *parent)
     return box;
 }
 
-// A limit field whose lowest value means "not set".
-QSpinBox *limit(const QString &unset, const QString &suffix, int minimum, QWidget *parent)
+// A rate limit in KiB/s; 0 is none and is not sent.
+QSpinBox *rateLimit(QWidget *parent)
 {
     auto *box = new QSpinBox(parent);
-    box->setRange(minimum, 1'000'000'000);
-    box->setSpecialValueText(unset);
-    box->setSuffix(suffix);
+    // The server reads bytes per second as an int and takes a larger one as no limit.
+    box->setRange(0, int(std::numeric_limits<int>::max() / kibibyte));
+    box->setSpecialValueText(QStringLiteral("∞"));
+    box->setSuffix(QStringLiteral(" KiB/s"));
     return box;
+}
+
+// The server's own setting ("Default", not sent), no limit, or the value of `field`.
+QComboBox *shareLimit(QWidget *field, QWidget *parent)
+{
+    auto *box = choices({QStringLiteral("Default"), QStringLiteral("No limit"), QStringLiteral("Limit to")}, parent);
+    field->setEnabled(false);
+    QObject::connect(box, &QComboBox::currentIndexChanged, field,
+                     [field](int index) { field->setEnabled(index == 2); });
+    return box;
+}
+
+// A row of a share limit's choice and its value.
+QWidget *row(QWidget *choice, QWidget *field, QWidget *parent)
+{
+    auto *widget = new QWidget(parent);
+    auto *layout = new QHBoxLayout(widget);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(choice);
+    layout->addWidget(field, 1);
+    return widget;
 }
 
 template<typename Value>
@@ -62,10 +87,12 @@ AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName
     , m_skipChecking(new QCheckBox(QStringLiteral("Skip hash check"), this))
     , m_sequential(new QCheckBox(QStringLiteral("Download in sequential order"), this))
     , m_firstLastPiece(new QCheckBox(QStringLiteral("Download first and last pieces first"), this))
-    , m_dlLimit(limit(QStringLiteral("∞"), QStringLiteral(" KiB/s"), 0, this))
-    , m_upLimit(limit(QStringLiteral("∞"), QStringLiteral(" KiB/s"), 0, this))
+    , m_dlLimit(rateLimit(this))
+    , m_upLimit(rateLimit(this))
     , m_ratioLimit(new QDoubleSpinBox(this))
-    , m_seedingTimeLimit(limit(QStringLiteral("Default"), QStringLiteral(" min"), -1, this))
+    , m_seedingTimeLimit(new QSpinBox(this))
+    , m_ratioLimitChoice(shareLimit(m_ratioLimit, this))
+    , m_seedingTimeLimitChoice(shareLimit(m_seedingTimeLimit, this))
 {
     const UserDefaults &defaults = context.settings().defaults();
     m_savePath->setObjectName(QStringLiteral("savePath"));
@@ -94,17 +121,17 @@ AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName
     m_rename->setPlaceholderText(tntName);
     m_start->setObjectName(QStringLiteral("start"));
     m_start->setChecked(true);
-    m_ratioLimit->setRange(-1, 1'000'000);
+    m_ratioLimit->setRange(0, 1'000'000);
     m_ratioLimit->setSingleStep(0.1);
-    m_ratioLimit->setSpecialValueText(QStringLiteral("Default"));
-    m_ratioLimit->setValue(-1);
-    m_seedingTimeLimit->setValue(-1);
+    m_seedingTimeLimit->setRange(0, 1'000'000'000);
+    m_seedingTimeLimit->setSuffix(QStringLiteral(" min"));
 
     const QList<std::pair<QWidget *, const char *>> named{
         {m_management, "management"},     {m_contentLayout, "contentLayout"}, {m_stopCondition, "stopCondition"},
         {m_topOfQueue, "topOfQueue"},     {m_skipChecking, "skipChecking"},   {m_sequential, "sequential"},
         {m_firstLastPiece, "firstLastPiece"}, {m_dlLimit, "dlLimit"},         {m_upLimit, "upLimit"},
-        {m_ratioLimit, "ratioLimit"},     {m_seedingTimeLimit, "seedingTimeLimit"}};
+        {m_ratioLimit, "ratioLimit"},     {m_seedingTimeLimit, "seedingTimeLimit"},
+        {m_ratioLimitChoice, "ratioLimitChoice"}, {m_seedingTimeLimitChoice, "seedingTimeLimitChoice"}};
     for (const auto &[widget, name] : named)
         widget->setObjectName(QString::fromLatin1(name));
 
@@ -122,8 +149,8 @@ AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName
         form->addRow(box);
     form->addRow(QStringLiteral("Download limit"), m_dlLimit);
     form->addRow(QStringLiteral("Upload limit"), m_upLimit);
-    form->addRow(QStringLiteral("Ratio limit"), m_ratioLimit);
-    form->addRow(QStringLiteral("Seeding time limit"), m_seedingTimeLimit);
+    form->addRow(QStringLiteral("Ratio limit"), row(m_ratioLimitChoice, m_ratioLimit, this));
+    form->addRow(QStringLiteral("Seeding time limit"), row(m_seedingTimeLimitChoice, m_seedingTimeLimit, this));
 }
 
 void AddTntOptionsForm::setSavePath(const QString &path)
@@ -174,9 +201,8 @@ API::TntAddingOptions AddTntOptionsForm::options() const
         options.dlLimit = m_dlLimit->value() * kibibyte;
     if (m_upLimit->value() > 0)
         options.upLimit = m_upLimit->value() * kibibyte;
-    if (m_ratioLimit->value() >= 0)
-        options.ratioLimit = m_ratioLimit->value();
-    if (m_seedingTimeLimit->value() >= 0)
-        options.seedingTimeLimit = m_seedingTimeLimit->value();
+    // Unset is the server's global limit (-2 on the wire); -1 is none.
+    options.ratioLimit = choice(m_ratioLimitChoice, QList<double>{-1, m_ratioLimit->value()});
+    options.seedingTimeLimit = choice(m_seedingTimeLimitChoice, QList<qint64>{-1, m_seedingTimeLimit->value()});
     return options;
 }

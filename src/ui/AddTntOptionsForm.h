@@ -48,4 +48,6 @@ private:
     QSpinBox *m_upLimit;
     QDoubleSpinBox *m_ratioLimit;
     QSpinBox *m_seedingTimeLimit;
+    QComboBox *m_ratioLimitChoice;
+    QComboBox *m_seedingTimeLimitChoice;
 };

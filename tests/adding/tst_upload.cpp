@@ -84,6 +84,8 @@ private Q_SLOTS:
                                                      << field("skip_checking", "false") + closing;
         QTest::newRow("whole ratio") << TntAddingOptions{.boundary = boundary, .ratioLimit = 2.0}
                                      << field("ratioLimit", "2") + closing;
+        QTest::newRow("large ratio, no exponent") << TntAddingOptions{.boundary = boundary, .ratioLimit = 100000.0}
+                                                  << field("ratioLimit", "100000") + closing;
         QTest::newRow("every option")
             << TntAddingOptions{.boundary = boundary, .tnts = QStringList{m_first}, .savepath = u"/data/A & B é"_qs,
                                 .useDownloadPath = true, .downloadPath = u"/incomplete"_qs, .addToTopOfQueue = true,

@@ -28,6 +28,7 @@
 #include <QTest>
 
 #include <functional>
+#include <limits>
 
 using Choose = std::function<void(QWidget &)>;
 using Fields = QMap<QByteArray, QByteArray>;
@@ -373,10 +374,20 @@ private Q_SLOTS:
         QTest::newRow("limits") << Choose([](QWidget &form) {
             form.findChild<QSpinBox *>(u"dlLimit"_qs)->setValue(100);
             form.findChild<QSpinBox *>(u"upLimit"_qs)->setValue(1);
+            form.findChild<QComboBox *>(u"ratioLimitChoice"_qs)->setCurrentIndex(2);
             form.findChild<QDoubleSpinBox *>(u"ratioLimit"_qs)->setValue(1.5);
+            form.findChild<QComboBox *>(u"seedingTimeLimitChoice"_qs)->setCurrentIndex(2);
             form.findChild<QSpinBox *>(u"seedingTimeLimit"_qs)->setValue(0);
         }) << Fields{{"stopped", "false"}, {"dlLimit", "102400"}, {"upLimit", "1024"}, {"ratioLimit", "1.5"},
                      {"seedingTimeLimit", "0"}};
+        QTest::newRow("no share limits") << Choose([](QWidget &form) {
+            form.findChild<QDoubleSpinBox *>(u"ratioLimit"_qs)->setValue(3);
+            form.findChild<QComboBox *>(u"ratioLimitChoice"_qs)->setCurrentIndex(1);
+            form.findChild<QComboBox *>(u"seedingTimeLimitChoice"_qs)->setCurrentIndex(1);
+        }) << Fields{{"stopped", "false"}, {"ratioLimit", "-1"}, {"seedingTimeLimit", "-1"}};
+        QTest::newRow("rate limits within the server's int") << Choose([](QWidget &form) {
+            form.findChild<QSpinBox *>(u"upLimit"_qs)->setValue(std::numeric_limits<int>::max());
+        }) << Fields{{"stopped", "false"}, {"upLimit", "2147482624"}};
         QTest::newRow("paths, category, tags, name") << Choose([](QWidget &form) {
             form.findChild<QLineEdit *>(u"savePath"_qs)->setText(u" /data/films "_qs);
             form.findChild<QCheckBox *>(u"useDownloadPath"_qs)->setChecked(true);
@@ -423,6 +434,32 @@ private Q_SLOTS:
         QVERIFY(!m_window->findChild<AddTntWindow *>());
         QTest::qWait(50);
         QCOMPARE(addRequestBody(), QByteArray());
+    }
+
+    void sourcesOf_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QList<QUrl>>("sources");
+        const QString hex = u"0123456789ABCDEF0123456789abcdef01234567"_qs;
+        const QString magnet = u"magnet:?xt=urn:btih:"_qs;
+        const QString relative = u"films/a #1.torrent"_qs;
+        QTest::newRow("paths") << QStringList{relative, u"/tmp/b?.torrent"_qs}
+                               << QList<QUrl>{QUrl::fromLocalFile(QDir::current().absoluteFilePath(relative)),
+                                              QUrl::fromLocalFile(u"/tmp/b?.torrent"_qs)};
+        QTest::newRow("hashes") << QStringList{hex, u"mfrggzdfmztwq2lknnwg23tpobyxe43u"_qs}
+                                << QList<QUrl>{QUrl(magnet + hex.toLower()),
+                                               QUrl(magnet + u"MFRGGZDFMZTWQ2LKNNWG23TPOBYXE43U"_qs)};
+        QTest::newRow("links, trimmed, blanks left out")
+            << QStringList{u" https://example.org/get?id=5 "_qs, QString(), u"\t"_qs, magnet + hex + u"&dn=A%20B"_qs}
+            << QList<QUrl>{QUrl(u"https://example.org/get?id=5"_qs), QUrl(magnet + hex + u"&dn=A%20B"_qs)};
+    }
+
+    // Command-line arguments and dropped text, as the add flow opens them.
+    void sourcesOf()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QList<QUrl>, sources);
+        QCOMPARE(TntAddingFlow::sourcesOf(arguments), sources);
     }
 
     void links()
