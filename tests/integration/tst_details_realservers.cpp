@@ -77,9 +77,10 @@ private Q_SLOTS:
     {
         const QbtServer::DataDir data = m_server->makeDataDir();
         const QString tracker = QStringLiteral("http://127.0.0.1:1/announce");
+        const QString webSeed = QStringLiteral("http://127.0.0.1:1/seed/");
         const auto made = TorrentFactory::multiFile(data.localPath, QStringLiteral("Details"),
                                                     {{QStringLiteral("a.bin"), 20'000}, {QStringLiteral("sub/b.bin"), 30'000}},
-                                                    {.announceUrls = {tracker}});
+                                                    {.announceUrls = {tracker}, .webSeeds = {webSeed}});
         wait(m_context->client()->perform(API::Endpoint::TntManagement::add(TorrentFactory::multipartBody(
             {TorrentFactory::torrentPart(made), {"savepath", data.serverPath.toUtf8()}}))));
         QTRY_VERIFY_WITH_TIMEOUT(m_context->tntCollection().find(made.infoHash)
@@ -95,6 +96,18 @@ private Q_SLOTS:
 
         pane.tabs()->setCurrentIndex(1);
         QTRY_VERIFY_WITH_TIMEOUT(rows(*pane.trackerView()->model()).contains(tracker), 10'000);
+        QTRY_VERIFY_WITH_TIMEOUT(m_context->tntDetails().webSeeds() == QList<API::WebSeed>{{webSeed}}, 10'000);
+        // Each server names the edited tracker its own way (origUrl, then url from API 2.15).
+        const QString edited = QStringLiteral("http://127.0.0.1:2/announce?edited");
+        wait(m_context->editTracker(made.infoHash, tracker, edited));
+        QVERIFY(!m_context->clientError());
+        QTRY_VERIFY_WITH_TIMEOUT(rows(*pane.trackerView()->model()).contains(edited), 10'000);
+        QVERIFY(!rows(*pane.trackerView()->model()).contains(tracker));
+
+        // 5.3 refuses share limits without its newer fields; older servers take them without.
+        wait(m_context->client()->perform(
+            API::Endpoint::TntManagement::setShareLimits({made.infoHash}, 1.5, 90, 30, m_context->webAPIVersion())));
+        QTRY_COMPARE_WITH_TIMEOUT(m_context->tntCollection().find(made.infoHash)->ratioLimit(), 1.5, 10'000);
 
         pane.tabs()->setCurrentIndex(3);
         const TntContentModel &content = *pane.contentTree()->contentModel();

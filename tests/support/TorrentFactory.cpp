@@ -87,9 +87,9 @@ void checkOptions(const Options &options)
     const qint64 length = options.pieceLength;
     if (length < 16 * 1024 || (length & (length - 1)) != 0)
         misuse(QStringLiteral("piece length %1 is not a power of two of at least 16 KiB").arg(length));
-    for (const QString &url : options.announceUrls) {
+    for (const QString &url : options.announceUrls + options.webSeeds) {
         if (!QHostAddress(QUrl(url).host()).isLoopback())
-            misuse(QStringLiteral("tracker %1 is not on a loopback address").arg(url));
+            misuse(QStringLiteral("tracker or web seed %1 is not on a loopback address").arg(url));
     }
 }
 
@@ -141,6 +141,12 @@ Torrent assemble(BDict info, const QString &name, qint64 totalSize, const QStrin
         for (const QString &url : options.announceUrls)
             tiers.append(bList({bString(url.toUtf8())}));
         root.emplace("announce-list", bList(tiers));
+    }
+    if (!options.webSeeds.isEmpty()) {
+        QList<QByteArray> seeds;
+        for (const QString &url : options.webSeeds)
+            seeds.append(bString(url.toUtf8()));
+        root.emplace("url-list", bList(seeds));
     }
     return {bDict(root), QString::fromLatin1(sha1(encodedInfo).toHex()), name, totalSize, contentPath};
 }
