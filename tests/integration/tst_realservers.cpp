@@ -5,6 +5,7 @@
 #include "api/Records.h"
 #include "core/AppContext.h"
 #include "core/KeychainStore.h"
+#include "core/ReconnectionCountdown.h"
 #include "support/Await.h"
 #include "support/QbtServer.h"
 #include "support/TorrentFactory.h"
@@ -417,15 +418,21 @@ private Q_SLOTS:
     }
 
     // Both are accepted and leave the torrent complete. (Stopping and starting is in contextFollowsTorrents.)
+    // A recheck finds data overwritten behind the server's back: the torrent is no longer complete.
     void reannounceAndRecheck()
     {
         call(T::reannounce(m_seedingHashes));
-        call(T::recheck(m_seedingHashes));
+        const Torrent checked = addTorrent(QStringLiteral("Rechecked"), true);
+        QVERIFY(torrentShows(checked.infoHash, QStringLiteral("progress"), 1.0));
+        QFile data(checked.contentPath + QStringLiteral("/a/first.bin"));
+        QVERIFY(data.open(QIODevice::WriteOnly) && data.write(QByteArray(40'000, 'x')) == 40'000);
+        data.close();
+        call(T::recheck({checked.infoHash}));
         QVERIFY(eventually([&] {
-            const QJsonObject info = torrent(m_seeding.infoHash);
-            return info.value(u"progress").toDouble() == 1.0 &&
-                   !info.value(u"state").toString().startsWith(u"checking");
+            const QJsonObject info = torrent(checked.infoHash);
+            return info.value(u"progress").toDouble() < 1.0 && !info.value(u"state").toString().startsWith(u"checking");
         }));
+        call(T::deleteTnts({checked.infoHash}, false));
     }
 
     void actionsShowInTheTorrent_data()
@@ -771,17 +778,21 @@ private Q_SLOTS:
         wait(m_context->reconnect());
         QCOMPARE(m_context->connectionLossCount(), 0);
 
+        ReconnectionCountdown countdown(*m_context);
         m_server->stop();
         QTRY_COMPARE_WITH_TIMEOUT(m_context->connectionLossCount(), 1, 10'000); // the poller notices
         QTest::qWait(100);
         QCOMPARE(m_context->connectionLossCount(), 1); // and then stops
         QVERIFY(!m_context->isPolling());
         QVERIFY(!m_context->connectionError().isEmpty());
+        QVERIFY(countdown.isRunning());
+        QCOMPARE(countdown.secondsLeft(), 10);
 
         QCOMPARE(m_server->restart(), QString());
         capturedLog.clear();
         const auto previous = qInstallMessageHandler(captureLog);
-        wait(m_context->reconnect());
+        countdown.reconnectNow();
+        QTRY_VERIFY_WITH_TIMEOUT(m_context->isPolling(), 20'000);
         qInstallMessageHandler(previous);
         QVERIFY2(capturedLog.contains(u"Session expired. Logging in again..."_qs), qPrintable(capturedLog.join(u'\n')));
         QCOMPARE(alert(), QString());

@@ -22,9 +22,9 @@ struct File
 struct Options
 {
     QStringList announceUrls; // loopback trackers only, e.g. "http://127.0.0.1:1/announce"
-    QStringList webSeeds;     // loopback only, written as "url-list"
     bool isPrivate = false;
     qint64 pieceLength = 16 * 1024; // a power of two, at least 16 KiB
+    QStringList webSeeds;           // loopback only, written as "url-list"
 };
 
 struct Torrent
