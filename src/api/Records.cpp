@@ -313,14 +313,12 @@ simdjson::error_code tryRead(od::value &value, const Path &, QString &out)
     return error;
 }
 
-Q_ALWAYS_INLINE simdjson::error_code tryRead(od::value &value, const Path &path, Date &out)
+// Any number is a date; one beyond the calendar shows as no date rather than failing the answer.
+Q_ALWAYS_INLINE simdjson::error_code tryRead(od::value &value, const Path &, Date &out)
 {
     double seconds = 0;
     if (const auto error = value.get_double().get(seconds))
         return error;
-    // Nothing a server means lies beyond QDateTime's range.
-    if (!(std::abs(seconds) <= 9.0e12))
-        fail(path, QStringLiteral("date out of range"));
     out = Date(seconds);
     return simdjson::SUCCESS;
 }
