@@ -9,15 +9,18 @@
 #include "ui/MainWindow.h"
 #include "ui/TntCommands.h"
 #include "ui/TntContextMenu.h"
+#include "ui/TransferStatus.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 
 using Flavor = QbtServer::Flavor;
 using QuilloTest::wait;
@@ -179,6 +182,42 @@ private Q_SLOTS:
         fillSheet(moved, QStringLiteral("Save"));
         QTRY_COMPARE_WITH_TIMEOUT(QDir::cleanPath(tnt(made.infoHash)->savePath()), moved, 15'000);
         QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(m_data.localPath + QStringLiteral("/moved/menu.bin")), 15'000);
+        QCOMPARE(alert(), QString());
+    }
+
+    // The switches and lists of the menu and the status bar, read back from the server's answers.
+    void switchesAndListsReachTheServer()
+    {
+        const auto made = addSeeded(QStringLiteral("switches.bin"));
+        wait(m_context->createTags({QStringLiteral("drop")}));
+        auto menu = std::make_unique<TntContextMenu>(*m_context, commands(), QStringList{made.infoHash});
+        item(*menu, QStringLiteral("Force start"))->trigger();
+        item(*menu, QStringLiteral("Automatic tnt management"))->trigger();
+        item(*menu, QStringLiteral("Super seeding mode"))->trigger();
+        item(*item(*menu, QStringLiteral("Tags"))->menu(), QStringLiteral("drop"))->trigger();
+        item(*menu, QStringLiteral("Add trackers..."))->trigger();
+        auto *sheet = qobject_cast<EditorSheet *>(commands().openSheet());
+        QVERIFY(sheet);
+        const QString tracker = QStringLiteral("http://127.0.0.1:3/announce");
+        sheet->findChild<QPlainTextEdit *>()->setPlainText(QStringLiteral("  \n") + tracker + QStringLiteral("\n"));
+        sheet->actionButton()->click();
+        const bool limited = m_context->serverState().useAltSpeedLimits();
+        m_window->transferStatus()->altSpeedSwitch()->click();
+
+        const auto onServer = [&] {
+            const TntModel *t = tnt(made.infoHash);
+            return t->forceStart() && t->autoTmm() && t->superSeeding() && t->tags() == QStringLiteral("drop");
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(onServer(), 10'000);
+        QTRY_COMPARE_WITH_TIMEOUT(m_context->serverState().useAltSpeedLimits(), !limited, 10'000);
+        const auto trackers = wait(m_context->client()->trackers(made.infoHash));
+        QVERIFY(std::any_of(trackers.cbegin(), trackers.cend(), [&](const API::Tracker &t) { return t.url == tracker; }));
+
+        menu = std::make_unique<TntContextMenu>(*m_context, commands(), QStringList{made.infoHash});
+        item(*item(*menu, QStringLiteral("Tags"))->menu(), QStringLiteral("Remove all"))->trigger();
+        QTRY_COMPARE_WITH_TIMEOUT(tnt(made.infoHash)->tags(), QString(), 10'000);
+        m_window->transferStatus()->altSpeedSwitch()->click();
+        QTRY_COMPARE_WITH_TIMEOUT(m_context->serverState().useAltSpeedLimits(), limited, 10'000);
         QCOMPARE(alert(), QString());
     }
 
