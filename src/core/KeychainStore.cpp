@@ -66,7 +66,7 @@ QThreadPool &KeychainStore::executor()
 {
     static QThreadPool *const pool = [] {
         auto *created = new QThreadPool;
-        created->setObjectName(QStringLiteral("app.quillo.keychain.executor"));
+        created->setObjectName(QStringLiteral("app.quillo.Quillo.keychain.executor"));
         created->setMaxThreadCount(1);
         created->setExpiryTimeout(-1);
         return created;
