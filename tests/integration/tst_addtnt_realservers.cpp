@@ -13,8 +13,10 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -67,12 +69,27 @@ private Q_SLOTS:
         m_server.reset();
     }
 
+    void skippedFileThroughTheWindow_data()
+    {
+        QTest::addColumn<bool>("start");
+        QTest::newRow("started") << true;
+        QTest::newRow("stopped, with a category and a tag") << false;
+    }
+
     void skippedFileThroughTheWindow()
     {
+        QFETCH(bool, start);
         m_context->settings().setAutoDeleteTntFile(true);
+        const QString category = start ? QString() : u"Albums & Co"_qs;
+        const QString tag = start ? QString() : u"lossless"_qs;
+        if (!start) {
+            wait(m_context->createCategory(category, QString()));
+            wait(m_context->createTags({tag}));
+        }
         const QbtServer::DataDir data = m_server->makeDataDir();
         const auto album = TorrentFactory::multiFile(
-            data.localPath, u"Album"_qs, {{u"cd1/a.flac"_qs, 40'000}, {u"cd1/c.flac"_qs, 20'000}, {u"b.txt"_qs, 9}});
+            data.localPath, start ? u"Album"_qs : u"Stopped album"_qs,
+            {{u"cd1/a.flac"_qs, 40'000}, {u"cd1/c.flac"_qs, 20'000}, {u"b.txt"_qs, 9}});
         const QString tntFile = m_dir.filePath(u"album.torrent"_qs);
         QFile file(tntFile);
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(album.bytes) == album.bytes.size());
@@ -86,6 +103,13 @@ private Q_SLOTS:
         // The server's default path arrives first and must not overwrite the user's choice.
         QTRY_COMPARE(window->optionsForm()->savePathField()->text(), m_server->defaultSavePath());
         window->optionsForm()->savePathField()->setText(data.serverPath);
+        if (!start) {
+            window->optionsForm()->findChild<QCheckBox *>(u"start"_qs)->setChecked(false);
+            window->optionsForm()->findChild<QComboBox *>(u"category"_qs)->setCurrentText(category);
+            const auto tags = window->optionsForm()->findChild<QListWidget *>(u"tags"_qs)->findItems(tag, Qt::MatchExactly);
+            QCOMPARE(tags.size(), 1);
+            tags.constFirst()->setCheckState(Qt::Checked);
+        }
         TntContentModel &content = *window->contentTree()->contentModel();
         const QModelIndex skipped = content.index(0, 0, content.index(0, 0, content.index(0, 0)));
         QCOMPARE(skipped.data().toString(), u"a.flac"_qs);
@@ -102,15 +126,21 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(priorities(), (QList<int>{0, 1, 1}), 20'000);
         QCOMPARE(QDir::cleanPath(m_context->tntCollection().find(album.infoHash)->savePath()),
                  QDir::cleanPath(data.serverPath));
-        // Started after its files were set, as the window asked: the server's own state says so.
-        const auto started = [&] {
-            const TntModel::State state = m_context->tntCollection().find(album.infoHash)->state();
+        const TntModel &added = *m_context->tntCollection().find(album.infoHash);
+        QCOMPARE(added.category(), category);
+        QCOMPARE(added.tags(), tag);
+        // Started after its files were set, or left stopped, as the window asked: the server's own
+        // state says so.
+        const auto asAsked = [&] {
+            const TntModel::State state = added.state();
+            if (!start)
+                return TntModel::matches(state, TntModel::State::stopped);
             return state == TntModel::State::stalledUP || TntModel::matches(state, TntModel::State::uploading);
         };
-        QTRY_VERIFY_WITH_TIMEOUT(started(), 20'000);
+        QTRY_VERIFY_WITH_TIMEOUT(asAsked(), 20'000);
         m_context->forcePoll();
         QTest::qWait(1500);
-        QVERIFY(started());
+        QVERIFY(asAsked());
         QVERIFY(!m_context->clientError());
         QTRY_VERIFY(!QFile::exists(tntFile));
     }
