@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMetaMethod>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QTimer>
@@ -81,6 +82,7 @@ public:
 
 TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QWidget *parent)
     : QWidget(parent)
+    , m_collection(collection)
     , m_defaults(defaults)
     , m_proxy(new TntFilterProxy(collection, this))
     , m_filter(new QLineEdit(this))
@@ -128,8 +130,10 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     connect(header, &QHeaderView::sectionResized, this, &TntTableView::saveColumns);
     connect(header, &QHeaderView::sortIndicatorChanged, this, &TntTableView::saveColumns);
 
-    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            [this] { Q_EMIT selectionChanged(selectedHashes()); });
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        const QScopedValueRollback announcing(m_announcing, true);
+        Q_EMIT selectionChanged(selectedHashes());
+    });
 
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_table, &QWidget::customContextMenuRequested, this, &TntTableView::requestContextMenu);
@@ -172,6 +176,23 @@ QStringList TntTableView::selectedHashesInOrder() const
     for (const QModelIndex &row : std::as_const(rows))
         hashes.append(row.data(TntTableModel::HashRole).toString());
     return hashes;
+}
+
+void TntTableView::selectHashes(const QSet<QString> &hashes)
+{
+    // What comes back of the view's own announcement is already shown.
+    if (m_announcing)
+        return;
+    QItemSelection rows;
+    for (const QString &hash : hashes) {
+        const qsizetype row = m_collection.rowOf(hash);
+        if (row < 0)
+            continue;
+        const QModelIndex shown = m_proxy->mapFromSource(m_proxy->sourceModel()->index(static_cast<int>(row), 0));
+        if (shown.isValid())
+            rows.select(shown, shown);
+    }
+    m_table->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void TntTableView::requestContextMenu(const QPoint &position)
