@@ -280,8 +280,9 @@ QMenu *SidebarView::contextMenu(const SidebarItem &item)
         size = CheckedMath::add(size, tnt->size());
         hashes.insert(tnt->id());
     }
-    // An entry that admits every torrent acts on the server's whole list, sent as "all".
-    if (!admitted.isEmpty() && admitted.size() == m_context.tntCollection().size())
+    // Only the state group's All stands for the server's whole list, sent as "all"; any other entry
+    // acts on the torrents it admits now, even when that is every one of them.
+    if (item.type == ItemType::state && item.state == TntModel::State::all && !admitted.isEmpty())
         hashes.clear();
 
     auto *menu = new QMenu(this);

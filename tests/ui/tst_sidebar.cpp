@@ -172,6 +172,17 @@ private Q_SLOTS:
         const std::unique_ptr<QMenu> moving = menuOf(Group::state, u"Moving"_qs);
         QVERIFY(!moving->actions().constLast()->isEnabled()); // it admits nothing, which would read as "all"
 
+        // Only the state group's All stands for the server's whole list; a tag on every torrent does not.
+        const auto started = [&](Group group, const QString &title) {
+            m_server->server.clearRequests();
+            const std::unique_ptr<QMenu> menu = menuOf(group, title);
+            menu->actions().at(menu->actions().size() - 3)->trigger(); // Start Torrents
+            (void)QTest::qWaitFor([this] { return !m_server->lastRequest().isEmpty(); });
+            return m_server->lastRequest();
+        };
+        QCOMPARE(started(Group::state, u"All"_qs), QByteArray("/api/v2/torrents/start?hashes=all"));
+        QCOMPARE(started(Group::tag, u"All"_qs), QByteArray("/api/v2/torrents/start?hashes=aaa%7Cbbb%7Cccc"));
+
         films->actions().at(4)->trigger(); // Edit
         QCOMPARE(m_view->sidebarContext().editedCategory(),
                  std::optional(SidebarItem::Category{u"films"_qs, u"films"_qs, u"/films"_qs}));
