@@ -1,11 +1,14 @@
 #include "core/NavigationContext.h"
 #include "support/ScriptedTorrents.h"
+#include "ui/EditorSheet.h"
 #include "ui/MainWindow.h"
 #include "ui/SidebarView.h"
 #include "ui/TntCommands.h"
 #include "ui/TntTableView.h"
 
+#include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <QTreeWidget>
@@ -183,12 +186,23 @@ private Q_SLOTS:
         QCOMPARE(started(Group::state, u"All"_qs), QByteArray("/api/v2/torrents/start?hashes=all"));
         QCOMPARE(started(Group::tag, u"All"_qs), QByteArray("/api/v2/torrents/start?hashes=aaa%7Cbbb%7Cccc"));
 
-        films->actions().at(4)->trigger(); // Edit
-        QCOMPARE(m_view->sidebarContext().editedCategory(),
-                 std::optional(SidebarItem::Category{u"films"_qs, u"films"_qs, u"/films"_qs}));
-        QVERIFY(m_window->tntCommands()->openSheet());
-        m_window->tntCommands()->openSheet()->reject();
+        const auto edit = [&](const QString &savePath) {
+            films->actions().at(4)->trigger(); // Edit
+            auto *sheet = qobject_cast<EditorSheet *>(m_window->tntCommands()->openSheet());
+            QVERIFY(sheet);
+            QCOMPARE(m_view->sidebarContext().editedCategory(),
+                     std::optional(SidebarItem::Category{u"films"_qs, u"films"_qs, u"/films"_qs}));
+            sheet->findChildren<QLineEdit *>().constLast()->setText(savePath);
+            sheet->actionButton()->click();
+        };
+        edit(u"/films"_qs); // unchanged, which servers up to 5.1 refuse
         QCOMPARE(m_view->sidebarContext().editedCategory(), std::nullopt);
+        edit(u"/films2"_qs);
+        QTRY_COMPARE(m_server->lastRequest(),
+                     QByteArray("/api/v2/torrents/editCategory?category=films&savePath=/films2"));
+        QCOMPARE(std::count_if(m_server->server.requests().cbegin(), m_server->server.requests().cend(),
+                               [](const auto &request) { return request.target.contains("editCategory"); }),
+                 1);
     }
 
     void selectionOutlivesARestartUntilTheServerDropsIt()
