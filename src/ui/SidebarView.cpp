@@ -19,12 +19,6 @@
 using Group = NavigationContext::Group;
 using ItemType = SidebarItem::ItemType;
 
-// Outside any namespace: the macro declares the resource's registration function.
-static void initResources()
-{
-    Q_INIT_RESOURCE(sidebar);
-}
-
 namespace {
 
 constexpr std::array groups{Group::state, Group::category, Group::tag, Group::tracker};
@@ -125,7 +119,6 @@ SidebarView::SidebarView(AppContext &context, NavigationContext &navigation, Tnt
     , m_tree(new QTreeWidget(this))
     , m_delegate(new SidebarDelegate(m_tree))
 {
-    initResources();
     m_tree->setObjectName(QStringLiteral("sidebar"));
     m_tree->setHeaderHidden(true);
     m_tree->setColumnCount(1);

@@ -354,6 +354,45 @@ private Q_SLOTS:
         m_window->transferStatus()->altSpeedSwitch()->click();
         QCOMPARE(sent(), QByteArray("/api/v2/transfer/toggleSpeedLimitsMode?"));
     }
+
+    void statusBarSwitches_data()
+    {
+        QTest::addColumn<int>("hidden"); // the switch turned off, -1 for none
+        QTest::addColumn<QString>("shown");
+        const auto row = [](const char *name, int key, const QStringList &middle) {
+            const QString frame =
+                QStringLiteral("Connection status: Connected | DHT Nodes: 7 | %1 | ▼ 0 B/s   ▲ 0 B/s");
+            QTest::newRow(name) << key << frame.arg(middle.join(QStringLiteral(" | ")));
+        };
+        const QString space = QStringLiteral("Free Space: 5.0 GiB"), ratio = QStringLiteral("Global Ratio: 1.25");
+        const QStringList totals{QStringLiteral("Downloaded: 1.0 KiB / 3.0 MiB"),
+                                 QStringLiteral("Uploaded: 2.0 KiB / 4.0 MiB")};
+        using K = UserDefaultsKey;
+        row("all", -1, QStringList{space, ratio} + totals);
+        row("no session", static_cast<int>(K::showSessionStats),
+            {space, ratio, QStringLiteral("Downloaded: 3.0 MiB"), QStringLiteral("Uploaded: 4.0 MiB")});
+        row("no all time", static_cast<int>(K::showAllTimeStats),
+            {space, ratio, QStringLiteral("Downloaded: 1.0 KiB"), QStringLiteral("Uploaded: 2.0 KiB")});
+        row("no free space", static_cast<int>(K::showFreeSpace), QStringList{ratio} + totals);
+        row("no ratio", static_cast<int>(K::showGlobalRatio), QStringList{space} + totals);
+    }
+
+    void statusBarSwitches()
+    {
+        QFETCH(int, hidden);
+        API::SGlobalTransferInfo state;
+        state.dlInfoData = 1024;
+        state.upInfoData = 2048;
+        state.alltimeDl = 3 << 20;
+        state.alltimeUl = 4 << 20;
+        state.freeSpaceOnDisk = 5LL << 30;
+        state.globalRatio = QStringLiteral("1.25");
+        state.dhtNodes = 7;
+        m_server->context->serverState().update(state);
+        if (hidden >= 0)
+            m_server->defaults.setValue(static_cast<UserDefaultsKey>(hidden), false);
+        QTEST(m_window->transferStatus()->text(), "shown");
+    }
 };
 
 QTEST_MAIN(TestTntActions)
