@@ -87,6 +87,7 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     , m_proxy(new TntFilterProxy(collection, this))
     , m_filter(new QLineEdit(this))
     , m_filterDelay(new QTimer(this))
+    , m_saveDelay(new QTimer(this))
     , m_table(new QTableView(this))
 {
     m_filter->setPlaceholderText(QStringLiteral("Filter by name"));
@@ -126,9 +127,14 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
                 [this, column](bool shown) { m_table->horizontalHeader()->setSectionHidden(column, !shown); });
         header->addAction(toggle);
     }
-    connect(header, &QHeaderView::sectionMoved, this, &TntTableView::saveColumns);
-    connect(header, &QHeaderView::sectionResized, this, &TntTableView::saveColumns);
-    connect(header, &QHeaderView::sortIndicatorChanged, this, &TntTableView::saveColumns);
+    // Saved once the header has settled: hiding a column resizes it to 0 before it marks it hidden,
+    // and a drag resizes many times.
+    m_saveDelay->setSingleShot(true);
+    m_saveDelay->setInterval(0);
+    connect(m_saveDelay, &QTimer::timeout, this, &TntTableView::saveColumns);
+    connect(header, &QHeaderView::sectionMoved, m_saveDelay, qOverload<>(&QTimer::start));
+    connect(header, &QHeaderView::sectionResized, m_saveDelay, qOverload<>(&QTimer::start));
+    connect(header, &QHeaderView::sortIndicatorChanged, m_saveDelay, qOverload<>(&QTimer::start));
 
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         const QScopedValueRollback announcing(m_announcing, true);
@@ -144,7 +150,11 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     layout->addWidget(m_table);
 }
 
-TntTableView::~TntTableView() = default;
+TntTableView::~TntTableView()
+{
+    if (m_saveDelay->isActive())
+        saveColumns();
+}
 
 void TntTableView::focusFilter()
 {

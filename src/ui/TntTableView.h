@@ -45,6 +45,7 @@ private:
     TntFilterProxy *m_proxy;
     QLineEdit *m_filter;
     QTimer *m_filterDelay;
+    QTimer *m_saveDelay;
     QTableView *m_table;
     bool m_announcing = false;
 };
