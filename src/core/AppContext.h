@@ -141,12 +141,13 @@ public:
     QCoro::Task<> setFilePriority(QString hash, QSet<int> fileIds, int priority);
     QCoro::Task<> setLocation(QSet<QString> hashes, QString location);
     QCoro::Task<> renameTnt(QString hash, QString name);
-    QCoro::Task<> setCategory(QSet<QString> hashes, QString category); // "" removes the category
+    // "" removes the category; empty set: nothing is sent
+    QCoro::Task<> setCategory(QSet<QString> hashes, QString category);
     QCoro::Task<> createCategory(QString name, QString savePath);
     QCoro::Task<> editCategory(QString name, QString savePath);
     QCoro::Task<> removeCategories(QSet<QString> names);
-    QCoro::Task<> addTags(QSet<QString> hashes, QSet<QString> tags);
-    QCoro::Task<> removeTags(QSet<QString> hashes, QSet<QString> tags);
+    QCoro::Task<> addTags(QSet<QString> hashes, QSet<QString> tags);    // empty set: nothing is sent
+    QCoro::Task<> removeTags(QSet<QString> hashes, QSet<QString> tags); // empty set: nothing is sent
     QCoro::Task<> createTags(QSet<QString> tags);
     QCoro::Task<> deleteTags(QSet<QString> tags);
     QCoro::Task<> setAutoManagement(QSet<QString> hashes, bool enable);

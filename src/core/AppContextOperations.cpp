@@ -291,6 +291,9 @@ QCoro::Task<> AppContext::renameTnt(QString hash, QString name)
 
 QCoro::Task<> AppContext::setCategory(QSet<QString> hashes, QString category)
 {
+    // No torrents is not "all" here: the request would name none, but the local edit would reach every one.
+    if (hashes.isEmpty())
+        co_return;
     QCoro::Task<bool> request = send(Endpoint::TntManagement::setCategory(sorted(hashes), category),
                                      QStringLiteral("Failed to set tnt category."));
     if (!co_await std::move(request))
@@ -328,6 +331,8 @@ QCoro::Task<> AppContext::removeCategories(QSet<QString> names)
 
 QCoro::Task<> AppContext::addTags(QSet<QString> hashes, QSet<QString> tags)
 {
+    if (hashes.isEmpty())
+        co_return;
     QCoro::Task<bool> request =
         send(Endpoint::TntManagement::addTags(sorted(hashes), sorted(tags)), QStringLiteral("Failed to add tags."));
     if (!co_await std::move(request))
@@ -344,6 +349,8 @@ QCoro::Task<> AppContext::addTags(QSet<QString> hashes, QSet<QString> tags)
 
 QCoro::Task<> AppContext::removeTags(QSet<QString> hashes, QSet<QString> tags)
 {
+    if (hashes.isEmpty())
+        co_return;
     QCoro::Task<bool> request = send(Endpoint::TntManagement::removeTags(sorted(hashes), sorted(tags)),
                                      QStringLiteral("Failed to remove tags."));
     if (!co_await std::move(request))

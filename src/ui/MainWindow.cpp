@@ -128,6 +128,8 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
             [this] { QApplication::alert(this); });
     connect(&m_context, &AppContext::httpsRedirectSuggestionChanged, this, &MainWindow::offerSecureAddress);
     connect(m_tntTable, &TntTableView::selectionChanged, &m_context, &AppContext::setSelectedTnts);
+    connect(&m_context, &AppContext::selectionChanged, this,
+            [this] { m_tntTable->selectHashes(m_context.selectedTnts()); });
     connect(m_tntTable, &TntTableView::contextMenuRequested, this, &MainWindow::showTntContextMenu);
     connect(m_transferStatus, &TransferStatus::altSpeedToggleRequested, this,
             [this] { detached(m_context.toggleSpeedLimitsMode()); });

@@ -3,12 +3,18 @@
 #include <algorithm>
 #include <array>
 
+// Outside any namespace: the macro declares the resource's registration function.
+static void initResources()
+{
+    Q_INIT_RESOURCE(sidebar);
+}
+
 namespace {
 
 struct Symbol
 {
     QStringView symbol;
-    QStringView themeName; // freedesktop naming
+    QStringView themeName; // freedesktop naming; empty where no theme has the picture
     QStringView bundled;   // under :/icons/sidebar/
 };
 
@@ -29,6 +35,9 @@ constexpr std::array symbols{
     Symbol{u"plus", u"list-add", u"add"},
     Symbol{u"pencil", u"document-edit", u"edit"},
     Symbol{u"minus", u"list-remove", u"remove"},
+    // The state of the alternative speed limits is told by the fill, which themes do not pair.
+    Symbol{u"flame", {}, u"flame"},
+    Symbol{u"flame.fill", {}, u"flame-fill"},
 };
 
 } // namespace
@@ -64,9 +73,12 @@ QIcon forSymbol(QStringView symbol)
     const auto found = std::find_if(symbols.cbegin(), symbols.cend(), [symbol](const Symbol &s) { return s.symbol == symbol; });
     if (found == symbols.cend())
         return {};
+    [[maybe_unused]] static const bool registered = (initResources(), true);
+    const QIcon bundled(QStringLiteral(":/icons/sidebar/%1.svg").arg(found->bundled));
+    if (found->themeName.isEmpty())
+        return bundled;
     const QString name = found->themeName.toString();
     // Themes of the GNOME family name their monochrome icons with a suffix.
-    const QIcon bundled(QStringLiteral(":/icons/sidebar/%1.svg").arg(found->bundled));
     return QIcon::fromTheme(name, QIcon::fromTheme(name + QStringLiteral("-symbolic"), bundled));
 }
 

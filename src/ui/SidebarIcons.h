@@ -4,8 +4,8 @@
 
 #include <QIcon>
 
-// The sidebar's symbols: each system symbol name stands for an icon-theme name, with a bundled
-// picture for themes that lack it.
+// The window's symbols (the sidebar's, the status bar's flame): each system symbol name stands for
+// an icon-theme name, with a bundled picture for themes that lack it.
 namespace SidebarIcons {
 
 QString symbolName(const SidebarItem &item);

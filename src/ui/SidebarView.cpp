@@ -19,12 +19,6 @@
 using Group = NavigationContext::Group;
 using ItemType = SidebarItem::ItemType;
 
-// Outside any namespace: the macro declares the resource's registration function.
-static void initResources()
-{
-    Q_INIT_RESOURCE(sidebar);
-}
-
 namespace {
 
 constexpr std::array groups{Group::state, Group::category, Group::tag, Group::tracker};
@@ -125,7 +119,6 @@ SidebarView::SidebarView(AppContext &context, NavigationContext &navigation, Tnt
     , m_tree(new QTreeWidget(this))
     , m_delegate(new SidebarDelegate(m_tree))
 {
-    initResources();
     m_tree->setObjectName(QStringLiteral("sidebar"));
     m_tree->setHeaderHidden(true);
     m_tree->setColumnCount(1);
@@ -280,8 +273,9 @@ QMenu *SidebarView::contextMenu(const SidebarItem &item)
         size = CheckedMath::add(size, tnt->size());
         hashes.insert(tnt->id());
     }
-    // An entry that admits every torrent acts on the server's whole list, sent as "all".
-    if (!admitted.isEmpty() && admitted.size() == m_context.tntCollection().size())
+    // Only the state group's All stands for the server's whole list, sent as "all"; any other entry
+    // acts on the torrents it admits now, even when that is every one of them.
+    if (item.type == ItemType::state && item.state == TntModel::State::all && !admitted.isEmpty())
         hashes.clear();
 
     auto *menu = new QMenu(this);

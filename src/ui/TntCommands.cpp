@@ -183,8 +183,11 @@ void TntCommands::editCategory(const QString &name, const QString &savePath)
     sheet->addLine(QStringLiteral("Name"), QString(), name)->setReadOnly(true);
     QLineEdit *path =
         sheet->addLine(QStringLiteral("Save path"), QStringLiteral("/opt/etc/downloads/"), savePath, false);
-    connect(sheet, &QDialog::accepted, this,
-            [this, name, path] { detached(m_context.editCategory(name, path->text().trimmed())); });
+    // Servers up to 5.1 answer 409 to an edit that changes nothing.
+    connect(sheet, &QDialog::accepted, this, [this, name, savePath, path] {
+        if (const QString edited = path->text().trimmed(); edited != savePath)
+            detached(m_context.editCategory(name, edited));
+    });
     present(sheet);
 }
 

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMetaMethod>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QStyledItemDelegate>
 #include <QTableView>
 #include <QTimer>
@@ -81,10 +82,12 @@ public:
 
 TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QWidget *parent)
     : QWidget(parent)
+    , m_collection(collection)
     , m_defaults(defaults)
     , m_proxy(new TntFilterProxy(collection, this))
     , m_filter(new QLineEdit(this))
     , m_filterDelay(new QTimer(this))
+    , m_saveDelay(new QTimer(this))
     , m_table(new QTableView(this))
 {
     m_filter->setPlaceholderText(QStringLiteral("Filter by name"));
@@ -124,12 +127,19 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
                 [this, column](bool shown) { m_table->horizontalHeader()->setSectionHidden(column, !shown); });
         header->addAction(toggle);
     }
-    connect(header, &QHeaderView::sectionMoved, this, &TntTableView::saveColumns);
-    connect(header, &QHeaderView::sectionResized, this, &TntTableView::saveColumns);
-    connect(header, &QHeaderView::sortIndicatorChanged, this, &TntTableView::saveColumns);
+    // Saved once the header has settled: hiding a column resizes it to 0 before it marks it hidden,
+    // and a drag resizes many times.
+    m_saveDelay->setSingleShot(true);
+    m_saveDelay->setInterval(0);
+    connect(m_saveDelay, &QTimer::timeout, this, &TntTableView::saveColumns);
+    connect(header, &QHeaderView::sectionMoved, m_saveDelay, qOverload<>(&QTimer::start));
+    connect(header, &QHeaderView::sectionResized, m_saveDelay, qOverload<>(&QTimer::start));
+    connect(header, &QHeaderView::sortIndicatorChanged, m_saveDelay, qOverload<>(&QTimer::start));
 
-    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            [this] { Q_EMIT selectionChanged(selectedHashes()); });
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        const QScopedValueRollback announcing(m_announcing, true);
+        Q_EMIT selectionChanged(selectedHashes());
+    });
 
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_table, &QWidget::customContextMenuRequested, this, &TntTableView::requestContextMenu);
@@ -140,7 +150,11 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     layout->addWidget(m_table);
 }
 
-TntTableView::~TntTableView() = default;
+TntTableView::~TntTableView()
+{
+    if (m_saveDelay->isActive())
+        saveColumns();
+}
 
 void TntTableView::focusFilter()
 {
@@ -172,6 +186,23 @@ QStringList TntTableView::selectedHashesInOrder() const
     for (const QModelIndex &row : std::as_const(rows))
         hashes.append(row.data(TntTableModel::HashRole).toString());
     return hashes;
+}
+
+void TntTableView::selectHashes(const QSet<QString> &hashes)
+{
+    // What comes back of the view's own announcement is already shown.
+    if (m_announcing)
+        return;
+    QItemSelection rows;
+    for (const QString &hash : hashes) {
+        const qsizetype row = m_collection.rowOf(hash);
+        if (row < 0)
+            continue;
+        const QModelIndex shown = m_proxy->mapFromSource(m_proxy->sourceModel()->index(static_cast<int>(row), 0));
+        if (shown.isValid())
+            rows.select(shown, shown);
+    }
+    m_table->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void TntTableView::requestContextMenu(const QPoint &position)

@@ -28,6 +28,8 @@ public:
     QSet<QString> selectedHashes() const;
     // The selected torrents from the top of the table down.
     QStringList selectedHashesInOrder() const;
+    // Selects the shown rows of `hashes`, for a selection changed elsewhere (a removal empties it).
+    void selectHashes(const QSet<QString> &hashes);
 
 Q_SIGNALS:
     void selectionChanged(const QSet<QString> &hashes);
@@ -38,9 +40,12 @@ private:
     void saveColumns();
     void requestContextMenu(const QPoint &position);
 
+    TntCollection &m_collection;
     UserDefaults &m_defaults;
     TntFilterProxy *m_proxy;
     QLineEdit *m_filter;
     QTimer *m_filterDelay;
+    QTimer *m_saveDelay;
     QTableView *m_table;
+    bool m_announcing = false;
 };

@@ -2,6 +2,7 @@
 
 #include "model/GlobalTransferInfo.h"
 #include "settings/UserDefaults.h"
+#include "ui/SidebarIcons.h"
 #include "ui/TntTableModel.h"
 
 #include <QHBoxLayout>
@@ -30,8 +31,8 @@ TransferStatus::TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defau
     , m_dht(new QLabel(this))
     , m_freeSpace(new QLabel(this))
     , m_ratio(new QLabel(this))
-    , m_session(new QLabel(this))
-    , m_allTime(new QLabel(this))
+    , m_downloaded(new QLabel(this))
+    , m_uploaded(new QLabel(this))
     , m_rates(new QLabel(this))
     , m_altSpeed(new QToolButton(this))
     , m_detailsToggle(new QToolButton(this))
@@ -41,9 +42,7 @@ TransferStatus::TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defau
     m_altSpeed->setAutoRaise(true);
     m_altSpeed->setText(QStringLiteral("Alt. speed"));
     m_altSpeed->setToolTip(QStringLiteral("Alternative speed limits"));
-    // Pressed while the limits are on; a theme without the icon gets the words.
-    m_altSpeed->setIcon(QIcon::fromTheme(QStringLiteral("speedometer")));
-    m_altSpeed->setToolButtonStyle(m_altSpeed->icon().isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonIconOnly);
+    m_altSpeed->setToolButtonStyle(Qt::ToolButtonIconOnly);
     // Only the server changes the mode: the button shows it, a click asks for the other one.
     connect(m_altSpeed, &QToolButton::clicked, this, [this] {
         m_altSpeed->setChecked(m_transfer.useAltSpeedLimits());
@@ -52,7 +51,7 @@ TransferStatus::TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defau
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 0, 4, 0);
     layout->setSpacing(16);
-    for (QLabel *label : {m_connection, m_dht, m_freeSpace, m_ratio, m_session, m_allTime})
+    for (QLabel *label : {m_connection, m_dht, m_freeSpace, m_ratio, m_downloaded, m_uploaded})
         layout->addWidget(label);
     layout->addStretch();
     layout->addWidget(m_rates);
@@ -77,15 +76,28 @@ void TransferStatus::refresh()
     m_freeSpace->setVisible(m_defaults.boolValue(K::showFreeSpace, true));
     m_ratio->setText(QStringLiteral("Global Ratio: ") + m_transfer.globalRatio());
     m_ratio->setVisible(m_defaults.boolValue(K::showGlobalRatio, true));
-    m_session->setText(QStringLiteral("Session: ▼ %1 ▲ %2")
-                           .arg(TntFormat::size(m_transfer.sessionTotal(Direction::down)),
-                                TntFormat::size(m_transfer.sessionTotal(Direction::up))));
-    m_session->setVisible(m_defaults.boolValue(K::showSessionStats, true));
-    m_allTime->setText(QStringLiteral("All time: ▼ %1 ▲ %2")
-                           .arg(TntFormat::size(m_transfer.alltimeTotal(Direction::down)),
-                                TntFormat::size(m_transfer.alltimeTotal(Direction::up))));
-    m_allTime->setVisible(m_defaults.boolValue(K::showAllTimeStats, true));
-    m_altSpeed->setChecked(m_transfer.useAltSpeedLimits());
+    // One label per direction keeps the bar short: the session's total, then all time's, as switched
+    // on; the tooltip names them.
+    const bool session = m_defaults.boolValue(K::showSessionStats, true);
+    const bool allTime = m_defaults.boolValue(K::showAllTimeStats, true);
+    const auto showTotals = [&](QLabel *label, const QString &title, Direction direction) {
+        const QString sessionTotal = TntFormat::size(m_transfer.sessionTotal(direction));
+        const QString allTimeTotal = TntFormat::size(m_transfer.alltimeTotal(direction));
+        QStringList shown;
+        if (session)
+            shown << sessionTotal;
+        if (allTime)
+            shown << allTimeTotal;
+        label->setText(title + QStringLiteral(": ") + shown.join(QStringLiteral(" / ")));
+        label->setToolTip(QStringLiteral("This session: %1\nAll time: %2").arg(sessionTotal, allTimeTotal));
+        label->setVisible(!shown.isEmpty());
+    };
+    showTotals(m_downloaded, QStringLiteral("Downloaded"), Direction::down);
+    showTotals(m_uploaded, QStringLiteral("Uploaded"), Direction::up);
+    // Pressed and filled while the limits are on.
+    const bool alternative = m_transfer.useAltSpeedLimits();
+    m_altSpeed->setChecked(alternative);
+    m_altSpeed->setIcon(SidebarIcons::forSymbol(alternative ? u"flame.fill" : u"flame"));
     const auto shownRate = [](qint64 rate) { return rate > 0 ? TntFormat::rate(rate) : QStringLiteral("0 B/s"); };
     m_rates->setText(QStringLiteral("▼ %1   ▲ %2")
                          .arg(shownRate(m_transfer.rate(Direction::down)), shownRate(m_transfer.rate(Direction::up))));
@@ -101,7 +113,7 @@ void TransferStatus::setTntDetailsHidden(bool hidden)
 QString TransferStatus::text() const
 {
     QStringList parts;
-    for (const QLabel *label : {m_connection, m_dht, m_freeSpace, m_ratio, m_session, m_allTime, m_rates}) {
+    for (const QLabel *label : {m_connection, m_dht, m_freeSpace, m_ratio, m_downloaded, m_uploaded, m_rates}) {
         if (!label->isHidden())
             parts << label->text();
     }

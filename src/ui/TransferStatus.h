@@ -36,8 +36,8 @@ private:
     QLabel *m_dht;
     QLabel *m_freeSpace;
     QLabel *m_ratio;
-    QLabel *m_session;
-    QLabel *m_allTime;
+    QLabel *m_downloaded;
+    QLabel *m_uploaded;
     QLabel *m_rates;
     QToolButton *m_altSpeed;
     QToolButton *m_detailsToggle;

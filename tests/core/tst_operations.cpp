@@ -86,6 +86,9 @@ private Q_SLOTS:
             << QByteArray("/api/v2/torrents/bottomPrio?hashes=all") << before;
         QTest::newRow("unknown hash") << v2_11 << op(&AppContext::startTnts, {QStringLiteral("zzz")})
                                       << QByteArray("/api/v2/torrents/start?hashes=zzz") << before;
+        QTest::newRow("category of no torrent is not all")
+            << v2_11 << Operation([](AppContext &c) { return c.setCategory({}, QStringLiteral("films")); })
+            << QByteArray() << before;
     }
 
     void requestAndLocalState()

@@ -17,9 +17,11 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -73,8 +75,9 @@ struct ConnectionFixture
     ~ConnectionFixture()
     {
         // Dialogs and alerts left open by a failed check must not outlive the context they use.
-        for (QWidget *widget : QApplication::topLevelWidgets())
-            delete widget;
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        const QList<QPointer<QWidget>> alive(windows.cbegin(), windows.cend()); // some go with their parent
+        qDeleteAll(alive);
         context.reset();
     }
 
@@ -119,12 +122,24 @@ QAction *entry(const QMenu &menu, const QString &text)
     return nullptr;
 }
 
-QStringList buttonTexts(const QMessageBox &box)
+// Every text a window shows, each after the kind of widget that shows it.
+QStringList shownTexts(const QWidget &window)
 {
-    QStringList texts;
-    for (const QAbstractButton *button : box.buttons())
-        texts << button->text();
-    texts.sort();
+    QStringList texts{QStringLiteral("title: ") + window.windowTitle()};
+    for (const QLabel *label : window.findChildren<QLabel *>())
+        texts << QStringLiteral("label: ") + label->text();
+    for (const QAbstractButton *button : window.findChildren<QAbstractButton *>()) {
+        for (const QString &line : button->text().split(u'\n'))
+            texts << (button->isEnabled() ? QStringLiteral("button: ") : QStringLiteral("disabled button: ")) + line;
+    }
+    for (const QLineEdit *field : window.findChildren<QLineEdit *>())
+        texts << QStringLiteral("placeholder: ") + field->placeholderText();
+    for (const QGroupBox *group : window.findChildren<QGroupBox *>())
+        texts << QStringLiteral("group: ") + group->title();
+    for (const QWidget *widget : window.findChildren<QWidget *>()) {
+        if (!widget->toolTip().isEmpty())
+            texts << QStringLiteral("tip: ") + widget->toolTip();
+    }
     return texts;
 }
 
@@ -155,7 +170,87 @@ class TestConnectionWindows : public QObject
         return window.loginPrompt();
     }
 
+    // The window a row of shownTextsAreExact reads; the fixture's end deletes it.
+    static QWidget *open(const QString &window, ConnectionFixture &fixture)
+    {
+        if (window == u"welcome")
+            return new WelcomeView;
+        if (window == u"login")
+            return askForLogin(fixture, *new MainWindow(*fixture.context));
+        if (window == u"overlay") {
+            auto *area = new QWidget;
+            new ReconnectionOverlay(*fixture.context,
+                                    *new ReconnectionCountdown(*fixture.context, std::chrono::hours(1), area), area);
+            loseConnection(*fixture.context, 1, QStringLiteral("Connection refused"));
+            return area;
+        }
+        if (window == u"delete all") {
+            fixture.add(QStringLiteral("NAS"));
+            return (new ServerMenu(*fixture.context))->confirmDeleteAll();
+        }
+        // "editor N": the connection editor with the Nth method picked
+        auto *editor = new ConnectionEditor(*fixture.context);
+        editor->methodPicker()->setCurrentIndex(window.back().digitValue());
+        return editor;
+    }
+
 private Q_SLOTS:
+    void shownTextsAreExact_data()
+    {
+        QTest::addColumn<QString>("window");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char *window, const char *text) {
+            QTest::addRow("%s / %s", window, text) << QString::fromUtf8(window) << QString::fromUtf8(text);
+        };
+        row("login", "title: Login");
+        row("login", "label: Enter your credentials");
+        row("login", "button: Login automatically");
+        row("login", "disabled button: Log In"); // until credentials are typed
+        row("login", "button: Cancel");
+        row("overlay", "button: Reconnect now");
+        row("editor 0", "title: New Connection");
+        row("editor 0", "label: Describe how Quillo will connect to your qbt server");
+        row("editor 0", "label: Name");
+        row("editor 0", "placeholder: Optional");
+        row("editor 0", "label: Host");
+        row("editor 0", "placeholder: 192.168.1.1");
+        row("editor 0", "label: Port");
+        row("editor 0", "placeholder: 9080");
+        row("editor 0", "label: Path");
+        row("editor 0", "button: Use HTTPS");
+        row("editor 0", "group: Authentication");
+        row("editor 0", "button: Cancel");
+        row("editor 0", "label: Use only when qBittorrent bypasses WebUI authentication for this client.");
+        row("editor 1", "label: Classic qBittorrent login. Quillo sends username and password to /api/v2/auth/login "
+                        "and then uses the session cookie.");
+        row("editor 2", "label: qBittorrent 5.2+ can accept username and password in the HTTP Authorization header.");
+        row("editor 3",
+            "label: qBittorrent 5.2+ WebAPI access with Authorization: Bearer. It does not use login/logout cookies.");
+        row("delete all", "label: Delete all remote connections?");
+        row("delete all", "label: All remote connections and their saved passwords will be deleted. This action "
+                          "can't be undone.");
+        row("delete all", "button: Delete All");
+        row("delete all", "button: Cancel");
+        row("welcome", "label: Welcome to Quillo");
+        row("welcome", "label: Connect to qBittorrent to start managing your torrents.");
+        row("welcome", "button: Connect to a Server");
+        row("welcome", "button: Use qBittorrent running on another computer or a NAS.");
+        // The installer is not built yet: the choice says so rather than doing nothing.
+        row("welcome", "disabled button: Install on This Computer");
+        row("welcome", "tip: Installing qBittorrent on this computer is not available yet.");
+    }
+
+    void shownTextsAreExact()
+    {
+        QFETCH(QString, window);
+        QFETCH(QString, text);
+        ConnectionFixture fixture(m_keychain);
+        QWidget *shown = open(window, fixture);
+        QVERIFY(shown);
+        const QStringList texts = shownTexts(*shown);
+        QVERIFY2(texts.contains(text), qPrintable(texts.join(u'|')));
+    }
+
     void checksTheAddress_data()
     {
         QTest::addColumn<bool>("isPort");
@@ -248,18 +343,15 @@ private Q_SLOTS:
         QTest::addColumn<AuthMethod>("method");
         QTest::addColumn<QString>("label");
         QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("helpMentions");
         QTest::addColumn<bool>("login");
         QTest::addColumn<bool>("key");
-        const auto row = [](AuthMethod method, const char *label, const char *title, const char *mentions, bool login,
-                            bool key) {
-            QTest::newRow(label) << method << QString::fromUtf8(label) << QString::fromUtf8(title)
-                                 << QString::fromUtf8(mentions) << login << key;
+        const auto row = [](AuthMethod method, const char *label, const char *title, bool login, bool key) {
+            QTest::newRow(label) << method << QString::fromUtf8(label) << QString::fromUtf8(title) << login << key;
         };
-        row(AuthMethod::none, "No Authentication", "No Authentication", "bypasses", false, false);
-        row(AuthMethod::cookieLogin, "Standard Login", "Standart Login", "/api/v2/auth/login", true, false);
-        row(AuthMethod::basic, "Basic Auth", "Basic Auth", "HTTP Authorization", true, false);
-        row(AuthMethod::apiKey, "API Key", "API Key", "Bearer", false, true);
+        row(AuthMethod::none, "No Authentication", "No Authentication", false, false);
+        row(AuthMethod::cookieLogin, "Standard Login", "Standart Login", true, false);
+        row(AuthMethod::basic, "Basic Auth", "Basic Auth", true, false);
+        row(AuthMethod::apiKey, "API Key", "API Key", false, true);
     }
 
     void explainsEachMethod()
@@ -273,8 +365,6 @@ private Q_SLOTS:
 
         QTEST(editor.methodPicker()->currentText(), "label");
         QTEST(editor.helpTitleLabel()->text(), "title");
-        QFETCH(QString, helpMentions);
-        QVERIFY2(editor.helpLabel()->text().contains(helpMentions), qPrintable(editor.helpLabel()->text()));
         QTEST(editor.usernameField()->isVisibleTo(&editor), "login");
         QTEST(editor.passwordField()->isVisibleTo(&editor), "login");
         QTEST(editor.apiKeyField()->isVisibleTo(&editor), "key");
@@ -503,8 +593,6 @@ private Q_SLOTS:
 
         auto *box = window.findChild<QMessageBox *>();
         QVERIFY(box);
-        QCOMPARE(box->text(), QStringLiteral("Delete all remote connections?"));
-        QCOMPARE(buttonTexts(*box), QStringList({QStringLiteral("Cancel"), QStringLiteral("Delete All")}));
         for (QAbstractButton *button : box->buttons()) {
             if (button->text() == answer)
                 button->click();

@@ -1,11 +1,14 @@
 #include "core/NavigationContext.h"
 #include "support/ScriptedTorrents.h"
+#include "ui/EditorSheet.h"
 #include "ui/MainWindow.h"
 #include "ui/SidebarView.h"
 #include "ui/TntCommands.h"
 #include "ui/TntTableView.h"
 
+#include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QTableView>
 #include <QTest>
 #include <QTreeWidget>
@@ -172,12 +175,34 @@ private Q_SLOTS:
         const std::unique_ptr<QMenu> moving = menuOf(Group::state, u"Moving"_qs);
         QVERIFY(!moving->actions().constLast()->isEnabled()); // it admits nothing, which would read as "all"
 
-        films->actions().at(4)->trigger(); // Edit
-        QCOMPARE(m_view->sidebarContext().editedCategory(),
-                 std::optional(SidebarItem::Category{u"films"_qs, u"films"_qs, u"/films"_qs}));
-        QVERIFY(m_window->tntCommands()->openSheet());
-        m_window->tntCommands()->openSheet()->reject();
+        // Only the state group's All stands for the server's whole list; a tag on every torrent does not.
+        const auto started = [&](Group group, const QString &title) {
+            m_server->server.clearRequests();
+            const std::unique_ptr<QMenu> menu = menuOf(group, title);
+            menu->actions().at(menu->actions().size() - 3)->trigger(); // Start Torrents
+            (void)QTest::qWaitFor([this] { return !m_server->lastRequest().isEmpty(); });
+            return m_server->lastRequest();
+        };
+        QCOMPARE(started(Group::state, u"All"_qs), QByteArray("/api/v2/torrents/start?hashes=all"));
+        QCOMPARE(started(Group::tag, u"All"_qs), QByteArray("/api/v2/torrents/start?hashes=aaa%7Cbbb%7Cccc"));
+
+        const auto edit = [&](const QString &savePath) {
+            films->actions().at(4)->trigger(); // Edit
+            auto *sheet = qobject_cast<EditorSheet *>(m_window->tntCommands()->openSheet());
+            QVERIFY(sheet);
+            QCOMPARE(m_view->sidebarContext().editedCategory(),
+                     std::optional(SidebarItem::Category{u"films"_qs, u"films"_qs, u"/films"_qs}));
+            sheet->findChildren<QLineEdit *>().constLast()->setText(savePath);
+            sheet->actionButton()->click();
+        };
+        edit(u"/films"_qs); // unchanged, which servers up to 5.1 refuse
         QCOMPARE(m_view->sidebarContext().editedCategory(), std::nullopt);
+        edit(u"/films2"_qs);
+        QTRY_COMPARE(m_server->lastRequest(),
+                     QByteArray("/api/v2/torrents/editCategory?category=films&savePath=/films2"));
+        QCOMPARE(std::count_if(m_server->server.requests().cbegin(), m_server->server.requests().cend(),
+                               [](const auto &request) { return request.target.contains("editCategory"); }),
+                 1);
     }
 
     void selectionOutlivesARestartUntilTheServerDropsIt()

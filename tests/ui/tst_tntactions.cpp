@@ -121,34 +121,44 @@ private Q_SLOTS:
     void removeConfirmation_data()
     {
         QTest::addColumn<Set>("selected");
+        QTest::addColumn<QString>("clicked"); // a row right-clicked outside the selection, else the Delete key
         QTest::addColumn<QString>("choice");
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("message");
         QTest::addColumn<QByteArray>("request");
         const QString one = QStringLiteral("This tnt will be deleted immediately. You can’t undo this action.");
         const QString many = QStringLiteral("This tnts will be deleted immediately. You can’t undo this action.");
-        QTest::newRow("two, everywhere") << Set{QStringLiteral("aaa"), QStringLiteral("ccc")}
+        QTest::newRow("two, everywhere") << Set{QStringLiteral("aaa"), QStringLiteral("ccc")} << QString()
                                          << QStringLiteral("Remove Everywhere")
                                          << QStringLiteral("Are you sure you want to remove 2 tnts?") << many
                                          << QByteArray("/api/v2/torrents/delete?hashes=aaa%7Cccc&deleteFiles=true");
-        QTest::newRow("nothing selected is all") << Set{} << QStringLiteral("Remove from List")
+        QTest::newRow("nothing selected is all") << Set{} << QString() << QStringLiteral("Remove from List")
                                                  << QStringLiteral("Are you sure you want to remove All tnts?") << many
                                                  << QByteArray("/api/v2/torrents/delete?hashes=all&deleteFiles=false");
-        QTest::newRow("cancelled") << Set{QStringLiteral("bbb")} << QStringLiteral("Cancel")
+        QTest::newRow("cancelled") << Set{QStringLiteral("bbb")} << QString() << QStringLiteral("Cancel")
                                    << QStringLiteral("Are you sure you want to remove 1 tnt?") << one << QByteArray();
+        QTest::newRow("outside the selection")
+            << Set{QStringLiteral("aaa"), QStringLiteral("ccc")} << QStringLiteral("bbb")
+            << QStringLiteral("Remove from List") << QStringLiteral("Are you sure you want to remove 1 tnt?") << one
+            << QByteArray("/api/v2/torrents/delete?hashes=bbb&deleteFiles=false");
     }
 
-    // Through the Delete key of the table, as users remove.
+    // Through the Delete key of the table or the menu of a row, as users remove.
     void removeConfirmation()
     {
         QFETCH(Set, selected);
+        QFETCH(QString, clicked);
         QFETCH(QString, choice);
         QFETCH(QString, title);
         QFETCH(QString, message);
         QFETCH(QByteArray, request);
         select(selected);
         m_window->tntTable()->table()->setFocus();
-        QTest::keyClick(m_window->tntTable()->table(), Qt::Key_Delete);
+        if (clicked.isEmpty())
+            QTest::keyClick(m_window->tntTable()->table(), Qt::Key_Delete);
+        else
+            item(TntContextMenu(*m_server->context, commands(), {clicked}), QStringLiteral("Remove"))->trigger();
+        const Set removed = clicked.isEmpty() ? selected : Set{clicked};
         auto *alert = qobject_cast<QMessageBox *>(commands().openSheet());
         QVERIFY(alert);
         QCOMPARE(alert->text(), title);
@@ -162,8 +172,9 @@ private Q_SLOTS:
             return;
         }
         QCOMPARE(sent(), request);
-        QTRY_COMPARE(m_server->context->tntCollection().size(), 3 - (selected.isEmpty() ? 3 : selected.size()));
+        QTRY_COMPARE(m_server->context->tntCollection().size(), 3 - (removed.isEmpty() ? 3 : removed.size()));
         QVERIFY(m_server->context->selectedTnts().isEmpty());
+        QVERIFY(m_window->tntTable()->selectedHashes().isEmpty()); // else Start would act on every torrent
     }
 
     void removeWithoutConfirmationKeepsTheData()
@@ -342,6 +353,45 @@ private Q_SLOTS:
         m_server->server.clearRequests();
         m_window->transferStatus()->altSpeedSwitch()->click();
         QCOMPARE(sent(), QByteArray("/api/v2/transfer/toggleSpeedLimitsMode?"));
+    }
+
+    void statusBarSwitches_data()
+    {
+        QTest::addColumn<int>("hidden"); // the switch turned off, -1 for none
+        QTest::addColumn<QString>("shown");
+        const auto row = [](const char *name, int key, const QStringList &middle) {
+            const QString frame =
+                QStringLiteral("Connection status: Connected | DHT Nodes: 7 | %1 | ▼ 0 B/s   ▲ 0 B/s");
+            QTest::newRow(name) << key << frame.arg(middle.join(QStringLiteral(" | ")));
+        };
+        const QString space = QStringLiteral("Free Space: 5.0 GiB"), ratio = QStringLiteral("Global Ratio: 1.25");
+        const QStringList totals{QStringLiteral("Downloaded: 1.0 KiB / 3.0 MiB"),
+                                 QStringLiteral("Uploaded: 2.0 KiB / 4.0 MiB")};
+        using K = UserDefaultsKey;
+        row("all", -1, QStringList{space, ratio} + totals);
+        row("no session", static_cast<int>(K::showSessionStats),
+            {space, ratio, QStringLiteral("Downloaded: 3.0 MiB"), QStringLiteral("Uploaded: 4.0 MiB")});
+        row("no all time", static_cast<int>(K::showAllTimeStats),
+            {space, ratio, QStringLiteral("Downloaded: 1.0 KiB"), QStringLiteral("Uploaded: 2.0 KiB")});
+        row("no free space", static_cast<int>(K::showFreeSpace), QStringList{ratio} + totals);
+        row("no ratio", static_cast<int>(K::showGlobalRatio), QStringList{space} + totals);
+    }
+
+    void statusBarSwitches()
+    {
+        QFETCH(int, hidden);
+        API::SGlobalTransferInfo state;
+        state.dlInfoData = 1024;
+        state.upInfoData = 2048;
+        state.alltimeDl = 3 << 20;
+        state.alltimeUl = 4 << 20;
+        state.freeSpaceOnDisk = 5LL << 30;
+        state.globalRatio = QStringLiteral("1.25");
+        state.dhtNodes = 7;
+        m_server->context->serverState().update(state);
+        if (hidden >= 0)
+            m_server->defaults.setValue(static_cast<UserDefaultsKey>(hidden), false);
+        QTEST(m_window->transferStatus()->text(), "shown");
     }
 };
 

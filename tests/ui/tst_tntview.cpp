@@ -3,6 +3,7 @@
 #include "ui/TntTableModel.h"
 #include "ui/TntTableView.h"
 
+#include <QAction>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTableView>
@@ -91,13 +92,18 @@ private Q_SLOTS:
         {
             UserDefaults defaults(ini);
             TntTableView view(collection, defaults);
-            view.table()->horizontalHeader()->setSectionHidden(TntTableModel::TagsColumn, true);
             view.table()->horizontalHeader()->resizeSection(TntTableModel::NameColumn, 411);
         }
+        {
+            // Hiding alone: the header resizes the column to 0 before it marks it hidden.
+            UserDefaults defaults(ini);
+            TntTableView view(collection, defaults);
+            view.table()->horizontalHeader()->actions().at(TntTableModel::TagsColumn)->setChecked(false);
+        }
         UserDefaults reopened(ini);
-        QVERIFY(!reopened.dataValue(UserDefaultsKey::tntTableCconfiguration).isEmpty());
         TntTableView view(collection, reopened);
         QVERIFY(view.table()->horizontalHeader()->isSectionHidden(TntTableModel::TagsColumn));
+        QVERIFY(!view.table()->horizontalHeader()->actions().at(TntTableModel::TagsColumn)->isChecked());
         QCOMPARE(view.table()->horizontalHeader()->sectionSize(TntTableModel::NameColumn), 411);
     }
 };
