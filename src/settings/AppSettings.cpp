@@ -50,6 +50,7 @@ AppSettings::AppSettings(UserDefaults &defaults, QObject *parent)
     m_deleteTntFileOnAdditionCanceled = defaults.boolValue(K::deleteTntFileOnAdditionCanceled, false);
     m_selectedSound = defaults.stringValue(K::dlFinishedNotification, QStringLiteral("Funk"));
     m_animateDockIcon = defaults.boolValue(K::animateDockIcon, true);
+    m_pathMapping = PathMap::decodeList(defaults.dataValue(K::pathMapping));
     m_shareAnonymousStatistics = defaults.boolValue(K::shareAnonymousStatistics, true);
     m_avgCoefficient = clampedInt(defaults.integerValue(K::dataTransferRateAvgCoefficient, 5));
 }
@@ -108,6 +109,20 @@ void AppSettings::setSelectedSound(const QString &name)
 void AppSettings::setAnimateDockIcon(bool value)
 {
     write(m_animateDockIcon, value, UserDefaultsKey::animateDockIcon, value);
+}
+
+// Mappings are equal by identity; what is stored is compared, so that an edited mapping is written.
+void AppSettings::setPathMapping(const QList<PathMap> &maps)
+{
+    const QByteArray stored = PathMap::encodeList(maps);
+    if (stored == PathMap::encodeList(m_pathMapping)) {
+        m_pathMapping = maps;
+        return;
+    }
+    m_pathMapping = maps;
+    m_defaults.setValue(UserDefaultsKey::pathMapping, stored);
+    qCDebug(lcSettings, "%s changed", qUtf8Printable(keyName(UserDefaultsKey::pathMapping)));
+    Q_EMIT changed(UserDefaultsKey::pathMapping);
 }
 
 void AppSettings::setShareAnonymousStatistics(bool value)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "settings/PathMap.h"
 #include "settings/UserDefaults.h"
 
 #include <QObject>
@@ -31,6 +32,7 @@ public:
     bool deleteTntFileOnAdditionCanceled() const { return m_deleteTntFileOnAdditionCanceled; }
     QString selectedSound() const { return m_selectedSound; }
     bool animateDockIcon() const { return m_animateDockIcon; }
+    const QList<PathMap> &pathMapping() const { return m_pathMapping; }
     bool shareAnonymousStatistics() const { return m_shareAnonymousStatistics; }
     int avgCoefficient() const { return m_avgCoefficient; }
 
@@ -43,6 +45,7 @@ public:
     void setDeleteTntFileOnAdditionCanceled(bool value);
     void setSelectedSound(const QString &name);
     void setAnimateDockIcon(bool value);
+    void setPathMapping(const QList<PathMap> &maps);
     void setShareAnonymousStatistics(bool value);
     void setAvgCoefficient(int samples);
 
@@ -64,6 +67,7 @@ private:
     bool m_deleteTntFileOnAdditionCanceled;
     QString m_selectedSound;
     bool m_animateDockIcon;
+    QList<PathMap> m_pathMapping;
     bool m_shareAnonymousStatistics;
     int m_avgCoefficient;
 };

@@ -4,6 +4,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <optional>
+
+Q_DECLARE_METATYPE(std::optional<QByteArray>)
+
 using K = UserDefaultsKey;
 
 class TestSettings : public QObject
@@ -69,6 +73,10 @@ private Q_SLOTS:
             settings.setShowTntAddingWindow(false);
             settings.setSelectedSound(QStringLiteral("Glass"));
             settings.setUpdateCheckInterval(UpdateInterval::day);
+            PathMap share{.remotePath = QStringLiteral("/downloads/"), .bookmarkData = QByteArray("/mnt/nas")};
+            settings.setPathMapping({share});
+            share.remotePath = QStringLiteral("/data/"); // edited in place: the same mapping
+            settings.setPathMapping({share});
         }
         UserDefaults reopened(iniPath());
         const AppSettings settings(reopened);
@@ -76,6 +84,38 @@ private Q_SLOTS:
         QVERIFY(!settings.showTntAddingWindow());
         QCOMPARE(settings.selectedSound(), QStringLiteral("Glass"));
         QCOMPARE(settings.updateCheckInterval(), UpdateInterval::day);
+        QCOMPARE(settings.pathMapping().size(), 1);
+        QCOMPARE(settings.pathMapping().constFirst().remotePath, QStringLiteral("/data/"));
+        QCOMPARE(settings.pathMapping().constFirst().bookmarkData, std::optional(QByteArray("/mnt/nas")));
+    }
+
+    void pathMapFromStoredText_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("read");
+        QTest::addColumn<QString>("remotePath");
+        QTest::addColumn<std::optional<QByteArray>>("bookmark");
+        const auto row = [](const char *name, const QString &text, bool read, const QString &remote,
+                            std::optional<QByteArray> bookmark) {
+            QTest::newRow(name) << text << read << remote << bookmark;
+        };
+        row("remote and bookmark", u"/data/||L21udC9uYXM="_qs, true, u"/data/"_qs, QByteArray("/mnt/nas"));
+        row("no bookmark", u"/data/||"_qs, true, u"/data/"_qs, QByteArray());
+        row("split at the first separator", u"/a||b||"_qs, true, u"/a"_qs, std::nullopt);
+        row("bookmark not base64", u"/data||%%%"_qs, true, u"/data"_qs, std::nullopt);
+        row("no separator", u"/data"_qs, false, QString(), std::nullopt);
+    }
+
+    void pathMapFromStoredText()
+    {
+        QFETCH(QString, text);
+        const std::optional<PathMap> map = PathMap::fromStoredText(text);
+        QTEST(map.has_value(), "read");
+        if (!map)
+            return;
+        QTEST(map->remotePath, "remotePath");
+        QTEST(map->bookmarkData, "bookmark");
+        QCOMPARE(PathMap::fromStoredText(map->storedText())->remotePath, map->remotePath);
     }
 
     void averagingWindowChangeIsAnnounced()
