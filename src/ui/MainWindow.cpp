@@ -62,7 +62,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_dropOverlay(new DropOverlay(m_pages))
 {
     setWindowTitle(QStringLiteral("Quillo"));
-    resize(1200, 760);
+    resize(1360, 820); // wide enough for the status bar with every figure switched on
 
     // The table with the detail pane below it while connected; otherwise a line that says how the
     // connection stands.
