@@ -15,6 +15,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
 #include <QToolBar>
@@ -306,6 +307,25 @@ private Q_SLOTS:
                  (QStringList{QStringLiteral("Name"), QStringLiteral("Hash"), QStringLiteral("Magnet link")}));
         QCOMPARE(titles(*item(menu, QStringLiteral("Category"))->menu()), categories);
         QCOMPARE(titles(*item(menu, QStringLiteral("Tags"))->menu()), tags);
+    }
+
+    // A right click on a selected row acts on the selection; on another row, on that row alone.
+    void contextMenuTakesTheClickedRowOrItsSelection()
+    {
+        select({QStringLiteral("aaa"), QStringLiteral("ccc")});
+        QTableView *table = m_window->tntTable()->table();
+        QSignalSpy requested(m_window->tntTable(), &TntTableView::contextMenuRequested);
+        const auto rightClick = [&](const QString &hash) {
+            for (int row = 0; row < table->model()->rowCount(); ++row) {
+                const QModelIndex index = table->model()->index(row, 0);
+                if (index.data(TntTableModel::HashRole).toString() == hash)
+                    Q_EMIT table->customContextMenuRequested(table->visualRect(index).center());
+            }
+            return requested.takeLast().constFirst().toStringList();
+        };
+        const QStringList selection = rightClick(QStringLiteral("ccc"));
+        QCOMPARE(Set(selection.cbegin(), selection.cend()), (Set{QStringLiteral("aaa"), QStringLiteral("ccc")}));
+        QCOMPARE(rightClick(QStringLiteral("bbb")), QStringList{QStringLiteral("bbb")});
     }
 
     void contextMenuActsOnItsTorrents()
