@@ -5,6 +5,7 @@
 #include "support/Await.h"
 #include "support/QbtServer.h"
 #include "support/TorrentFactory.h"
+#include "support/Widgets.h"
 #include "ui/EditorSheet.h"
 #include "ui/MainWindow.h"
 #include "ui/TntCommands.h"
@@ -28,14 +29,7 @@ using State = TntModel::State;
 
 namespace {
 
-QAction *item(const QMenu &menu, const QString &text)
-{
-    for (QAction *action : menu.actions()) {
-        if (action->text() == text)
-            return action;
-    }
-    return nullptr;
-}
+const auto item = QuilloTest::menuItem;
 
 void click(const QWidget &dialog, const QString &text)
 {

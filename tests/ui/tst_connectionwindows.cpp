@@ -5,6 +5,7 @@
 #include "settings/UserDefaults.h"
 #include "support/Await.h"
 #include "support/FakeServer.h"
+#include "support/Widgets.h"
 #include "ui/ClientErrorPresenter.h"
 #include "ui/ConnectionEditor.h"
 #include "ui/LoginPrompt.h"
@@ -113,14 +114,7 @@ QStringList entries(const QMenu &menu)
     return texts;
 }
 
-QAction *entry(const QMenu &menu, const QString &text)
-{
-    for (QAction *action : menu.actions()) {
-        if (action->text() == text)
-            return action;
-    }
-    return nullptr;
-}
+const auto entry = QuilloTest::menuItem;
 
 // Every text a window shows, each after the kind of widget that shows it.
 QStringList shownTexts(const QWidget &window)
@@ -593,10 +587,7 @@ private Q_SLOTS:
 
         auto *box = window.findChild<QMessageBox *>();
         QVERIFY(box);
-        for (QAbstractButton *button : box->buttons()) {
-            if (button->text() == answer)
-                button->click();
-        }
+        QuilloTest::button(*box, answer)->click();
         QTRY_COMPARE(fixture.context->clientConfigurations().size(), remaining);
     }
 

@@ -1,4 +1,5 @@
 #include "support/ScriptedTorrents.h"
+#include "support/Widgets.h"
 #include "ui/EditorSheet.h"
 #include "ui/MainWindow.h"
 #include "ui/TntCommands.h"
@@ -29,6 +30,8 @@ Q_DECLARE_METATYPE(Open)
 namespace {
 
 using Set = QSet<QString>;
+using QuilloTest::button;
+const auto item = QuilloTest::menuItem;
 
 QStringList texts(const QWidget &sheet)
 {
@@ -43,15 +46,6 @@ QStringList texts(const QWidget &sheet)
     return found;
 }
 
-QAbstractButton *button(const QWidget &dialog, const QString &text)
-{
-    for (QAbstractButton *candidate : dialog.findChildren<QAbstractButton *>()) {
-        if (candidate->text() == text)
-            return candidate;
-    }
-    return nullptr;
-}
-
 QStringList titles(const QMenu &menu)
 {
     QStringList found;
@@ -60,15 +54,6 @@ QStringList titles(const QMenu &menu)
             found << action->text() + (action->isCheckable() && action->isChecked() ? QStringLiteral(" ✓") : QString());
     }
     return found;
-}
-
-QAction *item(const QMenu &menu, const QString &text)
-{
-    for (QAction *action : menu.actions()) {
-        if (action->text() == text)
-            return action;
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -85,13 +70,7 @@ class TestTntActions : public QObject
 
     void select(const Set &hashes)
     {
-        QTableView *table = m_window->tntTable()->table();
-        table->clearSelection();
-        for (int row = 0; row < table->model()->rowCount(); ++row) {
-            const QModelIndex index = table->model()->index(row, 0);
-            if (hashes.contains(index.data(TntTableModel::HashRole).toString()))
-                table->selectionModel()->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
-        }
+        QuilloTest::selectRows(*m_window->tntTable()->table(), hashes);
         QCOMPARE(m_server->context->selectedTnts(), hashes);
     }
 

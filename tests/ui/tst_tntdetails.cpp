@@ -1,4 +1,5 @@
 #include "support/ScriptedTorrents.h"
+#include "support/Widgets.h"
 #include "ui/EditorSheet.h"
 #include "ui/MainWindow.h"
 #include "ui/TntCommands.h"
@@ -52,14 +53,7 @@ Response detailAnswer(const FakeServer::Request &request)
     return Response::text(200, "");
 }
 
-QAction *item(const QMenu &menu, const QString &text)
-{
-    for (QAction *action : menu.actions()) {
-        if (action->text() == text)
-            return action;
-    }
-    return nullptr;
-}
+const auto item = QuilloTest::menuItem;
 
 } // namespace
 
@@ -81,16 +75,7 @@ class TestTntDetails : public QObject
         QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
     }
 
-    void select(const QSet<QString> &hashes)
-    {
-        QTableView *table = m_window->tntTable()->table();
-        table->clearSelection();
-        for (int row = 0; row < table->model()->rowCount(); ++row) {
-            const QModelIndex index = table->model()->index(row, 0);
-            if (hashes.contains(index.data(TntTableModel::HashRole).toString()))
-                table->selectionModel()->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
-        }
-    }
+    void select(const QSet<QString> &hashes) { QuilloTest::selectRows(*m_window->tntTable()->table(), hashes); }
 
     // The requests to `path` so far, as "target?body".
     QList<QByteArray> sent(const QByteArray &path) const
@@ -191,10 +176,7 @@ private Q_SLOTS:
         item(*menu, QStringLiteral("Ban peer permanently"))->trigger();
         auto *confirmation = qobject_cast<QMessageBox *>(m_window->tntCommands()->openSheet());
         QVERIFY(confirmation);
-        for (QAbstractButton *button : confirmation->buttons()) {
-            if (button->text() == QStringLiteral("Ban"))
-                button->click();
-        }
+        QuilloTest::button(*confirmation, QStringLiteral("Ban"))->click();
         QTRY_COMPARE(sent("/transfer/banPeers"), QList<QByteArray>{"/api/v2/transfer/banPeers?peers=10.0.0.1%3A6881"});
     }
 };
