@@ -5,6 +5,7 @@
 #include "settings/UserDefaults.h"
 #include "support/Await.h"
 #include "support/FakeServer.h"
+#include "support/ScriptedQbt.h"
 #include "support/Widgets.h"
 #include "ui/ClientErrorPresenter.h"
 #include "ui/ConnectionEditor.h"
@@ -34,13 +35,12 @@ using API::AuthMethod;
 
 namespace {
 
-// A fresh context over a throwaway settings file, and a server that wants the login form with
-// admin / secret unless `bypass` is on.
+// A fresh context over a throwaway settings file, and a server that wants QuilloTest::admin.
 struct ConnectionFixture
 {
     QTemporaryDir dir;
     FakeServer server;
-    bool bypass = false;
+    QuilloTest::ScriptedQbt qbt;
     UserDefaults defaults{dir.filePath(QStringLiteral("Quillo.ini"))};
     KeychainStore &keychain;
     std::unique_ptr<AppContext> context;
@@ -49,28 +49,7 @@ struct ConnectionFixture
         : keychain(store)
         , context(std::make_unique<AppContext>(defaults, keychain))
     {
-        server.setHandler([this](const FakeServer::Request &request) {
-            using Response = FakeServer::Response;
-            if (request.target.endsWith("/auth/login")) {
-                if (request.body != "username=admin&password=secret")
-                    return Response::text(200, "Fails.");
-                Response ok = Response::text(200, "Ok.");
-                ok.headers.append({QByteArray("Set-Cookie"), QByteArray("SID=s1; HttpOnly; path=/")});
-                return ok;
-            }
-            if (!bypass && !request.header("Cookie").contains("SID=s1"))
-                return Response::text(403, "Forbidden");
-            if (request.target.endsWith("/app/version"))
-                return Response::text(200, "v4.5.2");
-            if (request.target.endsWith("/app/webapiVersion"))
-                return Response::text(200, "2.8.19");
-            if (request.target.endsWith("/sync/maindata"))
-                return Response::json(R"({"rid":1,"full_update":true,"server_state":{"connection_status":"connected"}})");
-            if (request.target.endsWith("/app/buildInfo"))
-                return Response::json(
-                    R"({"qt":"6.4.2","libtorrent":"2.0.8.0","boost":"1.74.0","openssl":"3.0.9","bitness":64})");
-            return Response::text(200, "");
-        });
+        server.setHandler([this](const FakeServer::Request &request) { return qbt.answer(request); });
     }
 
     ~ConnectionFixture()
@@ -400,7 +379,7 @@ private Q_SLOTS:
     void welcomeViewAddsAndOpensAConnection()
     {
         ConnectionFixture fixture(m_keychain);
-        fixture.bypass = true;
+        fixture.qbt.bypass = true;
         MainWindow window(*fixture.context);
         window.show();
         QVERIFY(window.welcomeView()->isVisible());
@@ -433,7 +412,7 @@ private Q_SLOTS:
     void editingTheConnectionInUse()
     {
         ConnectionFixture fixture(m_keychain);
-        fixture.bypass = true;
+        fixture.qbt.bypass = true;
         const ClientConfiguration nas = fixture.add(QStringLiteral("NAS"), AuthMethod::none);
         MainWindow window(*fixture.context);
         QuilloTest::wait(fixture.context->selectConfiguration(nas.id));
@@ -464,7 +443,7 @@ private Q_SLOTS:
 
         prompt->autoLoginToggle()->setChecked(false);
         QTest::keyClicks(prompt->usernameField(), QStringLiteral("admin"));
-        QTest::keyClicks(prompt->passwordField(), QStringLiteral("secret"));
+        type(prompt->passwordField(), QuilloTest::admin.password);
         QTest::mouseClick(prompt->logInButton(), Qt::LeftButton);
         QTRY_VERIFY(fixture.context->isPolling()); // connected, nothing left in flight
         QVERIFY(!window.loginPrompt() || !window.loginPrompt()->isVisible());
@@ -512,7 +491,7 @@ private Q_SLOTS:
     void serverMenuListsConnections()
     {
         ConnectionFixture fixture(m_keychain);
-        fixture.bypass = true;
+        fixture.qbt.bypass = true;
         const ClientConfiguration nas = fixture.add(QStringLiteral("NAS & Co"), AuthMethod::none);
         fixture.add(QStringLiteral("Attic"), AuthMethod::none, 1);
         ServerMenu menu(*fixture.context);
@@ -547,7 +526,7 @@ private Q_SLOTS:
         QFETCH(Qt::KeyboardModifiers, modifiers);
         QFETCH(bool, deletes);
         ConnectionFixture fixture(m_keychain);
-        fixture.bypass = true;
+        fixture.qbt.bypass = true;
         fixture.add(QStringLiteral("NAS"), AuthMethod::none);
         const ClientConfiguration attic = fixture.add(QStringLiteral("Attic"), AuthMethod::none);
         ServerMenu menu(*fixture.context);
@@ -637,7 +616,7 @@ private Q_SLOTS:
     {
         QFETCH(bool, serverBack);
         ConnectionFixture fixture(m_keychain);
-        fixture.bypass = true;
+        fixture.qbt.bypass = true;
         QuilloTest::wait(fixture.context->selectConfiguration(fixture.add(QStringLiteral("NAS"), AuthMethod::none).id));
         QWidget area;
         ReconnectionCountdown countdown(*fixture.context, std::chrono::hours(1));
@@ -668,7 +647,7 @@ private Q_SLOTS:
     void countdownEndsInAReconnection()
     {
         ConnectionFixture fixture(m_keychain);
-        fixture.bypass = true;
+        fixture.qbt.bypass = true;
         QuilloTest::wait(fixture.context->selectConfiguration(fixture.add(QStringLiteral("NAS"), AuthMethod::none).id));
         ReconnectionCountdown countdown(*fixture.context, std::chrono::milliseconds(2));
         QList<int> shown;
