@@ -3,6 +3,7 @@
 #include "api/Endpoint.h"
 #include "api/Errors.h"
 #include "support/Await.h"
+#include "support/Files.h"
 #include "support/QbtServer.h"
 #include "support/TorrentFactory.h"
 
@@ -17,6 +18,8 @@ using QuilloTest::wait;
 using Flavor = QbtServer::Flavor;
 namespace T = API::Endpoint::TntManagement;
 
+using QuilloTest::writeFile;
+
 namespace {
 
 bool eventually(const std::function<bool()> &condition)
@@ -28,14 +31,6 @@ bool eventually(const std::function<bool()> &condition)
         QTest::qWait(100);
     }
     return condition();
-}
-
-QString writeFile(const QTemporaryDir &folder, const QString &name, const QByteArray &content)
-{
-    QFile file(folder.filePath(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write %s", qPrintable(file.fileName()));
-    return file.fileName();
 }
 
 } // namespace
@@ -91,7 +86,7 @@ private Q_SLOTS:
         wait(m_client->perform(T::createCategory(u"Music"_qs, QString())));
 
         API::TntAddingOptions options;
-        options.tnts = QStringList{writeFile(m_files, u"album é.torrent"_qs, torrent.bytes)};
+        options.tnts = QStringList{writeFile(m_files.path(), u"album é.torrent"_qs, torrent.bytes)};
         options.savepath = data.serverPath;
         options.category = u"Music"_qs;
         options.tags = u"lossless,2024"_qs;
@@ -119,7 +114,7 @@ private Q_SLOTS:
     {
         const QStringList before = torrents().keys();
         API::TntAddingOptions options;
-        options.tnts = QStringList{writeFile(m_files, u"page.torrent"_qs, "<html><body>Not found</body></html>")};
+        options.tnts = QStringList{writeFile(m_files.path(), u"page.torrent"_qs, "<html><body>Not found</body></html>")};
         QTest::ignoreMessage(QtInfoMsg, qPrintable(u"Failed to initialize tnt metadata from "_qs
                                                    + QUrl::fromLocalFile(options.tnts->constFirst()).toString()));
         try {

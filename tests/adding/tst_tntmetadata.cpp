@@ -1,5 +1,6 @@
 #include "adding/TntMetadata.h"
 #include "api/Errors.h"
+#include "support/Files.h"
 #include "support/TorrentFactory.h"
 
 #include <QCryptographicHash>
@@ -92,10 +93,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, bytes);
         QVERIFY(!TntMetadata::fromTorrentData(bytes));
         QTemporaryDir folder;
-        const QString path = folder.filePath(u"bad.torrent"_qs);
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        file.close();
+        const QString path = QuilloTest::writeFile(folder.path(), u"bad.torrent"_qs, bytes);
         QTest::ignoreMessage(QtInfoMsg, qPrintable(u"Failed to initialize tnt metadata from file://"_qs + path));
         QVERIFY(!TntMetadata::fromFile(path));
     }

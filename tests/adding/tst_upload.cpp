@@ -3,6 +3,7 @@
 #include "api/Errors.h"
 #include "api/TntFilesUpload.h"
 #include "support/Await.h"
+#include "support/Files.h"
 #include "support/FakeServer.h"
 
 #include <QRegularExpression>
@@ -14,6 +15,8 @@ using API::TntAddingOptions;
 Q_DECLARE_METATYPE(API::TntAddingOptions)
 Q_DECLARE_METATYPE(API::WebAPIVersion)
 Q_DECLARE_METATYPE(FakeServer::Response)
+
+using QuilloTest::writeFile;
 
 namespace {
 
@@ -31,14 +34,6 @@ QByteArray torrentPart(const QByteArray &fileName, const QByteArray &content)
 }
 
 const QByteArray closing = "--B0UND--\r\n";
-
-QString writeFile(const QTemporaryDir &folder, const QString &name, const QByteArray &content)
-{
-    QFile file(folder.filePath(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write %s", qPrintable(file.fileName()));
-    return file.fileName();
-}
 
 // The failure a user would read: description | reason.
 QString failureOf(const std::function<void()> &work)
@@ -64,8 +59,8 @@ class TestUpload : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        m_first = writeFile(m_folder, u"first.torrent"_qs, "d4:infod4:name1:aee");
-        m_second = writeFile(m_folder, u"zwei ü.torrent"_qs, QByteArray("d4:infod4:name1:b\r\n\0ee", 22));
+        m_first = writeFile(m_folder.path(), u"first.torrent"_qs, "d4:infod4:name1:aee");
+        m_second = writeFile(m_folder.path(), u"zwei ü.torrent"_qs, QByteArray("d4:infod4:name1:b\r\n\0ee", 22));
     }
 
     void body_data()
@@ -156,7 +151,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("failure");
         QTest::addColumn<QString>("logged");
 
-        const QString page = writeFile(m_folder, u"page.torrent"_qs, "<html>");
+        const QString page = writeFile(m_folder.path(), u"page.torrent"_qs, "<html>");
         QTest::newRow("not a torrent") << TntAddingOptions{.tnts = QStringList{page}}
                                        << u"Failed to add torrent! | \"page.torrent\" is not a valid torrent file."_qs
                                        << u"Failed to initialize tnt metadata"_qs;

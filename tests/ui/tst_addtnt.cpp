@@ -1,3 +1,4 @@
+#include "support/Files.h"
 #include "support/ScriptedTorrents.h"
 #include "support/TorrentFactory.h"
 #include "ui/AddTntOptionsForm.h"
@@ -107,13 +108,7 @@ class TestAddTnt : public QObject
         QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
     }
 
-    QString write(const QString &name, const QByteArray &bytes)
-    {
-        QFile file(m_files.filePath(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-            qFatal("cannot write %s", qPrintable(file.fileName()));
-        return file.fileName();
-    }
+    QString write(const QString &name, const QByteArray &bytes) { return QuilloTest::writeFile(m_files.path(), name, bytes); }
 
     AddTntWindow *openAlbum()
     {
