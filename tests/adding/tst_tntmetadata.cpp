@@ -59,7 +59,6 @@ private Q_SLOTS:
         QTest::addColumn<bool>("isPrivate");
         QTest::newRow("1") << QByteArray("7:privatei1e") << true;
         QTest::newRow("2") << QByteArray("7:privatei2e") << false;
-        QTest::newRow("0") << QByteArray("7:privatei0e") << false;
         QTest::newRow("absent") << QByteArray() << false;
     }
 
@@ -85,7 +84,6 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("bytes");
         QTest::newRow("not bencode") << QByteArray("<html>");
         QTest::newRow("not a dictionary") << QByteArray("l4:infoe");
-        QTest::newRow("cut off") << QByteArray("d4:infod4:name");
     }
 
     void noMetadata()

@@ -13,7 +13,6 @@
 using API::TntAddingOptions;
 
 Q_DECLARE_METATYPE(API::TntAddingOptions)
-Q_DECLARE_METATYPE(API::WebAPIVersion)
 Q_DECLARE_METATYPE(FakeServer::Response)
 
 using QuilloTest::writeFile;
@@ -77,8 +76,6 @@ private Q_SLOTS:
         QTest::newRow("empty link list") << TntAddingOptions{.boundary = boundary, .urls = QStringList()} << urlsPart + closing;
         QTest::newRow("false is sent, unset is not") << TntAddingOptions{.boundary = boundary, .skipChecking = false}
                                                      << field("skip_checking", "false") + closing;
-        QTest::newRow("whole ratio") << TntAddingOptions{.boundary = boundary, .ratioLimit = 2.0}
-                                     << field("ratioLimit", "2") + closing;
         QTest::newRow("large ratio, no exponent") << TntAddingOptions{.boundary = boundary, .ratioLimit = 100000.0}
                                                   << field("ratioLimit", "100000") + closing;
         QTest::newRow("every option")
@@ -124,23 +121,6 @@ private Q_SLOTS:
         const QString first = TntAddingOptions().boundary;
         QVERIFY(QRegularExpression(u"^[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}$"_qs).match(first).hasMatch());
         QVERIFY(first != TntAddingOptions().boundary);
-    }
-
-    void startStopWord_data()
-    {
-        QTest::addColumn<API::WebAPIVersion>("version");
-        QTest::addColumn<QByteArray>("body");
-        QTest::newRow("4.6 server") << API::WebAPIVersion{2, 9, 3} << field("paused", "true") + closing;
-        QTest::newRow("5.0 server") << API::WebAPIVersion{2, 11, 0} << field("stopped", "true") + closing;
-    }
-
-    void startStopWord()
-    {
-        QFETCH(API::WebAPIVersion, version);
-        QFETCH(QByteArray, body);
-        TntAddingOptions stopped{.boundary = boundary};
-        stopped.setAddStopped(true, version);
-        QCOMPARE(stopped.multipartBody().bytes, body);
     }
 
     // Nothing reaches the server when a file cannot go: not a torrent, unreadable, or an option
