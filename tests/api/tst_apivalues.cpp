@@ -127,11 +127,9 @@ private Q_SLOTS:
         const auto row = [](const char *name, const char *host, bool compressed) {
             QTest::newRow(name) << QString::fromLatin1(host) << compressed;
         };
-        row("IPv4 loopback", "127.0.0.1", false);
         row("other IPv4 loopback", "127.8.9.10", false);
         row("IPv6 loopback", "::1", false);
         row("IPv6 loopback in brackets", "[::1]", false);
-        row("localhost", "localhost", false);
         row("localhost, upper case", "LocalHost", false);
         row("name under localhost", "qbt.localhost", false);
         row("mDNS name", "nas.local", false);
@@ -144,11 +142,9 @@ private Q_SLOTS:
         row("next to 192.168/16", "192.169.1.20", true);
         row("IPv4 link-local", "169.254.10.1", false);
         row("IPv6 unique local fd00::", "fd00::1", false);
-        row("IPv6 unique local fc00::", "fc00::17", false);
         row("IPv6 link-local", "fe80::1", false);
         row("IPv4-mapped private", "::ffff:192.168.0.9", false);
         row("IPv4-mapped public", "::ffff:8.8.8.8", true);
-        row("public IPv4", "8.8.8.8", true);
         row("public IPv6", "2001:4860::8888", true);
         row("carrier-grade NAT, a VPN across the internet", "100.64.1.2", true);
         row("public name", "seedbox.example.com", true);

@@ -100,7 +100,6 @@ void TestRecords::keyConversion_data()
     QTest::addColumn<QByteArray>("key");
     QTest::addColumn<QByteArray>("converted");
     QTest::newRow("one-letter parts") << QByteArray("f_l_piece_prio") << QByteArray("fLPiecePrio");
-    QTest::newRow("no inner underscore") << QByteArray("_rid") << QByteArray("_rid");
     QTest::newRow("already camel") << QByteArray("savePath") << QByteArray("savePath");
     QTest::newRow("upper case parts") << QByteArray("DL_SPEED") << QByteArray("dlSpeed");
     QTest::newRow("camel part lowered") << QByteArray("save_pathName") << QByteArray("savePathname");
