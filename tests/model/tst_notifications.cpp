@@ -35,17 +35,7 @@ public Q_SLOTS:
 
 API::STntModel downloading(const QString &name)
 {
-    API::STntModel tnt;
-    tnt.name = name;
-    tnt.state = TntModel::State::downloading;
-    return tnt;
-}
-
-API::STntModel finished()
-{
-    API::STntModel delta;
-    delta.state = TntModel::State::stalledUP;
-    return delta;
+    return {.name = name, .state = TntModel::State::downloading};
 }
 
 } // namespace
@@ -92,7 +82,8 @@ private Q_SLOTS:
                                                     {QStringLiteral("b"), downloading(QStringLiteral("Second"))},
                                                     {QStringLiteral("c"), downloading(QStringLiteral("Still going"))}},
                                                    5));
-        collection.merge({{QStringLiteral("a"), finished()}, {QStringLiteral("b"), finished()}}, {}, 5);
+        const API::STntModel finished{.state = TntModel::State::stalledUP};
+        collection.merge({{QStringLiteral("a"), finished}, {QStringLiteral("b"), finished}}, {}, 5);
         QCOMPARE(attention.size(), animateDockIcon ? 1 : 0);
 
         if (serviceThere) {

@@ -27,13 +27,6 @@ QHash<QString, API::STntModel> torrents(int count, const QString &prefix = QStri
     return tnts;
 }
 
-API::STntModel renamed(const QString &name)
-{
-    API::STntModel delta;
-    delta.name = name;
-    return delta;
-}
-
 // Few distinct values, so that many rows tie; states that move torrents in and out of "Downloading".
 API::STntModel shuffled(std::mt19937 &random, bool complete)
 {
@@ -109,7 +102,7 @@ private Q_SLOTS:
 
         QHash<QString, API::STntModel> delta;
         for (const qsizetype row : {4, 5, 6, 11})
-            delta.insert(collection.at(row).id(), renamed(QStringLiteral("renamed %1").arg(row)));
+            delta.insert(collection.at(row).id(), API::STntModel{.name = QStringLiteral("renamed %1").arg(row)});
         collection.merge(delta, {}, 5);
 
         QCOMPARE(changed.size(), 2); // rows 4-6 and row 11
@@ -122,9 +115,9 @@ private Q_SLOTS:
         changed.clear();
         QHash<QString, API::STntModel> most;
         for (qsizetype row = 0; row < 15; row += 2) // 8 of 20 rows, scattered
-            most.insert(collection.at(row).id(), renamed(QStringLiteral("x%1").arg(row)));
+            most.insert(collection.at(row).id(), API::STntModel{.name = QStringLiteral("x%1").arg(row)});
         for (qsizetype row = 1; row < 6; row += 2)
-            most.insert(collection.at(row).id(), renamed(QStringLiteral("y%1").arg(row)));
+            most.insert(collection.at(row).id(), API::STntModel{.name = QStringLiteral("y%1").arg(row)});
         collection.merge(most, {}, 5);
         QCOMPARE(changed.size(), 1); // 11 of 20 rows: one signal over their span
         QCOMPARE(changed.first().at(0).toModelIndex().row(), 0);
