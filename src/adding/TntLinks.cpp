@@ -27,6 +27,30 @@ QString TntLinks::urlOf(const QString &line)
     return {};
 }
 
+QString TntLinks::infoHashOf(const QString &magnet)
+{
+    static const QRegularExpression btih(QStringLiteral("[?&]xt=urn:btih:([0-9a-fA-F]{40}|[A-Za-z2-7]{32})(&|$)"));
+    const QString hash = btih.match(magnet).captured(1);
+    if (hash.size() == 40)
+        return hash.toLower();
+    if (hash.isEmpty())
+        return {};
+    // Base32 (RFC 4648): 32 letters of 5 bits are the 20 bytes of the hash.
+    QByteArray bytes;
+    quint64 bits = 0;
+    int count = 0;
+    for (const QChar c : hash.toUpper()) {
+        const char16_t u = c.unicode();
+        bits = (bits << 5) | static_cast<quint64>(u >= u'A' ? u - u'A' : u - u'2' + 26);
+        count += 5;
+        if (count >= 8) {
+            count -= 8;
+            bytes.append(static_cast<char>((bits >> count) & 0xff));
+        }
+    }
+    return QString::fromLatin1(bytes.toHex());
+}
+
 TntLinks TntLinks::parse(const QString &text)
 {
     TntLinks links;

@@ -13,4 +13,7 @@ struct TntLinks
     static TntLinks parse(const QString &text);
     // One line's link; empty when the line is none.
     static QString urlOf(const QString &line);
+    // The v1 info-hash of a magnet link in lower-case hex, as the server keys torrents; empty when
+    // the link names none.
+    static QString infoHashOf(const QString &magnet);
 };

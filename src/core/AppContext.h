@@ -194,7 +194,9 @@ private:
     QCoro::Task<bool> send(API::APIEndpoint endpoint, QString failureTitle);
     QCoro::Task<bool> upload(API::TntAddingOptions options);
     // Waits for the poller to bring the torrent; false when it did not come or the connection went.
+    QCoro::Task<bool> isListedWithin(QString hash, std::chrono::milliseconds within);
     QCoro::Task<bool> awaitTnt(QString hash);
+    QCoro::Task<bool> addMagnetMakingSureItIsListed(API::TntAddingOptions options, QString hash);
     bool usesStartStop() const;
     void setStates(const QSet<QString> &hashes, bool emptyMeansAll, TntModel::State incomplete,
                    TntModel::State complete);

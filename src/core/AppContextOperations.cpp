@@ -9,6 +9,7 @@
 
 #include <QLoggingCategory>
 #include <QPointer>
+#include <QCoroSignal>
 #include <QCoroTimer>
 #include <QDeadlineTimer>
 #include <QThread>
@@ -74,8 +75,9 @@ QString tagText(QStringList tags)
 
 const QString addingFailure = QStringLiteral("Failed to add tnts.");
 
-// The version from which torrents/add reads `filePriorities`.
+// The version from which torrents/add reads `filePriorities`, and torrents/fetchMetadata exists.
 constexpr API::WebAPIVersion filePrioritiesOnAdd{2, 15, 0};
+constexpr API::WebAPIVersion metadataFetching = filePrioritiesOnAdd;
 constexpr int normalPriority = 1;
 
 QString joined(const QList<int> &priorities)
@@ -453,26 +455,78 @@ QCoro::Task<bool> AppContext::upload(API::TntAddingOptions options)
     co_return true;
 }
 
-QCoro::Task<bool> AppContext::awaitTnt(QString hash)
+// Whether the torrent is listed by the time given. New rows wake it at once; a second without any
+// asks for a poll.
+QCoro::Task<bool> AppContext::isListedWithin(QString hash, std::chrono::milliseconds within)
 {
     const QPointer<AppContext> self(this);
     const quint64 generation = m_generation;
-    // Long enough for a busy server's slow polls; a torrent that never comes is reported.
-    const QDeadlineTimer deadline(std::chrono::minutes(1));
+    const QDeadlineTimer deadline(within);
     while (!m_tntCollection.find(hash)) {
-        if (deadline.hasExpired()) {
-            fail(QStringLiteral("Failed to set file priority."),
-                 std::make_exception_ptr(API::TntManagmentError(
-                     API::TntManagmentError::Case::addingRejected, {},
-                     QStringLiteral("The torrent did not appear on the server, so its skipped files could not be set."))));
+        if (deadline.hasExpired())
             co_return false;
-        }
-        QCoro::Task<> pause = QCoro::sleepFor(std::chrono::milliseconds(200));
-        co_await std::move(pause);
+        const std::chrono::milliseconds wait(std::min<qint64>(1000, deadline.remainingTime()));
+        const auto inserted = co_await qCoro(&m_tntCollection, &TntCollection::didInsert, wait);
         if (!self || self->m_generation != generation)
             co_return false;
+        if (!inserted)
+            forcePoll();
     }
     co_return true;
+}
+
+QCoro::Task<bool> AppContext::awaitTnt(QString hash)
+{
+    const QPointer<AppContext> self(this);
+    // Long enough for a busy server's slow polls; a torrent that never comes is reported.
+    QCoro::Task<bool> listing = isListedWithin(hash, std::chrono::minutes(1));
+    if (co_await std::move(listing))
+        co_return true;
+    if (self)
+        fail(QStringLiteral("Failed to set file priority."),
+             std::make_exception_ptr(API::TntManagmentError(
+                 API::TntManagmentError::Case::addingRejected, {},
+                 QStringLiteral("The torrent did not appear on the server, so its skipped files could not be set."))));
+    co_return false;
+}
+
+// qBittorrent 5.3 loses a magnet added a moment after its first metadata request: the add answers
+// success, but the server's metadata download, not yet under way, blocks it as a duplicate, and
+// adding it again alone fails the same way. Asking for the metadata once more puts that download
+// back under the server's control, so that a second add replaces it.
+QCoro::Task<bool> AppContext::addMagnetMakingSureItIsListed(API::TntAddingOptions options, QString hash)
+{
+    const QPointer<AppContext> self(this);
+    const quint64 generation = m_generation;
+    const QString magnet = options.urls->constFirst();
+    for (int attempt = 1;; ++attempt) {
+        QCoro::Task<bool> adding = upload(options);
+        if (!co_await std::move(adding))
+            co_return false;
+        QCoro::Task<bool> listing = isListedWithin(hash, std::chrono::seconds(5));
+        if (co_await std::move(listing))
+            co_return true;
+        if (!self || self->m_generation != generation)
+            co_return false;
+        if (attempt == 3) {
+            fail(addingFailure, std::make_exception_ptr(API::TntManagmentError(
+                                    API::TntManagmentError::Case::addingRejected, {},
+                                    QStringLiteral("The server accepted the magnet link but does not list it."))));
+            co_return false;
+        }
+        qCWarning(lcContext, "Added magnet %s not listed: asking for its metadata before adding it again",
+                  qUtf8Printable(hash));
+        try {
+            QCoro::Task<QByteArray> asking = m_client->perform(Endpoint::TntManagement::fetchMetadata(magnet));
+            co_await std::move(asking);
+        } catch (const std::exception &error) {
+            qCWarning(lcContext, "Metadata request before adding again failed: %s", error.what());
+        }
+        QCoro::Task<> pause = QCoro::sleepFor(std::chrono::milliseconds(500));
+        co_await std::move(pause);
+        if (!self || self->m_generation != generation || !m_client)
+            co_return false;
+    }
 }
 
 QCoro::Task<bool> AppContext::addTnts(API::TntAddingOptions options, bool start, QString hash,
@@ -486,6 +540,12 @@ QCoro::Task<bool> AppContext::addTnts(API::TntAddingOptions options, bool start,
         if (!changed.isEmpty())
             options.filePriorities = joined(filePriorities);
         options.setAddStopped(!start, m_webAPIVersion);
+        const bool oneMagnet = options.urls && options.urls->size() == 1 && options.urls->constFirst().startsWith(u"magnet:")
+                               && (!options.tnts || options.tnts->isEmpty());
+        if (oneMagnet && !hash.isEmpty() && m_webAPIVersion >= metadataFetching) {
+            QCoro::Task<bool> adding = addMagnetMakingSureItIsListed(std::move(options), hash);
+            co_return co_await std::move(adding);
+        }
         QCoro::Task<bool> adding = upload(std::move(options));
         co_return co_await std::move(adding);
     }

@@ -152,8 +152,12 @@ void TntAddingFlow::openWindow(const QString &source, const std::optional<TntMet
             options.tnts = QStringList{window->source()};
         else
             options.urls = QStringList{window->source()};
-        detached(addTnt(std::move(options), window->optionsForm()->startsTnt(), window->metadata().hash,
-                        window->filePriorities(), window->isTntFile() ? window->source() : QString()));
+        // A magnet whose metadata has not come yet is known by the hash its link names.
+        const QString hash = window->metadata().hash.isEmpty() && !window->isTntFile()
+                                 ? TntLinks::infoHashOf(window->source())
+                                 : window->metadata().hash;
+        detached(addTnt(std::move(options), window->optionsForm()->startsTnt(), hash, window->filePriorities(),
+                        window->isTntFile() ? window->source() : QString()));
     });
     connect(window, &QDialog::rejected, this, [this, window] {
         if (window->isTntFile() && m_context.settings().autoDeleteTntFile()

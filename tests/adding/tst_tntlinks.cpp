@@ -56,6 +56,23 @@ private Q_SLOTS:
         QCOMPARE(links.urls, urls);
         QCOMPARE(links.rejected, rejected);
     }
+
+    void infoHashOf_data()
+    {
+        QTest::addColumn<QString>("magnet");
+        QTest::addColumn<QString>("hash");
+        const QString hash = u"0123456789abcdef0123456789abcdef01234567"_qs;
+        QTest::newRow("hex") << u"magnet:?dn=x&xt=urn:btih:0123456789ABCDEF0123456789abcdef01234567&tr=t"_qs << hash;
+        QTest::newRow("base32") << u"magnet:?xt=urn:btih:aeruKZ4JVPG66AJDIVTYTK6N54ASGRLH"_qs << hash;
+        QTest::newRow("v2 only") << u"magnet:?xt=urn:btmh:1220abcd"_qs << QString();
+        QTest::newRow("hash too long") << (u"magnet:?xt=urn:btih:"_qs + hash + u"0"_qs) << QString();
+    }
+
+    void infoHashOf()
+    {
+        QFETCH(QString, magnet);
+        QTEST(TntLinks::infoHashOf(magnet), "hash");
+    }
 };
 
 QTEST_GUILESS_MAIN(TestTntLinks)
