@@ -133,6 +133,16 @@ void NavigationContext::setSplitSizes(Split split, const QList<int> &sizes)
     m_defaults.setValue(splitKey(split), texts.join(u','));
 }
 
+QByteArray NavigationContext::windowGeometry() const
+{
+    return m_defaults.dataValue(UserDefaultsKey::mainWindowGeometry);
+}
+
+void NavigationContext::setWindowGeometry(const QByteArray &geometry)
+{
+    m_defaults.setValue(UserDefaultsKey::mainWindowGeometry, geometry);
+}
+
 bool NavigationContext::isTntDetailsHidden() const
 {
     return m_defaults.boolValue(UserDefaultsKey::tntDetailsIsHidden, false);

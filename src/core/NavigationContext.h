@@ -51,6 +51,9 @@ public:
     // Empty until the user first moved the split.
     QList<int> splitSizes(Split split) const;
     void setSplitSizes(Split split, const QList<int> &sizes);
+    // The main window's place and size as the toolkit saves them; empty until the window first closed.
+    QByteArray windowGeometry() const;
+    void setWindowGeometry(const QByteArray &geometry);
     bool isTntDetailsHidden() const;
     void setTntDetailsHidden(bool hidden);
 

@@ -50,6 +50,7 @@ QString keyName(UserDefaultsKey key)
     case UserDefaultsKey::sidebarSplitSizes: return QStringLiteral("sidebarSplitSizes");
     case UserDefaultsKey::tntDetailSplitSizes: return QStringLiteral("tntDetailSplitSizes");
     case UserDefaultsKey::tntDetailsIsHidden: return QStringLiteral("tntDetailsIsHidden");
+    case UserDefaultsKey::mainWindowGeometry: return QStringLiteral("mainWindowGeometry");
     }
     Q_UNREACHABLE();
 }

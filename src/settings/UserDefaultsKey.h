@@ -49,11 +49,12 @@ enum class UserDefaultsKey {
     categoryForNewTnt,
     tagsForNewTnt,
     tntAddingTableConfiguration,
-    // The main window's layout: where its two splits stand ("220,980"), and whether the detail pane
-    // below the table is hidden.
+    // The main window's layout: where its two splits stand ("220,980"), whether the detail pane
+    // below the table is hidden, and the window's own place and size.
     sidebarSplitSizes,
     tntDetailSplitSizes,
     tntDetailsIsHidden,
+    mainWindowGeometry,
 };
 
 QString keyName(UserDefaultsKey key);

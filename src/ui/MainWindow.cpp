@@ -62,7 +62,9 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_dropOverlay(new DropOverlay(m_pages))
 {
     setWindowTitle(QStringLiteral("Quillo"));
-    resize(1360, 820); // wide enough for the status bar with every figure switched on
+    // The first time, wide enough for the status bar with every figure switched on.
+    if (!restoreGeometry(m_navigation->windowGeometry()))
+        resize(1360, 820);
 
     // The table with the detail pane below it while connected; otherwise a line that says how the
     // connection stands.
@@ -144,6 +146,12 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    m_navigation->setWindowGeometry(saveGeometry());
+    QMainWindow::closeEvent(event);
+}
 
 void MainWindow::showPage()
 {

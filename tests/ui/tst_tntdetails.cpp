@@ -137,6 +137,13 @@ private Q_SLOTS:
         openWindow();
         QVERIFY(!pane().isVisible());
         QCOMPARE(toggle().text(), QStringLiteral("Show tnt details"));
+
+        // So is the window's size, once it was closed.
+        QCOMPARE(m_window->size(), QSize(1360, 820));
+        m_window->resize(1000, 700);
+        m_window->close();
+        openWindow();
+        QCOMPARE(m_window->size(), QSize(1000, 700));
     }
 
     void theTabIsKept()
