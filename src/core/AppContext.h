@@ -195,6 +195,7 @@ private:
     QCoro::Task<bool> upload(API::TntAddingOptions options);
     // Waits for the poller to bring the torrent; false when it did not come or the connection went.
     QCoro::Task<bool> isListedWithin(QString hash, std::chrono::milliseconds within);
+    // The same, a minute at most, and a torrent that never comes is reported.
     QCoro::Task<bool> awaitTnt(QString hash);
     QCoro::Task<bool> addMagnetMakingSureItIsListed(API::TntAddingOptions options, QString hash);
     bool usesStartStop() const;

@@ -27,6 +27,14 @@ HashTable attributes(const QByteArray &service, const QByteArray *account = null
     return table;
 }
 
+QByteArray accountOf(SecretItem *item)
+{
+    GHashTable *itemAttributes = secret_item_get_attributes(item);
+    const QByteArray account(static_cast<const char *>(g_hash_table_lookup(itemAttributes, "account")));
+    g_hash_table_unref(itemAttributes);
+    return account;
+}
+
 [[noreturn]] void fail(GError *error)
 {
     const int code = error ? error->code : -1;
@@ -61,11 +69,8 @@ void store(const QString &service, const QString &account, const QByteArray &dat
         fail(error);
     for (GList *it = items; it && !error; it = it->next) {
         auto *item = static_cast<SecretItem *>(it->data);
-        GHashTable *itemAttributes = secret_item_get_attributes(item);
-        const auto *itemAccount = static_cast<const char *>(g_hash_table_lookup(itemAttributes, "account"));
-        if (accountText != (itemAccount ? itemAccount : ""))
+        if (accountOf(item) != accountText)
             secret_item_delete_sync(item, nullptr, &error);
-        g_hash_table_unref(itemAttributes);
     }
     g_list_free_full(items, g_object_unref);
     if (error)
@@ -83,10 +88,7 @@ std::optional<Item> find(const QString &service)
     std::optional<Item> found;
     if (items) {
         auto *item = static_cast<SecretItem *>(items->data);
-        GHashTable *itemAttributes = secret_item_get_attributes(item);
-        const auto *account = static_cast<const char *>(g_hash_table_lookup(itemAttributes, "account"));
-        found = Item{QString::fromUtf8(account ? account : ""), {}};
-        g_hash_table_unref(itemAttributes);
+        found = Item{QString::fromUtf8(accountOf(item)), {}};
         if (SecretValue *value = secret_item_get_secret(item)) {
             gsize length = 0;
             const gchar *bytes = secret_value_get(value, &length);

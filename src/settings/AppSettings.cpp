@@ -61,6 +61,11 @@ void AppSettings::write(T &field, const T &value, UserDefaultsKey key, const QVa
     if (field == value)
         return;
     field = value;
+    store(key, stored);
+}
+
+void AppSettings::store(UserDefaultsKey key, const QVariant &stored)
+{
     m_defaults.setValue(key, stored);
     qCDebug(lcSettings, "%s changed", qUtf8Printable(keyName(key)));
     Q_EMIT changed(key);
@@ -115,14 +120,10 @@ void AppSettings::setAnimateDockIcon(bool value)
 void AppSettings::setPathMapping(const QList<PathMap> &maps)
 {
     const QByteArray stored = PathMap::encodeList(maps);
-    if (stored == PathMap::encodeList(m_pathMapping)) {
-        m_pathMapping = maps;
-        return;
-    }
+    const bool edited = stored != PathMap::encodeList(m_pathMapping);
     m_pathMapping = maps;
-    m_defaults.setValue(UserDefaultsKey::pathMapping, stored);
-    qCDebug(lcSettings, "%s changed", qUtf8Printable(keyName(UserDefaultsKey::pathMapping)));
-    Q_EMIT changed(UserDefaultsKey::pathMapping);
+    if (edited)
+        store(UserDefaultsKey::pathMapping, stored);
 }
 
 void AppSettings::setShareAnonymousStatistics(bool value)

@@ -56,6 +56,7 @@ Q_SIGNALS:
 private:
     template<typename T>
     void write(T &field, const T &value, UserDefaultsKey key, const QVariant &stored);
+    void store(UserDefaultsKey key, const QVariant &stored);
 
     UserDefaults &m_defaults;
     UpdateInterval m_updateCheckInterval;
