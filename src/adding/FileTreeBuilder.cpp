@@ -1,6 +1,6 @@
 #include "adding/FileTreeBuilder.h"
 
-#include "model/CheckedMath.h"
+#include "support/CheckedMath.h"
 
 #include <QCoroFuture>
 #include <QHash>

@@ -99,9 +99,9 @@ bool wantsCompression(const QString &host)
                         [&](const auto &subnet) { return address.isInSubnet(subnet.first, subnet.second); });
 }
 
-Client::Client(ClientConfiguration configuration, QObject *parent)
+Client::Client(ServerAddress address, QObject *parent)
     : QObject(parent)
-    , m_configuration(std::move(configuration))
+    , m_address(std::move(address))
 {
     m_network.setCache(nullptr);
 }
@@ -176,7 +176,7 @@ QNetworkReply *Client::send(const APIEndpoint &endpoint, const QUrl &url)
     if (!endpoint.contentType.isEmpty())
         request.setHeader(QNetworkRequest::ContentTypeHeader, endpoint.contentType);
 
-    switch (m_configuration.authMethod) {
+    switch (m_address.authMethod) {
     case AuthMethod::none:
     case AuthMethod::cookieLogin: break;
     case AuthMethod::basic:
@@ -222,19 +222,19 @@ QNetworkReply *Client::send(const APIEndpoint &endpoint, const QUrl &url)
 
 QCoro::Task<QByteArray> Client::perform(APIEndpoint endpoint)
 {
-    const ClientConfiguration &config = m_configuration;
-    if (config.host.isEmpty() || !config.port || *config.port == 0)
+    const ServerAddress &address = m_address;
+    if (!address.isComplete())
         co_return QByteArray();
 
-    const QString scheme = config.useHTTPS ? QStringLiteral("https") : QStringLiteral("http");
-    const QString path = normalisedBasePath(config.path) + QStringLiteral("/api/v2/") + endpoint.path();
+    const QString scheme = address.useHTTPS ? QStringLiteral("https") : QStringLiteral("http");
+    const QString path = normalisedBasePath(address.path) + QStringLiteral("/api/v2/") + endpoint.path();
     QUrl url;
     url.setScheme(scheme);
-    url.setHost(config.host);
-    url.setPort(*config.port);
+    url.setHost(address.host);
+    url.setPort(*address.port);
     url.setPath(path);
     if (!url.isValid() || url.host().isEmpty())
-        throw NetworkError::urlBuildError(scheme, config.host, config.port, path);
+        throw NetworkError::urlBuildError(scheme, address.host, address.port, path);
 
     QPointer<Client> self(this);
     std::unique_ptr<QNetworkReply, void (*)(QNetworkReply *)> reply(send(endpoint, url),
@@ -294,7 +294,7 @@ void Client::checkStatus(int status, const QByteArray &body, const APIEndpoint &
             throw TntManagmentError(rule->kind, endpoint.subjectPath, serverText, rule->description);
     }
     using C = AutorizationError::Case;
-    const AuthMethod method = m_configuration.authMethod;
+    const AuthMethod method = m_address.authMethod;
     switch (status) {
     case 401:
         if (method == AuthMethod::basic && !m_credentials.isMissing(AuthMethod::basic))

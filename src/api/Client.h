@@ -5,8 +5,8 @@
 #include "api/BuildInfo.h"
 #include "api/Records.h"
 #include "api/RedirectPolicy.h"
+#include "api/ServerAddress.h"
 #include "api/WebAPIVersion.h"
-#include "core/ClientConfiguration.h"
 
 #include <QCoroTask>
 #include <QNetworkAccessManager>
@@ -41,10 +41,10 @@ public:
 
     enum class StatusClass { informational, success, redirection, clientError, serverError, unknown };
 
-    explicit Client(ClientConfiguration configuration, QObject *parent = nullptr);
+    explicit Client(ServerAddress address, QObject *parent = nullptr);
     ~Client() override;
 
-    const ClientConfiguration &configuration() const { return m_configuration; }
+    const ServerAddress &address() const { return m_address; }
     const UserCredentials &credentials() const { return m_credentials; }
     void setCredentials(UserCredentials credentials) { m_credentials = std::move(credentials); }
     void setTimeouts(Timeouts timeouts) { m_timeouts = timeouts; }
@@ -88,7 +88,7 @@ private:
     QByteArray vet(QNetworkReply &reply, const APIEndpoint &endpoint) const;
     void checkStatus(int status, const QByteArray &body, const APIEndpoint &endpoint) const;
 
-    ClientConfiguration m_configuration;
+    ServerAddress m_address;
     UserCredentials m_credentials;
     Timeouts m_timeouts;
     RedirectPolicy m_redirectPolicy;

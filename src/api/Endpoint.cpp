@@ -8,8 +8,6 @@ using Group = APIEndpoint::Group;
 using Case = TntManagmentError::Case;
 
 const QByteArray formContentType = QByteArrayLiteral("application/x-www-form-urlencoded");
-constexpr WebAPIVersion trackerUrlRenamed{2, 15, 0};
-constexpr WebAPIVersion shareLimitActionRequired{2, 15, 0};
 
 APIEndpoint get(Group group, QString name)
 {
@@ -168,11 +166,10 @@ APIEndpoint addTrackers(const QString &hash, const QStringList &urls)
 }
 
 APIEndpoint editTracker(const QString &hash, const QString &origUrl, const QString &newUrl,
-                        const WebAPIVersion &apiVersion)
+                        const ServerFeatures &features)
 {
-    const auto oldKey = apiVersion >= trackerUrlRenamed ? u"url" : u"origUrl";
     return torrents(QStringLiteral("editTracker"),
-                    FormBody().add(u"hash", hash).add(oldKey, origUrl).add(u"newUrl", newUrl),
+                    FormBody().add(u"hash", hash).add(features.trackerUrlKey(), origUrl).add(u"newUrl", newUrl),
                     {{400, Case::badNewURL, {}}, {409, Case::trackerAlreadyExistOrNotFound, {}}});
 }
 
@@ -226,7 +223,7 @@ APIEndpoint setUploadLimit(const QStringList &hashes, qint64 limit)
 }
 
 APIEndpoint setShareLimits(const QStringList &hashes, double ratioLimit, qint64 seedingTimeLimit,
-                           qint64 inactiveSeedingTimeLimit, const WebAPIVersion &apiVersion)
+                           qint64 inactiveSeedingTimeLimit, const ServerFeatures &features)
 {
     FormBody form;
     form.add(u"hashes", joined(hashes))
@@ -234,7 +231,7 @@ APIEndpoint setShareLimits(const QStringList &hashes, double ratioLimit, qint64 
         .add(u"seedingTimeLimit", seedingTimeLimit)
         .add(u"inactiveSeedingTimeLimit", inactiveSeedingTimeLimit);
     // 5.3 (API 2.16.2) also answers 400 without shareLimitsMode; "Default" keeps the torrent's mode.
-    if (apiVersion >= shareLimitActionRequired)
+    if (features.requiresShareLimitAction())
         form.add(u"shareLimitAction", QStringLiteral("Default")).add(u"shareLimitsMode", QStringLiteral("Default"));
     return torrents(QStringLiteral("setShareLimits"), form, {{400, Case::missingParameter, {}}});
 }

@@ -2,7 +2,7 @@
 
 #include "api/APIEndpoint.h"
 #include "api/AuthMethod.h"
-#include "api/WebAPIVersion.h"
+#include "api/ServerFeatures.h"
 
 #include <QStringList>
 
@@ -52,7 +52,7 @@ APIEndpoint trackers(const QString &hash);
 APIEndpoint addTrackers(const QString &hash, const QStringList &urls);
 // The old URL is "origUrl" before API 2.15 and "url" from it on; "oldUrl" gets 400 everywhere.
 APIEndpoint editTracker(const QString &hash, const QString &origUrl, const QString &newUrl,
-                        const WebAPIVersion &apiVersion);
+                        const ServerFeatures &features);
 // URLs joined with "|": a line-feed-joined list removes nothing.
 APIEndpoint removeTrackers(const QString &hash, const QStringList &urls);
 APIEndpoint properties(const QString &hash);
@@ -70,7 +70,7 @@ APIEndpoint setDownloadLimit(const QStringList &hashes, qint64 limit);
 APIEndpoint setUploadLimit(const QStringList &hashes, qint64 limit);
 // API 2.15 and later also require "shareLimitAction".
 APIEndpoint setShareLimits(const QStringList &hashes, double ratioLimit, qint64 seedingTimeLimit,
-                           qint64 inactiveSeedingTimeLimit, const WebAPIVersion &apiVersion);
+                           qint64 inactiveSeedingTimeLimit, const ServerFeatures &features);
 APIEndpoint setLocation(const QStringList &hashes, const QString &location);
 APIEndpoint rename(const QString &hash, const QString &name);
 APIEndpoint renameFile(const QString &hash, const QString &oldPath, const QString &newPath);

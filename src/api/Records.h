@@ -1,7 +1,7 @@
 #pragma once
 
 #include "api/Date.h"
-#include "model/TntState.h"
+#include "api/TntState.h"
 
 #include <QByteArray>
 #include <QHash>

@@ -13,9 +13,6 @@ namespace API {
 
 namespace {
 
-// The version from which the server reads `stopped` instead of `paused`.
-constexpr WebAPIVersion stoppedNaming{2, 11, 0};
-
 QString textOf(const QString &value) { return value; }
 QString textOf(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
 QString textOf(qint64 value) { return QString::number(value); }
@@ -46,9 +43,9 @@ QString wireText(TntStopCondition condition)
     Q_UNREACHABLE();
 }
 
-void TntAddingOptions::setAddStopped(bool addStopped, const WebAPIVersion &apiVersion)
+void TntAddingOptions::setAddStopped(bool addStopped, const ServerFeatures &features)
 {
-    if (apiVersion >= stoppedNaming)
+    if (features.usesStartStop())
         stopped = addStopped;
     else
         paused = addStopped;

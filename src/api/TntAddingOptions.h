@@ -2,7 +2,7 @@
 
 #include "api/APIEndpoint.h"
 #include "api/MultipartWriter.h"
-#include "api/WebAPIVersion.h"
+#include "api/ServerFeatures.h"
 
 #include <QString>
 #include <QStringList>
@@ -49,7 +49,7 @@ struct TntAddingOptions
 
     // Sets `stopped` where the server reads it (API 2.11 and later) and `paused` before: each
     // server generation ignores the other's word.
-    void setAddStopped(bool addStopped, const WebAPIVersion &apiVersion);
+    void setAddStopped(bool addStopped, const ServerFeatures &features);
 
     // The multipart/form-data body. Throws TntManagmentError when a .torrent file cannot be read
     // or an option cannot be written, so that no request goes out with half a body.

@@ -1,6 +1,6 @@
 #include "api/AppInfo.h"
 #include "core/AppContext.h"
-#include "core/Detached.h"
+#include "support/Detached.h"
 #include "core/InstanceChannel.h"
 #include "core/KeychainStore.h"
 #include "settings/UserDefaults.h"

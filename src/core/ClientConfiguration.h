@@ -1,6 +1,6 @@
 #pragma once
 
-#include "api/AuthMethod.h"
+#include "api/ServerAddress.h"
 
 #include <QDateTime>
 #include <QUuid>
@@ -21,6 +21,13 @@ struct ClientConfiguration
     bool autoLogin = true;
     API::AuthMethod authMethod = API::AuthMethod::cookieLogin;
     bool isLocal = false;
+
+    // Where requests go. Implicit, so that a saved connection can open a client; the request layer
+    // never sees the saved record itself.
+    operator API::ServerAddress() const // NOLINT(google-explicit-constructor)
+    {
+        return {.host = host, .port = port, .path = path, .useHTTPS = useHTTPS, .authMethod = authMethod};
+    }
 
     // Identity and creation time do not make two connections different.
     friend bool operator==(const ClientConfiguration &a, const ClientConfiguration &b)

@@ -1,7 +1,7 @@
 #include "core/ReconnectionCountdown.h"
 
 #include "core/AppContext.h"
-#include "core/Detached.h"
+#include "support/Detached.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "model/DataRateBuffer.h"
 
-#include "model/CheckedMath.h"
+#include "support/CheckedMath.h"
 
 #include <cmath>
 

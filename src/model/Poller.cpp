@@ -1,7 +1,7 @@
 #include "model/Poller.h"
 
-#include "core/Detached.h"
-#include "model/CheckedMath.h"
+#include "support/Detached.h"
+#include "support/CheckedMath.h"
 #include "model/GlobalTransferInfo.h"
 #include "settings/AppSettings.h"
 

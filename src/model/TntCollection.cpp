@@ -160,7 +160,7 @@ void TntCollection::setAveragingWindow(int samples)
         model->setAveragingWindow(samples);
 }
 
-void TntCollection::editLocally(const QSet<QString> &hashes,
+void TntCollection::editLocally(const TntTargets &targets,
                                 const std::function<TntModel::Fields(TntModel &)> &edit)
 {
     QList<RowChange> changes;
@@ -171,11 +171,11 @@ void TntCollection::editLocally(const QSet<QString> &hashes,
             all |= fields;
         }
     };
-    if (hashes.isEmpty()) {
+    if (targets.isAll()) {
         for (qsizetype row = 0; row < size(); ++row)
             apply(row);
     } else {
-        for (const QString &hash : hashes) {
+        for (const QString &hash : *targets.hashes()) {
             if (const qsizetype row = rowOf(hash); row >= 0)
                 apply(row);
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/TntModel.h"
+#include "model/TntTargets.h"
 
 #include <QHash>
 #include <QList>
@@ -50,9 +51,8 @@ public:
     void setAveragingWindow(int samples);
 
     // Local changes made before the server confirms them, announced as one change: `edit` runs on
-    // each listed torrent (every torrent when `hashes` is empty) and returns the fields it changed.
-    // Hashes not here are skipped.
-    void editLocally(const QSet<QString> &hashes, const std::function<TntModel::Fields(TntModel &)> &edit);
+    // each target and returns the fields it changed. Hashes not here are skipped.
+    void editLocally(const TntTargets &targets, const std::function<TntModel::Fields(TntModel &)> &edit);
 
 Q_SIGNALS:
     void aboutToReset();

@@ -222,7 +222,6 @@ void TntDetailContext::setFiles(QList<API::File> files)
 
 void TntDetailContext::clear()
 {
-    ++m_epoch;
     resetPeers();
     if (m_properties) {
         m_properties.reset();

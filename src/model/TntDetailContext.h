@@ -45,8 +45,6 @@ public:
     qsizetype selectionCount() const { return m_selectionCount; }
     // The torrent whose details are wanted; empty when none is.
     const QString &hash() const { return m_hash; }
-    // Bumped whenever what is shown is dropped: an answer asked for before is no longer wanted.
-    quint64 epoch() const { return m_epoch; }
 
     Tab tab() const { return m_tab; }
     void setTab(Tab tab);
@@ -111,7 +109,6 @@ private:
     qsizetype m_selectionCount = 0;
     QString m_selected; // the one selected torrent, if only one is
     QString m_hash;
-    quint64 m_epoch = 0;
     Tab m_tab = Tab::general;
     qint64 m_rid = 0;
     bool m_showFlags = false;

@@ -2,7 +2,7 @@
 
 #include "api/Records.h"
 #include "model/DataRateBuffer.h"
-#include "model/TntState.h"
+#include "api/TntState.h"
 
 #include <QCollator>
 #include <QString>

@@ -3,7 +3,7 @@
 #include "api/Client.h"
 #include "api/Endpoint.h"
 #include "core/AppContext.h"
-#include "core/Detached.h"
+#include "support/Detached.h"
 #include "core/TntMetadataFetch.h"
 #include "ui/AddTntOptionsForm.h"
 #include "ui/TntContentTree.h"

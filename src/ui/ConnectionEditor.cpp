@@ -1,7 +1,7 @@
 #include "ui/ConnectionEditor.h"
 
 #include "core/AppContext.h"
-#include "core/Detached.h"
+#include "support/Detached.h"
 #include "core/InternalError.h"
 #include "core/KeychainStore.h"
 

@@ -1,7 +1,7 @@
 #include "ui/LoginPrompt.h"
 
 #include "core/AppContext.h"
-#include "core/Detached.h"
+#include "support/Detached.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>

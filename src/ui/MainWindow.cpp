@@ -1,7 +1,7 @@
 #include "ui/MainWindow.h"
 
 #include "core/AppContext.h"
-#include "core/Detached.h"
+#include "support/Detached.h"
 #include "core/NavigationContext.h"
 #include "core/ReconnectionCountdown.h"
 #include "ui/ClientErrorPresenter.h"

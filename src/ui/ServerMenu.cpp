@@ -1,7 +1,7 @@
 #include "ui/ServerMenu.h"
 
 #include "core/AppContext.h"
-#include "core/Detached.h"
+#include "support/Detached.h"
 #include "ui/DisplayName.h"
 #include "ui/PlatformTexts.h"
 

@@ -1,8 +1,8 @@
 #include "ui/SidebarView.h"
 
 #include "core/AppContext.h"
-#include "core/Detached.h"
-#include "model/CheckedMath.h"
+#include "support/Detached.h"
+#include "support/CheckedMath.h"
 #include "ui/SidebarIcons.h"
 #include "ui/TntCommands.h"
 #include "ui/TntTableModel.h"

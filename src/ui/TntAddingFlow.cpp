@@ -3,7 +3,7 @@
 #include "adding/TntLinks.h"
 #include "adding/TntMetadata.h"
 #include "core/AppContext.h"
-#include "core/Detached.h"
+#include "support/Detached.h"
 #include "ui/AddTntOptionsForm.h"
 #include "ui/AddTntWindow.h"
 #include "ui/LinksDialog.h"
@@ -132,7 +132,7 @@ QCoro::Task<> TntAddingFlow::openFile(QString path)
 void TntAddingFlow::acceptLinks(QStringList urls)
 {
     // Servers that fetch a magnet's metadata let the user choose its files first.
-    if (m_context.settings().showTntAddingWindow() && m_context.webAPIVersion() >= API::WebAPIVersion{2, 15, 0}) {
+    if (m_context.settings().showTntAddingWindow() && m_context.serverFeatures().fetchesMetadata()) {
         const QStringList magnets = urls.filter(QRegularExpression(QStringLiteral("^magnet:")));
         for (const QString &magnet : magnets)
             openWindow(magnet, std::nullopt);

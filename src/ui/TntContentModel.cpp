@@ -1,6 +1,6 @@
 #include "ui/TntContentModel.h"
 
-#include "model/TntState.h"
+#include "api/TntState.h"
 #include "ui/TntTableModel.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "ui/TntContextMenu.h"
 
 #include "core/AppContext.h"
-#include "core/Detached.h"
+#include "support/Detached.h"
 #include "ui/TntCommands.h"
 
 #include <QApplication>

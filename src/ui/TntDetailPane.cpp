@@ -1,7 +1,7 @@
 #include "ui/TntDetailPane.h"
 
 #include "core/AppContext.h"
-#include "core/Detached.h"
+#include "support/Detached.h"
 #include "settings/UserDefaults.h"
 #include "ui/ColumnState.h"
 #include "ui/TntCommands.h"

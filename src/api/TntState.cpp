@@ -1,4 +1,4 @@
-#include "model/TntState.h"
+#include "api/TntState.h"
 
 #include <array>
 

@@ -1,0 +1,374 @@
+#include "core/Connector.h"
+
+#include "api/Client.h"
+#include "api/Endpoint.h"
+#include "api/Errors.h"
+#include "core/ConnectionList.h"
+#include "core/ErrorReporter.h"
+#include "core/HTTPSRedirectSuggestion.h"
+#include "core/KeychainStore.h"
+#include "core/Sync.h"
+#include "support/Captured.h"
+#include "support/Detached.h"
+
+#include <QLoggingCategory>
+
+Q_LOGGING_CATEGORY(lcConnector, "AppContext")
+
+using API::AuthMethod;
+using API::UserCredentials;
+
+namespace {
+
+// A header method is proven by the first request it authorises.
+QCoro::Task<> askVersion(API::Client &client)
+{
+    QCoro::Task<QByteArray> request = client.perform(API::Endpoint::Application::version());
+    co_await std::move(request);
+}
+
+} // namespace
+
+Connector::Connector(ConnectionList &connections, KeychainStore &keychain, Sync &sync, ErrorReporter &errors,
+                     QObject *parent)
+    : QObject(parent)
+    , m_connections(connections)
+    , m_keychain(keychain)
+    , m_sync(sync)
+    , m_errors(errors)
+{
+    QObject::connect(&m_sync, &Sync::failed, this, &Connector::reportPollFailure);
+}
+
+Connector::~Connector()
+{
+    // What was begun for the session resumes now and finds it gone, while everything else is here.
+    abandon();
+}
+
+void Connector::replaceSession(std::unique_ptr<Session> session)
+{
+    m_sync.follow(session.get());
+    // The old session goes now: whatever was begun for it resumes, finds it gone and ends quietly.
+    m_session = std::move(session);
+    m_connectionLossCount = 0;
+    m_connectionError.clear();
+    m_isReconnecting = false;
+    presentLoginPrompt(false);
+    Q_EMIT sessionChanged();
+}
+
+void Connector::close()
+{
+    replaceSession(nullptr);
+    m_progressMessage = ProgressMessage::none;
+    Q_EMIT stateChanged();
+}
+
+void Connector::presentLoginPrompt(bool presented)
+{
+    if (m_isLoginPromptPresented == presented)
+        return;
+    m_isLoginPromptPresented = presented;
+    Q_EMIT loginPromptChanged();
+}
+
+void Connector::setProgress(ProgressMessage message)
+{
+    m_progressMessage = message;
+    Q_EMIT stateChanged();
+}
+
+QCoro::Task<> Connector::open(std::optional<UserCredentials> credentials)
+{
+    if (!m_connections.selected())
+        co_return;
+    replaceSession(std::make_unique<Session>(*m_connections.selected()));
+    const QPointer<Session> session = m_session.get();
+    setProgress(ProgressMessage::connecting);
+
+    // The bypass check comes first: a server that lets this client in needs no credentials at all.
+    QCoro::Task<std::optional<bool>> bypass = checkAuthorizationBypass(session);
+    const std::optional<bool> bypassed = co_await std::move(bypass);
+    if (!session)
+        co_return;
+    if (!bypassed) {
+        setProgress(ProgressMessage::none);
+        co_return;
+    }
+    if (!*bypassed) {
+        const ClientConfiguration configuration = *m_connections.selected();
+        const AuthMethod method = configuration.authMethod;
+        if (method == AuthMethod::none) {
+            m_errors.report(QStringLiteral("Failed to login."),
+                            std::make_exception_ptr(API::AutorizationError(API::AutorizationError::Case::unauthorized)));
+            setProgress(ProgressMessage::none);
+            co_return;
+        }
+        if (!credentials && configuration.autoLogin) {
+            QCoro::Task<std::optional<UserCredentials>> reading = m_keychain.read(configuration);
+            credentials = co_await std::move(reading);
+            if (!session)
+                co_return;
+            if (credentials && credentials->isMissing(method))
+                credentials.reset();
+        }
+        if (!credentials) {
+            qCInfo(lcConnector, "Saved credentials not found. Showing login view.");
+            m_progressMessage = ProgressMessage::none;
+            presentLoginPrompt(true);
+            Q_EMIT stateChanged();
+            co_return;
+        }
+        qCInfo(lcConnector, "Found saved credentials for %s. Logging in...", qUtf8Printable(API::rawText(method)));
+        session->client().setCredentials(*credentials);
+        QCoro::Task<bool> login = authenticate(session);
+        const bool authenticated = co_await std::move(login);
+        if (!session)
+            co_return;
+        if (!authenticated) {
+            setProgress(ProgressMessage::none);
+            co_return;
+        }
+    }
+    session->setAuthorized();
+    QCoro::Task<> finishing = finishConnecting(session);
+    co_await std::move(finishing);
+}
+
+QCoro::Task<std::optional<bool>> Connector::checkAuthorizationBypass(QPointer<Session> session)
+{
+    qCInfo(lcConnector, "Checking authorization bypass...");
+    QCoro::Task<Captured<void>> asking = captured(askVersion(session->client()));
+    const Captured<void> answer = co_await std::move(asking);
+    if (!session)
+        co_return std::nullopt;
+    if (answer) {
+        qCInfo(lcConnector, "Authorization bypass %s", "enabled");
+        co_return true;
+    }
+    if (!thrown<API::AutorizationError>(answer.error)) {
+        m_errors.report(QStringLiteral("Failed to check authorization bypass."), answer.error);
+        const ClientConfiguration &configuration = *m_connections.selected();
+        if (const auto transport = thrown<API::TransportError>(answer.error);
+            transport && HTTPSRedirectSuggestion::triggersProbe(configuration, *transport))
+            Q_EMIT insecureAddressFailed(configuration, transport->description());
+        co_return std::nullopt;
+    }
+    qCInfo(lcConnector, "Authorization bypass %s", "disabled");
+    co_return false;
+}
+
+QCoro::Task<bool> Connector::authenticate(QPointer<Session> session)
+{
+    qCInfo(lcConnector, "Loggin in...");
+    API::Client &client = session->client();
+    QCoro::Task<> attempt = session->authMethod() == AuthMethod::cookieLogin ? client.login() : askVersion(client);
+    QCoro::Task<Captured<void>> trying = captured(std::move(attempt));
+    const Captured<void> answer = co_await std::move(trying);
+    if (!session)
+        co_return false;
+    qCInfo(lcConnector, "Loggin in %s.", answer ? "success" : "failed");
+    if (!answer) {
+        m_errors.report(QStringLiteral("Failed to login."), answer.error);
+        if (thrown<API::AutorizationError>(answer.error))
+            presentLoginPrompt(true);
+        co_return false;
+    }
+    qCInfo(lcConnector, "Loggin in success.");
+    co_return true;
+}
+
+QCoro::Task<> Connector::finishConnecting(QPointer<Session> session)
+{
+    const auto failed = [this](const QString &title, const std::exception_ptr &error) {
+        m_errors.report(title, error);
+        setProgress(ProgressMessage::none);
+    };
+    QCoro::Task<Captured<QString>> askingVersion = captured(session->client().version());
+    const Captured<QString> version = co_await std::move(askingVersion);
+    if (!session)
+        co_return;
+    if (!version) {
+        failed(QStringLiteral("Failed to get QBt version."), version.error);
+        co_return;
+    }
+    qCInfo(lcConnector, "qBt version: %s", qUtf8Printable(*version.value));
+    QCoro::Task<Captured<API::WebAPIVersion>> askingAPI = captured(session->client().webapiVersion());
+    const Captured<API::WebAPIVersion> apiVersion = co_await std::move(askingAPI);
+    if (!session)
+        co_return;
+    if (!apiVersion) {
+        failed(QStringLiteral("Failed to get web API version."), apiVersion.error);
+        co_return;
+    }
+    session->setVersions(*version.value, *apiVersion.value);
+    qCInfo(lcConnector, "Web API version: %s", qUtf8Printable(apiVersion.value->toString()));
+
+    QCoro::Task<Captured<API::BuildInfo>> askingBuild = captured(session->client().buildInfo());
+    Captured<API::BuildInfo> buildInfo = co_await std::move(askingBuild);
+    if (!session)
+        co_return;
+    if (buildInfo) // nothing depends on it: a server that cannot say is still usable
+        session->setBuildInfo(std::move(*buildInfo.value));
+    else
+        qCWarning(lcConnector, "Build info unavailable: %s", whatOf(buildInfo.error).constData());
+    setProgress(ProgressMessage::none);
+    QCoro::Task<> first = syncAndStartPolling(session);
+    co_await std::move(first);
+}
+
+// With the automatic interval, the pause comes from the server's answer: one sync comes first.
+QCoro::Task<> Connector::syncAndStartPolling(QPointer<Session> session)
+{
+    qCInfo(lcConnector, "Sync and start polling");
+    const int losses = m_connectionLossCount;
+    QCoro::Task<> first = m_sync.syncOnce();
+    co_await std::move(first);
+    if (!session)
+        co_return;
+    // A lost connection or a renewal of the session under way restarts polling by itself.
+    if (m_connectionLossCount != losses || m_isReconnecting || m_sync.isPolling())
+        co_return;
+    m_sync.startPolling(Poller::FirstRound::afterPause);
+}
+
+QCoro::Task<> Connector::logIn(UserCredentials credentials, bool autoLogin)
+{
+    const QPointer<Session> session = m_session.get();
+    if (!session || !m_connections.selected())
+        co_return;
+    presentLoginPrompt(false);
+    setProgress(ProgressMessage::connecting);
+    session->client().setCredentials(credentials);
+    QCoro::Task<bool> login = authenticate(session);
+    const bool authenticated = co_await std::move(login);
+    if (!session)
+        co_return;
+    if (!authenticated) {
+        setProgress(ProgressMessage::none);
+        co_return;
+    }
+    m_connections.setAutoLogin(autoLogin);
+    const ClientConfiguration configuration = *m_connections.selected();
+    if (autoLogin) {
+        QCoro::Task<bool> saving = m_keychain.save(configuration, credentials);
+        co_await std::move(saving);
+    } else {
+        QCoro::Task<bool> removing = m_keychain.remove(configuration);
+        co_await std::move(removing);
+    }
+    if (!session)
+        co_return;
+    session->setAuthorized();
+    QCoro::Task<> finishing = finishConnecting(session);
+    co_await std::move(finishing);
+}
+
+void Connector::cancelLogin()
+{
+    qCInfo(lcConnector, "Loggin in cancelled.");
+    presentLoginPrompt(false);
+    setProgress(ProgressMessage::none);
+}
+
+QCoro::Task<> Connector::logOut()
+{
+    const QPointer<Session> session = m_session.get();
+    if (!session)
+        co_return;
+    qCInfo(lcConnector, "Logging out...");
+    m_sync.stopPolling();
+    QCoro::Task<Captured<void>> leaving = captured(session->client().logout());
+    const Captured<void> answer = co_await std::move(leaving);
+    if (!session)
+        co_return;
+    if (!answer)
+        m_errors.report(QStringLiteral("Failed to logout."), answer.error);
+    // The connection stays chosen, to log in again; what the server showed is no longer current.
+    replaceSession(nullptr);
+    Q_EMIT stateChanged();
+}
+
+void Connector::reportPollFailure(const QString &title, const std::exception_ptr &failure)
+{
+    // An expired session ends polling too: see reportSyncFailure.
+    if (thrown<API::TransportError>(failure) || thrown<API::AutorizationError>(failure))
+        reportSyncFailure(QStringLiteral("Sync"), failure);
+    else
+        m_errors.reportOnce(title, failure);
+}
+
+void Connector::reportSyncFailure(const QString &operation, const std::exception_ptr &error)
+{
+    if (const auto transport = thrown<API::TransportError>(error)) {
+        if (transport->isCancelled())
+            return;
+        qCWarning(lcConnector, "%s Connection lost: %s", qUtf8Printable(operation), transport->what());
+        m_connectionError = transport->description();
+        m_sync.stopPolling();
+        ++m_connectionLossCount;
+        Q_EMIT stateChanged();
+        return;
+    }
+    if (const auto refused = thrown<API::AutorizationError>(error)) {
+        // The server no longer knows this client (it restarted, or the session timed out): every
+        // later poll would be refused too. A cookie session is renewed at once, unless the last
+        // renewal was just now, which would make a loop of logins against a server that keeps refusing.
+        qCWarning(lcConnector, "%s Error: %s", qUtf8Printable(operation), refused->what());
+        m_sync.stopPolling();
+        constexpr qint64 renewalPause = 60'000;
+        if (m_session && m_session->authMethod() == AuthMethod::cookieLogin
+            && (!m_lastSessionRenewal.isValid() || m_lastSessionRenewal.hasExpired(renewalPause))) {
+            m_lastSessionRenewal.start();
+            detached(reconnect());
+            return;
+        }
+        m_connectionError = refused->description();
+        ++m_connectionLossCount;
+        Q_EMIT stateChanged();
+        return;
+    }
+    qCWarning(lcConnector, "%s Error: %s", qUtf8Printable(operation), whatOf(error).constData());
+}
+
+QCoro::Task<> Connector::reconnect()
+{
+    const QPointer<Session> session = m_session.get();
+    if (!session || m_isReconnecting)
+        co_return;
+    qCInfo(lcConnector, "Reconnecting...");
+    m_isReconnecting = true;
+    Q_EMIT stateChanged();
+    QCoro::Task<Captured<void>> asking = captured(askVersion(session->client()));
+    const Captured<void> answer = co_await std::move(asking);
+    if (!session)
+        co_return;
+    m_isReconnecting = false;
+    if (answer) {
+        qCInfo(lcConnector, "Session is still valid.");
+        m_connectionLossCount = 0;
+        m_connectionError.clear();
+        Q_EMIT stateChanged();
+        QCoro::Task<> first = syncAndStartPolling(session);
+        co_await std::move(first);
+        co_return;
+    }
+    if (thrown<API::AutorizationError>(answer.error) && session->authMethod() == AuthMethod::cookieLogin) {
+        qCInfo(lcConnector, "Session expired. Logging in again...");
+        std::optional<UserCredentials> known = session->client().credentials();
+        if (known->isMissing(AuthMethod::cookieLogin))
+            known.reset();
+        QCoro::Task<> opening = open(std::move(known));
+        co_await std::move(opening);
+        co_return;
+    }
+    if (thrown<API::TransportError>(answer.error)) {
+        qCWarning(lcConnector, "Reconnection failed: connection is still lost.");
+        ++m_connectionLossCount; // the next countdown is longer
+    } else {
+        qCWarning(lcConnector, "Reconnection failed: authorization required.");
+    }
+    Q_EMIT stateChanged();
+    m_errors.report(QStringLiteral("Failed to reconnect."), answer.error);
+}

@@ -1,0 +1,150 @@
+#include "core/Sync.h"
+
+#include "api/Client.h"
+#include "core/Session.h"
+#include "model/GlobalTransferInfo.h"
+#include "model/ServerLabels.h"
+#include "model/TntCollection.h"
+#include "model/TrackerIndex.h"
+#include "settings/AppSettings.h"
+#include "support/Captured.h"
+#include "support/Detached.h"
+
+#include <QCoroFuture>
+#include <QLoggingCategory>
+#include <QtConcurrent/QtConcurrentRun>
+
+Q_LOGGING_CATEGORY(lcSync, "AppContext")
+
+namespace {
+
+// Full updates are built off the main thread; only the swap happens on it.
+QFuture<std::shared_ptr<TntCollection::Models>> buildOnWorker(QHash<QString, API::STntModel> tnts, int window)
+{
+    return QtConcurrent::run([tnts = std::move(tnts), window] {
+        return std::make_shared<TntCollection::Models>(TntCollection::build(tnts, window));
+    });
+}
+
+} // namespace
+
+Sync::Sync(AppSettings &settings, TntCollection &tnts, GlobalTransferInfo &transfer, ServerLabels &labels,
+           TrackerIndex &trackers, QObject *parent)
+    : QObject(parent)
+    , m_settings(settings)
+    , m_tnts(tnts)
+    , m_transfer(transfer)
+    , m_labels(labels)
+    , m_trackers(trackers)
+{}
+
+Sync::~Sync() = default;
+
+void Sync::follow(Session *session)
+{
+    qCInfo(lcSync, "Resetting app state");
+    stopPolling();
+    m_session = session;
+    m_rid = 0;
+    m_tnts.clear();
+    m_transfer.reset();
+    m_labels.clear();
+    m_trackers.clear();
+}
+
+void Sync::startPolling(Poller::FirstRound first)
+{
+    if (!m_session || !m_session->isAuthorized())
+        return;
+    qCInfo(lcSync, "Start polling");
+    // A fresh poller every time: answers asked for by the last one are dropped with it.
+    m_poller = std::make_unique<Poller>();
+    QList<Poller::Job> jobs{[this, round = QPointer<Poller>(m_poller.get())] { return syncMainData(round); }};
+    jobs.append(m_roundJobs);
+    m_poller->start(Poller::intervalFor(m_settings, m_transfer, m_appState == AppState::background), jobs, first);
+    Q_EMIT pollingStarted();
+}
+
+void Sync::stopPolling()
+{
+    if (!m_poller)
+        return;
+    qCInfo(lcSync, "Stop polling");
+    m_poller.reset();
+    Q_EMIT pollingStopped();
+}
+
+std::chrono::milliseconds Sync::pollingInterval() const
+{
+    return m_poller ? m_poller->pollingInterval() : std::chrono::milliseconds(0);
+}
+
+QCoro::Task<> Sync::syncOnce()
+{
+    return syncMainData(m_poller.get());
+}
+
+void Sync::forcePoll()
+{
+    if (!m_session || !m_session->isAuthorized())
+        return;
+    qCInfo(lcSync, "Force poll");
+    detached(syncOnce());
+}
+
+void Sync::setPollingInterval(bool background)
+{
+    const auto interval = Poller::intervalFor(m_settings, m_transfer, background);
+    qCInfo(lcSync, "Set polling interval to %lld", static_cast<long long>(interval.count()));
+    if (m_poller)
+        m_poller->setPollingInterval(interval);
+}
+
+void Sync::setAppState(AppState state)
+{
+    if (m_appState == state)
+        return;
+    m_appState = state;
+    qCInfo(lcSync, "App did become %s", state == AppState::background ? "background" : "foreground");
+    setPollingInterval(state == AppState::background);
+}
+
+QCoro::Task<> Sync::syncMainData(QPointer<Poller> round)
+{
+    const QPointer<Session> session = m_session;
+    if (!session)
+        co_return;
+    const bool inRound = !round.isNull();
+    const auto current = [&] { return session && (!inRound || round); };
+    QCoro::Task<Captured<API::MainData>> request = captured(session->client().mainData(m_rid));
+    Captured<API::MainData> answer = co_await std::move(request);
+    if (!current())
+        co_return;
+    if (!answer) {
+        Q_EMIT failed(QStringLiteral("Failed to get main data."), answer.error);
+        co_return;
+    }
+    API::MainData &data = *answer.value;
+    m_rid = data.rid;
+    const bool full = data.fullUpdate.value_or(false);
+    if (full && m_tnts.size() > 0) {
+        m_tnts.mergeFull(data.tnts, m_settings.avgCoefficient());
+    } else if (full) {
+        auto built = buildOnWorker(std::move(data.tnts), m_settings.avgCoefficient());
+        const std::shared_ptr<TntCollection::Models> models = co_await built;
+        if (!current())
+            co_return;
+        m_tnts.replaceAll(std::move(*models));
+    } else {
+        m_tnts.merge(data.tnts, data.tntsRemoved, m_settings.avgCoefficient());
+    }
+    // Before the labels: their announcement is when a remembered sidebar selection is checked.
+    m_trackers.apply(full, data.trackers, data.trackersRemoved);
+    m_labels.apply(data);
+    if (data.serverState) {
+        const qint64 serverInterval = m_transfer.refreshInterval();
+        m_transfer.update(*data.serverState);
+        if (m_settings.setRefreshIntervalAuto() && m_transfer.refreshInterval() != serverInterval)
+            setPollingInterval(m_appState == AppState::background);
+    }
+}

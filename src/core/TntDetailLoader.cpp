@@ -1,0 +1,153 @@
+#include "core/TntDetailLoader.h"
+
+#include "api/Client.h"
+#include "core/Connector.h"
+#include "core/Sync.h"
+#include "model/TntDetailContext.h"
+#include "settings/AppSettings.h"
+#include "support/Captured.h"
+#include "support/Detached.h"
+
+using Tab = TntDetailContext::Tab;
+
+TntDetailLoader::TntDetailLoader(Connector &connector, Sync &sync, TntDetailContext &details, AppSettings &settings,
+                                 QObject *parent)
+    : QObject(parent)
+    , m_connector(connector)
+    , m_details(details)
+    , m_settings(settings)
+    , m_shown(std::make_unique<QObject>())
+{
+    sync.addRoundJob([this] { return refresh(false); });
+    // Peers are an incremental sync of their own, begun afresh with every poller.
+    QObject::connect(&sync, &Sync::pollingStarted, this, [this] {
+        m_details.resetPeers();
+        m_details.setActive(true);
+    });
+    QObject::connect(&sync, &Sync::pollingStopped, this, [this] { m_details.setActive(false); });
+    QObject::connect(&m_details, &TntDetailContext::targetChanged, this, [this] {
+        // Another torrent: what was asked for the last one is not wanted.
+        if (m_details.hash() != m_shownHash) {
+            m_shownHash = m_details.hash();
+            forgetShown();
+        }
+        refreshAtOnce();
+    });
+    QObject::connect(&m_details, &TntDetailContext::tabChanged, this, &TntDetailLoader::refreshAtOnce);
+    // A refresh under way belonged to the session that is gone.
+    QObject::connect(&connector, &Connector::sessionChanged, this, [this] {
+        m_refreshing = false;
+        m_refreshAgain = false;
+    });
+}
+
+TntDetailLoader::~TntDetailLoader() = default;
+
+void TntDetailLoader::forgetShown()
+{
+    m_shown = std::make_unique<QObject>();
+}
+
+void TntDetailLoader::refreshAtOnce()
+{
+    if (!m_details.hash().isEmpty())
+        detached(refresh(true));
+}
+
+void TntDetailLoader::drop()
+{
+    forgetShown();
+    m_details.clear();
+}
+
+void TntDetailLoader::reloadTrackers(const QString &hash)
+{
+    if (hash == m_details.hash())
+        detached(loadTrackers(m_connector.session()));
+}
+
+QCoro::Task<> TntDetailLoader::refresh(bool targetChanged)
+{
+    const QPointer<Session> session = m_connector.session();
+    if (!session)
+        co_return;
+    if (m_refreshing) {
+        m_refreshAgain = m_refreshAgain || targetChanged;
+        co_return;
+    }
+    m_refreshing = true;
+    do {
+        m_refreshAgain = false;
+        QCoro::Task<> pass = load(session);
+        co_await std::move(pass);
+        if (!session)
+            co_return;
+    } while (m_refreshAgain);
+    m_refreshing = false;
+}
+
+template<typename T>
+QCoro::Task<std::optional<T>> TntDetailLoader::fetch(QPointer<Session> session, QCoro::Task<T> request,
+                                                     QString failureTitle)
+{
+    const QPointer<QObject> shown = m_shown.get();
+    QCoro::Task<Captured<T>> asking = captured(std::move(request));
+    Captured<T> answer = co_await std::move(asking);
+    if (!session || !shown)
+        co_return std::nullopt;
+    if (!answer) {
+        m_connector.reportPollFailure(failureTitle, answer.error);
+        co_return std::nullopt;
+    }
+    co_return std::move(answer.value);
+}
+
+QCoro::Task<> TntDetailLoader::load(QPointer<Session> session)
+{
+    const QString hash = m_details.hash();
+    if (hash.isEmpty() || !session || !session->isAuthorized())
+        co_return;
+    API::Client &client = session->client();
+    const int window = m_settings.avgCoefficient();
+    switch (m_details.tab()) {
+    case Tab::general: {
+        auto properties = fetch(session, client.properties(hash), QStringLiteral("Failed to get tnt properties."));
+        if (const auto answer = co_await std::move(properties))
+            m_details.setProperties(*answer, window);
+        break;
+    }
+    case Tab::trackers: {
+        QCoro::Task<> trackers = loadTrackers(session);
+        co_await std::move(trackers);
+        break;
+    }
+    case Tab::peers: {
+        auto peers = fetch(session, client.peers(hash, m_details.rid()), QStringLiteral("Failed to get tnt peers."));
+        if (const auto answer = co_await std::move(peers))
+            m_details.applyPeers(*answer, window);
+        break;
+    }
+    case Tab::content: {
+        auto files = fetch(session, client.files(hash), QStringLiteral("Faield to get tnt content."));
+        if (auto answer = co_await std::move(files))
+            m_details.setFiles(std::move(*answer));
+        break;
+    }
+    }
+}
+
+QCoro::Task<> TntDetailLoader::loadTrackers(QPointer<Session> session)
+{
+    const QString hash = m_details.hash();
+    if (hash.isEmpty() || !session || !session->isAuthorized())
+        co_return;
+    auto trackers = fetch(session, session->client().trackers(hash), QStringLiteral("Failed to get tnt trackers."));
+    auto answer = co_await std::move(trackers);
+    if (!answer || !session)
+        co_return;
+    m_details.setTrackers(std::move(*answer));
+    // The web seeds show beside the trackers.
+    auto webSeeds = fetch(session, session->client().webSeeds(hash), QStringLiteral("Failed to get tnt web seeds."));
+    if (auto seeds = co_await std::move(webSeeds))
+        m_details.setWebSeeds(std::move(*seeds));
+}
