@@ -43,8 +43,7 @@ QMap<int, QList<int>> filesByPriority(const QList<int> &priorities)
 
 std::exception_ptr refusal(const QString &reason)
 {
-    return std::make_exception_ptr(
-        API::TntManagmentError(API::TntManagmentError::Case::addingRejected, {}, reason));
+    return std::make_exception_ptr(API::TntManagmentError(API::TntManagmentError::Case::addingRejected, {}, reason));
 }
 
 } // namespace
@@ -118,7 +117,8 @@ QCoro::Task<bool> TntAddition::addMagnetMakingSureItIsListed(Server server, API:
         if (!server.session)
             co_return false;
         if (attempt == 3) {
-            Q_EMIT failed(addingFailure, refusal(QStringLiteral("The server accepted the magnet link but does not list it.")));
+            Q_EMIT failed(addingFailure,
+                          refusal(QStringLiteral("The server accepted the magnet link but does not list it.")));
             co_return false;
         }
         qCWarning(lcAddition, "Added magnet %s not listed: asking for its metadata before adding it again",
@@ -170,8 +170,8 @@ QCoro::Task<bool> TntAddition::add(Server server, Request request)
         if (choosesFiles)
             options.filePriorities = joined(request.filePriorities);
         options.setAddStopped(!request.start, server.features);
-        const bool oneMagnet = options.urls && options.urls->size() == 1
-                               && options.urls->constFirst().startsWith(u"magnet:") && !uploadsFiles;
+        const bool oneMagnet = options.urls && options.urls->size() == 1 &&
+                               options.urls->constFirst().startsWith(u"magnet:") && !uploadsFiles;
         if (oneMagnet && !request.hash.isEmpty() && server.features.fetchesMetadata()) {
             QCoro::Task<bool> adding = addMagnetMakingSureItIsListed(server, std::move(options), request.hash);
             co_return co_await std::move(adding);

@@ -22,8 +22,8 @@ AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject 
         m_tntDetails.setAveragingWindow(samples);
     });
     QObject::connect(&m_settings, &AppSettings::changed, this, [this](UserDefaultsKey key) {
-        if (key == UserDefaultsKey::refreshInterval || key == UserDefaultsKey::setRefreshIntervalAuto
-            || key == UserDefaultsKey::intervalIncreaseValue)
+        if (key == UserDefaultsKey::refreshInterval || key == UserDefaultsKey::setRefreshIntervalAuto ||
+            key == UserDefaultsKey::intervalIncreaseValue)
             m_sync.setPollingInterval(m_sync.appState() == AppState::background);
     });
 
@@ -148,8 +148,9 @@ QCoro::Task<> AppContext::acceptHTTPSRedirectSuggestion()
     const HTTPSRedirectSuggestion suggestion = *std::exchange(m_httpsRedirectSuggestion, std::nullopt);
     Q_EMIT httpsRedirectSuggestionChanged();
     const auto &saved = m_connections.all();
-    const auto found = std::find_if(saved.cbegin(), saved.cend(),
-                                    [&suggestion](const ClientConfiguration &c) { return c.id == suggestion.source.id; });
+    const auto found = std::find_if(saved.cbegin(), saved.cend(), [&suggestion](const ClientConfiguration &c) {
+        return c.id == suggestion.source.id;
+    });
     if (found == saved.cend())
         co_return;
     const ClientConfiguration moved = suggestion.acceptedConfiguration(*found);
@@ -170,127 +171,11 @@ TntTargets AppContext::orAll(QSet<QString> hashes)
     return hashes.isEmpty() ? TntTargets::all() : TntTargets::only(std::move(hashes));
 }
 
-QCoro::Task<> AppContext::moveSelection(TntOperations::QueueMove move)
-{
-    return m_operations.moveInQueue(orAll(m_selectedTnts), move);
-}
-
-QCoro::Task<> AppContext::setForceStart(QSet<QString> hashes, bool value)
-{
-    return m_operations.setForceStart(orAll(std::move(hashes)), value);
-}
-
-QCoro::Task<> AppContext::removeTnts(QSet<QString> hashes, bool deleteFiles)
-{
-    return m_operations.remove(orAll(std::move(hashes)), deleteFiles);
-}
-
-QCoro::Task<> AppContext::addTrackers(QString hash, QStringList urls)
-{
-    return m_operations.addTrackers(std::move(hash), std::move(urls));
-}
-
-QCoro::Task<> AppContext::editTracker(QString hash, QString origUrl, QString newUrl)
-{
-    return m_operations.editTracker(std::move(hash), std::move(origUrl), std::move(newUrl));
-}
-
-QCoro::Task<> AppContext::removeTrackers(QString hash, QStringList urls)
-{
-    return m_operations.removeTrackers(std::move(hash), std::move(urls));
-}
-
-QCoro::Task<> AppContext::addPeers(QSet<QString> hashes, QStringList peers)
-{
-    return m_operations.addPeers(TntTargets::only(std::move(hashes)), std::move(peers));
-}
-
-QCoro::Task<> AppContext::setFilePriority(QString hash, QSet<int> fileIds, int priority)
-{
-    return m_operations.setFilePriority(std::move(hash), std::move(fileIds), priority);
-}
-
-QCoro::Task<> AppContext::setLocation(QSet<QString> hashes, QString location)
-{
-    return m_operations.setLocation(TntTargets::only(std::move(hashes)), std::move(location));
-}
-
-QCoro::Task<> AppContext::renameTnt(QString hash, QString name)
-{
-    return m_operations.rename(std::move(hash), std::move(name));
-}
-
-QCoro::Task<> AppContext::setCategory(QSet<QString> hashes, QString category)
-{
-    return m_operations.setCategory(TntTargets::only(std::move(hashes)), std::move(category));
-}
-
-QCoro::Task<> AppContext::createCategory(QString name, QString savePath)
-{
-    return m_operations.createCategory(std::move(name), std::move(savePath));
-}
-
-QCoro::Task<> AppContext::editCategory(QString name, QString savePath)
-{
-    return m_operations.editCategory(std::move(name), std::move(savePath));
-}
-
-QCoro::Task<> AppContext::removeCategories(QSet<QString> names)
-{
-    return m_operations.removeCategories(std::move(names));
-}
-
-QCoro::Task<> AppContext::addTags(QSet<QString> hashes, QSet<QString> tags)
-{
-    return m_operations.addTags(TntTargets::only(std::move(hashes)), std::move(tags));
-}
-
-QCoro::Task<> AppContext::removeTags(QSet<QString> hashes, QSet<QString> tags)
-{
-    return m_operations.removeTags(TntTargets::only(std::move(hashes)), std::move(tags));
-}
-
-QCoro::Task<> AppContext::createTags(QSet<QString> tags)
-{
-    return m_operations.createTags(std::move(tags));
-}
-
-QCoro::Task<> AppContext::deleteTags(QSet<QString> tags)
-{
-    return m_operations.deleteTags(std::move(tags));
-}
-
-QCoro::Task<> AppContext::setAutoManagement(QSet<QString> hashes, bool enable)
-{
-    return m_operations.setAutoManagement(orAll(std::move(hashes)), enable);
-}
-
-QCoro::Task<> AppContext::toggleSequentialDownload(QSet<QString> hashes)
-{
-    return m_operations.toggleSequentialDownload(orAll(std::move(hashes)));
-}
-
-QCoro::Task<> AppContext::toggleFirstLastPiecePrio(QSet<QString> hashes)
-{
-    return m_operations.toggleFirstLastPiecePrio(orAll(std::move(hashes)));
-}
-
-QCoro::Task<> AppContext::setSuperSeeding(QSet<QString> hashes, bool value)
-{
-    return m_operations.setSuperSeeding(orAll(std::move(hashes)), value);
-}
-
-QCoro::Task<> AppContext::banPeers(QSet<QString> peers)
-{
-    return m_operations.banPeers(std::move(peers));
-}
-
 QCoro::Task<bool> AppContext::addTnts(API::TntAddingOptions options, bool start, QString hash,
                                       QList<int> filePriorities)
 {
     TntAddition::Server server;
     if (Session *session = m_connector.session(); session && session->isAuthorized())
         server = {session, &session->client(), session->features()};
-    return m_addition.add(std::move(server),
-                          {std::move(options), start, std::move(hash), std::move(filePriorities)});
+    return m_addition.add(std::move(server), {std::move(options), start, std::move(hash), std::move(filePriorities)});
 }

@@ -64,8 +64,9 @@ void ConnectionList::update(const ClientConfiguration &configuration)
 void ConnectionList::replace(const ClientConfiguration &configuration)
 {
     auto configurations = m_all;
-    const auto found = std::find_if(configurations.begin(), configurations.end(),
-                                    [&configuration](const ClientConfiguration &c) { return c.id == configuration.id; });
+    const auto found =
+        std::find_if(configurations.begin(), configurations.end(),
+                     [&configuration](const ClientConfiguration &c) { return c.id == configuration.id; });
     if (found == configurations.end())
         return;
     *found = configuration;

@@ -100,8 +100,8 @@ QCoro::Task<> Connector::open(std::optional<UserCredentials> credentials)
         const ClientConfiguration configuration = *m_connections.selected();
         const AuthMethod method = configuration.authMethod;
         if (method == AuthMethod::none) {
-            m_errors.report(QStringLiteral("Failed to login."),
-                            std::make_exception_ptr(API::AutorizationError(API::AutorizationError::Case::unauthorized)));
+            m_errors.report(QStringLiteral("Failed to login."), std::make_exception_ptr(API::AutorizationError(
+                                                                    API::AutorizationError::Case::unauthorized)));
             setProgress(ProgressMessage::none);
             co_return;
         }
@@ -318,8 +318,8 @@ void Connector::reportSyncFailure(const QString &operation, const std::exception
         qCWarning(lcConnector, "%s Error: %s", qUtf8Printable(operation), refused->what());
         m_sync.stopPolling();
         constexpr qint64 renewalPause = 60'000;
-        if (m_session && m_session->authMethod() == AuthMethod::cookieLogin
-            && (!m_lastSessionRenewal.isValid() || m_lastSessionRenewal.hasExpired(renewalPause))) {
+        if (m_session && m_session->authMethod() == AuthMethod::cookieLogin &&
+            (!m_lastSessionRenewal.isValid() || m_lastSessionRenewal.hasExpired(renewalPause))) {
             m_lastSessionRenewal.start();
             detached(reconnect());
             return;

@@ -86,7 +86,7 @@ QCoro::Task<> TntDetailLoader::refresh(bool targetChanged)
     m_refreshing = false;
 }
 
-template<typename T>
+template <typename T>
 QCoro::Task<std::optional<T>> TntDetailLoader::fetch(QPointer<Session> session, QCoro::Task<T> request,
                                                      QString failureTitle)
 {

@@ -39,7 +39,7 @@ private:
     QCoro::Task<> loadTrackers(QPointer<Session> session);
     // The answer, or none when the request failed (reported under `failureTitle`), or it came for
     // a session or a shown torrent that is gone.
-    template<typename T>
+    template <typename T>
     QCoro::Task<std::optional<T>> fetch(QPointer<Session> session, QCoro::Task<T> request, QString failureTitle);
     void forgetShown();
     void refreshAtOnce();

@@ -22,8 +22,7 @@ using State = TntModel::State;
 namespace {
 
 // Sorted so that a request's bytes do not depend on set order.
-template<typename T>
-QList<T> sorted(const QSet<T> &values)
+template <typename T> QList<T> sorted(const QSet<T> &values)
 {
     QList<T> list = values.values();
     std::sort(list.begin(), list.end());
@@ -53,7 +52,8 @@ QCoro::Task<> nothingToSend()
 // Only a finished torrent seeds; 0.9999 is still downloading.
 auto stateBy(State incomplete, State complete)
 {
-    return [incomplete, complete](TntModel &tnt) { return tnt.setState(tnt.progress() == 1.0 ? complete : incomplete); };
+    return
+        [incomplete, complete](TntModel &tnt) { return tnt.setState(tnt.progress() == 1.0 ? complete : incomplete); };
 }
 
 } // namespace
@@ -110,7 +110,9 @@ QCoro::Task<> TntOperations::start(TntTargets targets)
                     return server.usesStartStop() ? Endpoint::TntManagement::start(targets.wireList())
                                                   : Endpoint::TntManagement::resume(targets.wireList());
                 },
-                [this, targets](const Features &) { m_tnts.editLocally(targets, stateBy(State::stalledDL, State::stalledUP)); }});
+                [this, targets](const Features &) {
+                    m_tnts.editLocally(targets, stateBy(State::stalledDL, State::stalledUP));
+                }});
 }
 
 QCoro::Task<> TntOperations::stop(TntTargets targets)
@@ -207,9 +209,10 @@ QCoro::Task<> TntOperations::rename(QString hash, QString name)
 
 QCoro::Task<> TntOperations::setFilePriority(QString hash, QSet<int> fileIds, int priority)
 {
-    return run({QStringLiteral("Failed to set file priority."), [hash, ids = sorted(fileIds), priority](const Features &) {
-                    return Endpoint::TntManagement::filePrio(hash, ids, priority);
-                }});
+    return run(
+        {QStringLiteral("Failed to set file priority."), [hash, ids = sorted(fileIds), priority](const Features &) {
+             return Endpoint::TntManagement::filePrio(hash, ids, priority);
+         }});
 }
 
 QCoro::Task<> TntOperations::addTrackers(QString hash, QStringList urls)

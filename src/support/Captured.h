@@ -10,8 +10,7 @@
 // What an awaited task gave: its value, or the exception it ended with. A coroutine that must look
 // at its world again after a co_await (is the session still there?) before acting on a failure
 // awaits `captured(task)` instead of wrapping the co_await in try/catch.
-template<typename T>
-struct Captured
+template <typename T> struct Captured
 {
     std::optional<T> value;
     std::exception_ptr error;
@@ -19,16 +18,14 @@ struct Captured
     explicit operator bool() const { return !error; }
 };
 
-template<>
-struct Captured<void>
+template <> struct Captured<void>
 {
     std::exception_ptr error;
 
     explicit operator bool() const { return !error; }
 };
 
-template<typename T>
-QCoro::Task<Captured<T>> captured(QCoro::Task<T> task)
+template <typename T> QCoro::Task<Captured<T>> captured(QCoro::Task<T> task)
 {
     Captured<T> result;
     try {
@@ -43,8 +40,7 @@ QCoro::Task<Captured<T>> captured(QCoro::Task<T> task)
 }
 
 // The exception inside `error` when it is an E.
-template<typename E>
-std::optional<E> thrown(const std::exception_ptr &error)
+template <typename E> std::optional<E> thrown(const std::exception_ptr &error)
 {
     if (!error)
         return std::nullopt;

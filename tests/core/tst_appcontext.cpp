@@ -3,6 +3,7 @@
 #include "core/AppContext.h"
 #include "core/KeychainStore.h"
 #include "support/Await.h"
+#include "support/Detached.h"
 #include "support/FakeServer.h"
 #include "support/ScriptedQbt.h"
 
@@ -29,6 +30,17 @@ QStringList capturedLog;
 void captureLog(QtMsgType, const QMessageLogContext &, const QString &message)
 {
     capturedLog << message;
+}
+
+// Runs an action on the next turn of the event loop after a given log line: the step that follows
+// that line has begun by then, and has not ended.
+QString awaitedLine;
+std::function<void()> afterAwaitedLine;
+
+void watchLog(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    if (afterAwaitedLine && message == awaitedLine)
+        QMetaObject::invokeMethod(qApp, std::exchange(afterAwaitedLine, {}), Qt::QueuedConnection);
 }
 
 } // namespace
@@ -260,6 +272,102 @@ private Q_SLOTS:
         QVERIFY(m_context->clientConfigurations().isEmpty());
         QCOMPARE(wait(m_keychain->read(removed)), std::optional<UserCredentials>());
         QVERIFY(AppContext(*m_defaults, *m_keychain).clientConfigurations().isEmpty());
+    }
+
+    // The connection being opened is deleted while its password is in the keychain's hands.
+    void removedWhileItsPasswordIsInTheKeychain_data()
+    {
+        QTest::addColumn<bool>("stored");
+        QTest::addColumn<QString>("lineBefore");
+        QTest::newRow("read") << true << QStringLiteral("Authorization bypass disabled");
+        QTest::newRow("saved") << false << QStringLiteral("Loggin in success.");
+    }
+
+    void removedWhileItsPasswordIsInTheKeychain()
+    {
+        QFETCH(bool, stored);
+        QFETCH(QString, lineBefore);
+        const QUuid id = addConnection(AuthMethod::cookieLogin, stored ? std::optional(admin) : std::nullopt);
+        if (!stored)
+            wait(m_context->selectConfiguration(id));
+        awaitedLine = lineBefore;
+        afterAwaitedLine = [this, id] { detached(m_context->removeConfiguration(id)); };
+        const auto previous = qInstallMessageHandler(watchLog);
+        wait(stored ? m_context->selectConfiguration(id) : m_context->logIn(admin, true));
+        qInstallMessageHandler(previous);
+        QVERIFY(!afterAwaitedLine);
+        QVERIFY(!m_context->clientConfiguration());
+        QVERIFY(!m_context->client());
+        QVERIFY(!m_context->isAuthorized());
+        QVERIFY(!m_context->isPolling());
+        QCOMPARE(m_context->progressMessage(), AppContext::ProgressMessage::none);
+        QCOMPARE(alert(), QString());
+    }
+
+    // Nothing of a connection left while it connects or reconnects reaches the one chosen next.
+    void anotherChosenWhileConnecting_data()
+    {
+        QTest::addColumn<bool>("reconnecting");
+        QTest::newRow("connecting") << false;
+        QTest::newRow("reconnecting") << true;
+    }
+
+    void anotherChosenWhileConnecting()
+    {
+        QFETCH(bool, reconnecting);
+        const auto stall = std::make_shared<bool>(!reconnecting);
+        m_server->setHandler([this, stall](const FakeServer::Request &request) {
+            return *stall ? Response::stallForever() : m_qbt.answer(request);
+        });
+        FakeServer healthy;
+        ScriptedQbt healthyQbt;
+        healthy.setHandler([&healthyQbt](const FakeServer::Request &request) { return healthyQbt.answer(request); });
+        ClientConfiguration next = healthy.configuration(AuthMethod::cookieLogin);
+        next.name = QStringLiteral("Next");
+        wait(m_keychain->save(next, admin));
+        m_context->addConfiguration(next);
+
+        const QUuid first = addConnection(AuthMethod::cookieLogin, admin);
+        std::optional<QCoro::Task<>> left;
+        if (reconnecting) {
+            wait(m_context->selectConfiguration(first));
+            m_server->clearRequests();
+            *stall = true;
+            left = m_context->reconnect();
+            QVERIFY(m_context->isReconnecting());
+        } else {
+            left = m_context->selectConfiguration(first);
+        }
+        QTRY_VERIFY(!m_server->requests().isEmpty());
+        wait(m_context->selectConfiguration(next.id));
+        wait(std::move(*left));
+        QCOMPARE(alert(), QString());
+        QVERIFY(m_context->isAuthorized());
+        QVERIFY(m_context->isPolling());
+        QVERIFY(!m_context->isReconnecting());
+        QCOMPARE(m_context->connectionLossCount(), 0);
+        QCOMPARE(m_context->clientConfiguration()->id, next.id);
+    }
+
+    // Logging out ends the session: nothing polls or sends, and logging in again needs only the
+    // connection that stays chosen.
+    void logOutEndsTheSession()
+    {
+        const QUuid id = addConnection(AuthMethod::cookieLogin, admin);
+        wait(m_context->selectConfiguration(id));
+        wait(m_context->logOut());
+        QVERIFY(!m_context->isPolling());
+        QVERIFY(!m_context->isAuthorized());
+        QVERIFY(!m_context->client());
+        QCOMPARE(m_context->clientConfiguration()->id, id);
+        m_server->clearRequests();
+        wait(m_context->startTnts({}));
+        QVERIFY(m_server->requests().isEmpty());
+        QCOMPARE(m_context->clientError()->title(), QStringLiteral("Failed to start tnts."));
+
+        wait(m_context->selectConfiguration(id));
+        QVERIFY(m_context->isPolling());
+        QCOMPARE(m_qbt.logins, 2);
     }
 };
 
