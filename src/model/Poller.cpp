@@ -92,9 +92,11 @@ QCoro::Task<> Poller::loop(QPointer<Poller> self, quint64 generation, bool pause
 std::chrono::milliseconds Poller::intervalFor(const AppSettings &settings, const GlobalTransferInfo &transfer,
                                               bool background)
 {
-    const qint64 base = settings.setRefreshIntervalAuto() ? transfer.refreshInterval() : settings.refreshInterval();
-    const qint64 increase = settings.intervalIncreaseValue();
-    if (!background || increase == 0)
-        return std::chrono::milliseconds(base);
+    // A server that names no interval of its own (0) leaves it to the setting; one that names an
+    // absurd one is held to the setting's bounds.
+    const qint64 serverInterval = transfer.refreshInterval();
+    const bool useServer = settings.setRefreshIntervalAuto() && serverInterval != 0;
+    const int base = AppSettings::refreshIntervalBounds.clamp(useServer ? serverInterval : settings.refreshInterval());
+    const int increase = background ? settings.intervalIncreaseValue() : 0;
     return std::chrono::milliseconds(CheckedMath::add(base, increase));
 }

@@ -4,15 +4,6 @@
 
 Q_LOGGING_CATEGORY(lcSettings, "AppSettings")
 
-namespace {
-
-int clampedInt(qint64 value)
-{
-    return static_cast<int>(std::clamp<qint64>(value, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
-}
-
-} // namespace
-
 void AppSettings::registerDefaults(UserDefaults &defaults)
 {
     using K = UserDefaultsKey;
@@ -42,8 +33,8 @@ AppSettings::AppSettings(UserDefaults &defaults, QObject *parent)
     using K = UserDefaultsKey;
     registerDefaults(defaults);
     m_updateCheckInterval = updateIntervalFromStored(defaults.value(K::updateCheckInterval));
-    m_refreshInterval = clampedInt(defaults.integerValue(K::refreshInterval, 2000));
-    m_intervalIncreaseValue = clampedInt(defaults.integerValue(K::intervalIncreaseValue, 1000));
+    m_refreshInterval = refreshIntervalBounds.clamp(defaults.integerValue(K::refreshInterval, 2000));
+    m_intervalIncreaseValue = intervalIncreaseBounds.clamp(defaults.integerValue(K::intervalIncreaseValue, 1000));
     m_setRefreshIntervalAuto = defaults.boolValue(K::setRefreshIntervalAuto, false);
     m_showTntAddingWindow = defaults.boolValue(K::showTntAddingWindow, true);
     m_autoDeleteTntFile = defaults.boolValue(K::autoDeleteTntFile, false);
@@ -52,7 +43,7 @@ AppSettings::AppSettings(UserDefaults &defaults, QObject *parent)
     m_animateDockIcon = defaults.boolValue(K::animateDockIcon, true);
     m_pathMapping = PathMap::decodeList(defaults.dataValue(K::pathMapping));
     m_shareAnonymousStatistics = defaults.boolValue(K::shareAnonymousStatistics, true);
-    m_avgCoefficient = clampedInt(defaults.integerValue(K::dataTransferRateAvgCoefficient, 5));
+    m_avgCoefficient = averagingWindowBounds.clamp(defaults.integerValue(K::dataTransferRateAvgCoefficient, 5));
 }
 
 template<typename T>
@@ -78,11 +69,13 @@ void AppSettings::setUpdateCheckInterval(UpdateInterval value)
 
 void AppSettings::setRefreshInterval(int milliseconds)
 {
+    milliseconds = refreshIntervalBounds.clamp(milliseconds);
     write(m_refreshInterval, milliseconds, UserDefaultsKey::refreshInterval, milliseconds);
 }
 
 void AppSettings::setIntervalIncreaseValue(int milliseconds)
 {
+    milliseconds = intervalIncreaseBounds.clamp(milliseconds);
     write(m_intervalIncreaseValue, milliseconds, UserDefaultsKey::intervalIncreaseValue, milliseconds);
 }
 
@@ -133,6 +126,7 @@ void AppSettings::setShareAnonymousStatistics(bool value)
 
 void AppSettings::setAvgCoefficient(int samples)
 {
+    samples = averagingWindowBounds.clamp(samples);
     const int before = m_avgCoefficient;
     write(m_avgCoefficient, samples, UserDefaultsKey::dataTransferRateAvgCoefficient, samples);
     if (before != m_avgCoefficient)

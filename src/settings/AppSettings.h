@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <algorithm>
+
 // How often to look for a new version; stored as its position. The misspellings are the
 // program's own case names.
 enum class UpdateInterval { disabled, day, weak, mounce };
@@ -15,6 +17,21 @@ class AppSettings : public QObject
     Q_OBJECT
 
 public:
+    // The range a number may take, from a settings file or a setter alike; the settings window
+    // offers the same.
+    struct Bounds
+    {
+        int minimum;
+        int maximum;
+
+        int clamp(qint64 value) const { return static_cast<int>(std::clamp<qint64>(value, minimum, maximum)); }
+    };
+    // Faster than twice a second keeps a server busy; slower than a minute is no longer live.
+    static constexpr Bounds refreshIntervalBounds{500, 60'000};
+    static constexpr Bounds intervalIncreaseBounds{0, 60'000};
+    // Samples averaged per rate; every torrent holds two windows.
+    static constexpr Bounds averagingWindowBounds{1, 60};
+
     explicit AppSettings(UserDefaults &defaults, QObject *parent = nullptr);
 
     // The registration domain: read until the user writes a value of their own.

@@ -130,19 +130,26 @@ private Q_SLOTS:
     void interval_data()
     {
         QTest::addColumn<bool>("automatic");
+        QTest::addColumn<qint64>("server");
         QTest::addColumn<int>("increase");
         QTest::addColumn<bool>("background");
         QTest::addColumn<int>("expected");
-        QTest::newRow("setting, foreground") << false << 1000 << false << 2500;
-        QTest::newRow("setting, background") << false << 1000 << true << 3500;
-        QTest::newRow("no increase") << false << 0 << true << 2500;
-        QTest::newRow("server's own") << true << 1000 << false << 1500;
-        QTest::newRow("server's own, background") << true << 1000 << true << 2500;
+        QTest::newRow("setting, foreground") << false << qint64(1500) << 1000 << false << 2500;
+        QTest::newRow("setting, background") << false << qint64(1500) << 1000 << true << 3500;
+        QTest::newRow("no increase") << false << qint64(1500) << 0 << true << 2500;
+        QTest::newRow("server's own") << true << qint64(1500) << 1000 << false << 1500;
+        QTest::newRow("server's own, background") << true << qint64(1500) << 1000 << true << 2500;
+        // Never back to back, never stalled: what the server says is held to the setting's bounds.
+        QTest::newRow("server names none") << true << qint64(0) << 1000 << false << 2500;
+        QTest::newRow("server's negative") << true << qint64(-5) << 1000 << false << 500;
+        QTest::newRow("server's absurd") << true << qint64(1) << 1000 << false << 500;
+        QTest::newRow("server's a month") << true << qint64(2'592'000'000) << 1000 << true << 61'000;
     }
 
     void interval()
     {
         QFETCH(bool, automatic);
+        QFETCH(qint64, server);
         QFETCH(int, increase);
         QFETCH(bool, background);
         QFETCH(int, expected);
@@ -154,7 +161,7 @@ private Q_SLOTS:
         settings.setSetRefreshIntervalAuto(automatic);
         GlobalTransferInfo transfer;
         API::SGlobalTransferInfo state;
-        state.refreshInterval = 1500;
+        state.refreshInterval = server;
         transfer.update(state);
         QCOMPARE(Poller::intervalFor(settings, transfer, background), std::chrono::milliseconds(expected));
     }

@@ -44,6 +44,37 @@ private Q_SLOTS:
         QCOMPARE(defaults.contains(K::refreshInterval), !file.isEmpty());
     }
 
+    // A settings file holds whatever a crash or a hand left there: numbers are held to their bounds.
+    void storedNumbersAreBounded_data()
+    {
+        QTest::addColumn<QByteArray>("stored");
+        QTest::addColumn<int>("refresh");
+        QTest::addColumn<int>("increase");
+        QTest::addColumn<int>("window");
+        QTest::newRow("in range") << QByteArray("3000\n2000\n10") << 3000 << 2000 << 10;
+        QTest::newRow("zero and negative") << QByteArray("0\n-1\n0") << 500 << 0 << 1;
+        QTest::newRow("absurd") << QByteArray("99999999999\n99999999999\n2000000000") << 60'000 << 60'000 << 60;
+    }
+
+    void storedNumbersAreBounded()
+    {
+        QFETCH(QByteArray, stored);
+        const QList<QByteArray> values = stored.split('\n');
+        QFile ini(iniPath());
+        QVERIFY(ini.open(QIODevice::WriteOnly));
+        ini.write("[General]\nrefreshInterval=" + values[0] + "\nintervalIncreaseValue=" + values[1]
+                  + "\ndataTransferRateAvgCoefficient=" + values[2] + "\n");
+        ini.close();
+        UserDefaults defaults(iniPath());
+        AppSettings settings(defaults);
+        QTEST(settings.refreshInterval(), "refresh");
+        QTEST(settings.intervalIncreaseValue(), "increase");
+        QTEST(settings.avgCoefficient(), "window");
+        // A setter is held to the same bounds.
+        settings.setAvgCoefficient(values[2].toInt());
+        QTEST(settings.avgCoefficient(), "window");
+    }
+
     void storedUpdateInterval_data()
     {
         QTest::addColumn<QVariant>("stored");
