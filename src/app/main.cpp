@@ -21,7 +21,7 @@ int main(int argc, char *argv[])
     // connection is already open. Paths are made absolute here, where they were meant.
     QStringList sources;
     for (const QUrl &source : TntAddingFlow::sourcesOf(QApplication::arguments().mid(1)))
-        sources << source.toString();
+        sources << source.toString(QUrl::FullyEncoded);
     if (InstanceChannel::sendToRunning(sources))
         return 0;
     InstanceChannel channel;
@@ -33,10 +33,7 @@ int main(int argc, char *argv[])
     MainWindow window(context);
     window.show();
     const auto open = [&window](const QStringList &received) {
-        QList<QUrl> urls;
-        for (const QString &source : received)
-            urls << QUrl(source);
-        window.addingFlow()->open(urls);
+        window.addingFlow()->open(TntAddingFlow::sourcesOf(received));
         window.raise();
         window.activateWindow();
     };

@@ -68,8 +68,8 @@ void TntAddingFlow::openPending()
     for (const QUrl &source : sources) {
         if (source.isLocalFile())
             detached(openFile(source.toLocalFile()));
-        else
-            links << source.toString();
+        else // as given: a magnet's name and trackers keep their escapes
+            links << source.toString(QUrl::FullyEncoded);
     }
     if (links.isEmpty())
         return;

@@ -1,6 +1,7 @@
 #include "support/Files.h"
 #include "support/ScriptedTorrents.h"
 #include "support/TorrentFactory.h"
+#include "core/InstanceChannel.h"
 #include "ui/AddTntOptionsForm.h"
 #include "ui/AddTntWindow.h"
 #include "ui/DropOverlay.h"
@@ -25,7 +26,10 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QPushButton>
+#include <QSignalSpy>
+#include <QUuid>
 #include <QTest>
 
 #include <functional>
@@ -451,6 +455,35 @@ private Q_SLOTS:
         QFETCH(QStringList, arguments);
         QFETCH(QList<QUrl>, sources);
         QCOMPARE(TntAddingFlow::sourcesOf(arguments), sources);
+    }
+
+    // A browser hands a magnet over on the command line, and a second launch hands it to the
+    // running Quillo: its escapes reach the server as they were given.
+    void magnetFromAnotherLaunch()
+    {
+        connectTo("2.11.0");
+        const QString magnet = u"magnet:?xt=urn:btih:0123456789abcdef0123456789abcdef01234567"
+                               u"&dn=hidden%20magnet%20%C3%A9&tr=udp%3A%2F%2Ftracker.example%3A6969%2Fannounce"_qs;
+        const QByteArray user = "quillo-test-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces);
+        const QByteArray realUser = qgetenv("USER");
+        qputenv("USER", user); // the running instance's name, apart from any real one
+        InstanceChannel running;
+        QProcess launch;
+        launch.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+        qputenv("USER", realUser);
+        QVERIFY(running.listen());
+        QSignalSpy received(&running, &InstanceChannel::received);
+        launch.start(QStringLiteral(QUILLO_EXECUTABLE), {magnet});
+        QVERIFY(received.wait(30'000));
+        QVERIFY(launch.waitForFinished(30'000));
+        QCOMPARE(launch.exitCode(), 0);
+        m_window->addingFlow()->open(TntAddingFlow::sourcesOf(received.first().first().toStringList()));
+        auto *dialog = m_window->findChild<LinksDialog *>();
+        QVERIFY(dialog);
+        QCOMPARE(dialog->textField()->toPlainText(), magnet);
+        dialog->addButton()->click();
+        QTRY_VERIFY(!addRequestBody().isEmpty());
+        QCOMPARE(formField(addRequestBody(), "urls"), magnet.toUtf8());
     }
 
     void links()
