@@ -46,8 +46,7 @@ KeychainStore::KeychainError::KeychainError(Case kind, int status, QString descr
     : API::Error(std::move(description), std::move(reason))
     , m_case(kind)
     , m_status(status)
-{
-}
+{}
 
 KeychainStore::KeychainError KeychainStore::KeychainError::unhandled(int status, const QString &message)
 {
@@ -74,14 +73,13 @@ QThreadPool &KeychainStore::executor()
     return *pool;
 }
 
-
 QString KeychainStore::service(const ClientConfiguration &configuration, bool withAuthMethod)
 {
-    QString text = QStringLiteral("%1://%2:%3/%4")
-                       .arg(configuration.useHTTPS ? QStringLiteral("https") : QStringLiteral("http"),
-                            configuration.host)
-                       .arg(configuration.port.value_or(0))
-                       .arg(configuration.path);
+    QString text =
+        QStringLiteral("%1://%2:%3/%4")
+            .arg(configuration.useHTTPS ? QStringLiteral("https") : QStringLiteral("http"), configuration.host)
+            .arg(configuration.port.value_or(0))
+            .arg(configuration.path);
     if (withAuthMethod)
         text += u'#' + API::rawText(configuration.authMethod);
     return text;
@@ -100,11 +98,29 @@ QString KeychainStore::account(AuthMethod method, const UserCredentials &credent
 
 namespace {
 
+// Older versions kept login items under the service without the method. One found there is stored
+// under today's name, and only once that copy is kept is the old one deleted.
+std::optional<Platform::Secrets::Item> moveOlderItem(const ClientConfiguration &configuration)
+{
+    const QString older = KeychainStore::service(configuration, false);
+    auto item = Platform::Secrets::find(older);
+    if (!item)
+        return std::nullopt;
+    try {
+        Platform::Secrets::store(KeychainStore::service(configuration), item->account, item->data,
+                                 !configuration.isLocal);
+        Platform::Secrets::remove(older);
+        qCInfo(lcKeychain, "Item moved to %s", qUtf8Printable(KeychainStore::service(configuration)));
+    } catch (const Platform::Secrets::Failure &failure) {
+        qCWarning(lcKeychain, "Older item not moved: %s", failure.what());
+    }
+    return item;
+}
+
 // The only coroutine here. The public calls are plain functions that hand their arguments to the
 // job: g++ 12 miscounts the copies of a coroutine's parameters captured by a lambda, which freed
 // the credentials' text while the caller still held it.
-template<typename T>
-QCoro::Task<T> resultOf(QFuture<T> future)
+template <typename T> QCoro::Task<T> resultOf(QFuture<T> future)
 {
     co_return co_await future;
 }
@@ -116,8 +132,8 @@ QCoro::Task<bool> KeychainStore::save(ClientConfiguration configuration, UserCre
     auto job = [configuration = std::move(configuration), credentials = std::move(credentials)] {
         const AuthMethod method = configuration.authMethod;
         try {
-            Platform::Secrets::store(service(configuration), account(method, credentials), secretOf(method, credentials),
-                                     !configuration.isLocal);
+            Platform::Secrets::store(service(configuration), account(method, credentials),
+                                     secretOf(method, credentials), !configuration.isLocal);
             qCInfo(lcKeychain, "Item added/updated in keychain!");
             return true;
         } catch (const Platform::Secrets::Failure &failure) {
@@ -135,7 +151,7 @@ QCoro::Task<std::optional<UserCredentials>> KeychainStore::read(ClientConfigurat
         try {
             auto item = Platform::Secrets::find(service(configuration));
             if (!item && configuration.authMethod == AuthMethod::cookieLogin)
-                item = Platform::Secrets::find(service(configuration, false));
+                item = moveOlderItem(configuration);
             if (!item) {
                 qCInfo(lcKeychain, "Item not found in keychain! %s", qUtf8Printable(service(configuration)));
                 return std::nullopt;

@@ -127,12 +127,19 @@ private Q_SLOTS:
         QVERIFY(!wait(m_store.remove(configuration)));
     }
 
+    // An older version's item is found, moved under today's name and then gone from the old one.
     void olderLoginItemsAreStillFound()
     {
         const ClientConfiguration configuration = connection(AuthMethod::cookieLogin, QStringLiteral("legacy.example"));
-        Platform::Secrets::store(KeychainStore::service(configuration, false), QStringLiteral("veteran"), "since-1.0", true);
-        QCOMPARE(wait(m_store.read(configuration)),
-                 std::optional(UserCredentials{QStringLiteral("veteran"), QStringLiteral("since-1.0"), {}}));
+        const QString older = KeychainStore::service(configuration, false);
+        Platform::Secrets::store(older, QStringLiteral("veteran"), "since-1.0", true);
+        const auto veteran = std::optional(UserCredentials{QStringLiteral("veteran"), QStringLiteral("since-1.0"), {}});
+        QCOMPARE(wait(m_store.read(configuration)), veteran);
+        QVERIFY(!Platform::Secrets::find(older));
+        const auto moved = Platform::Secrets::find(KeychainStore::service(configuration));
+        QVERIFY(moved);
+        QCOMPARE(moved->account, QStringLiteral("veteran"));
+        QCOMPARE(wait(m_store.read(configuration)), veteran);
 
         ClientConfiguration basic = configuration;
         basic.authMethod = AuthMethod::basic;
