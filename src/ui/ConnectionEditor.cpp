@@ -1,9 +1,9 @@
 #include "ui/ConnectionEditor.h"
 
 #include "core/AppContext.h"
-#include "support/Detached.h"
 #include "core/InternalError.h"
 #include "core/KeychainStore.h"
+#include "support/Detached.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -62,16 +62,30 @@ bool isHostLabel(const QByteArray &label)
 }
 
 // Closes the dialog once the keychain has the credentials (connecting right after reads them),
-// unless the dialog is gone by then.
+// unless the dialog is gone by then. The item is found by address and method: when they change,
+// the credentials move to the new item, unless the new method takes none of them.
 QCoro::Task<> storeCredentialsThenAccept(QPointer<QDialog> dialog, KeychainStore &keychain,
                                          std::optional<ClientConfiguration> previous, ClientConfiguration saved,
-                                         std::optional<API::UserCredentials> typed)
+                                         API::UserCredentials typed, bool credentialsEdited)
 {
-    if (typed)
-        co_await keychain.save(saved, *typed);
-    // The item is found by address and method: once they change, the old item belongs to nothing.
-    if (previous && KeychainStore::service(*previous) != KeychainStore::service(saved))
-        co_await keychain.remove(*previous);
+    const bool keyChanged = previous && KeychainStore::service(*previous) != KeychainStore::service(saved);
+    std::optional<API::UserCredentials> kept;
+    if (credentialsEdited || !previous)
+        kept = typed; // what the user typed, or cleared
+    else if (keyChanged) {
+        QCoro::Task<std::optional<API::UserCredentials>> reading = keychain.read(*previous);
+        kept = co_await std::move(reading);
+    }
+    if (kept && (saved.authMethod == AuthMethod::none || kept->isMissing(saved.authMethod)))
+        kept.reset();
+    if (kept) {
+        QCoro::Task<bool> saving = keychain.save(saved, *kept);
+        co_await std::move(saving);
+    }
+    if (previous && (keyChanged || (credentialsEdited && !kept))) {
+        QCoro::Task<bool> removing = keychain.remove(*previous);
+        co_await std::move(removing);
+    }
     if (dialog)
         dialog->accept();
 }
@@ -184,12 +198,16 @@ ConnectionEditor::ConnectionEditor(AppContext &context, std::optional<ClientConf
     connect(m_method, &QComboBox::currentIndexChanged, this, &ConnectionEditor::showMethod);
     for (QLineEdit *field : {m_name, m_path, m_username, m_password, m_apiKey})
         connect(field, &QLineEdit::textEdited, this, [this] { m_saveError->hide(); });
+    for (QLineEdit *field : {m_username, m_password, m_apiKey})
+        connect(field, &QLineEdit::textEdited, this, [this] { m_credentialsEdited = true; });
     connect(m_useHTTPS, &QCheckBox::toggled, this, [this] { m_saveError->hide(); });
     connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(m_save, &QPushButton::clicked, this, &ConnectionEditor::save);
 
     showMethod();
     validate();
+    if (m_editing)
+        detached(showStoredCredentials(QPointer<ConnectionEditor>(this), m_context.keychain(), *m_editing));
 }
 
 QString ConnectionEditor::label(AuthMethod method)
@@ -332,6 +350,20 @@ void ConnectionEditor::validate()
     m_saveError->hide();
 }
 
+// What is stored shows in the fields (the secrets masked), so that a credential can be seen kept,
+// or cleared; a field the user has typed in meanwhile is left alone.
+QCoro::Task<> ConnectionEditor::showStoredCredentials(QPointer<ConnectionEditor> self, KeychainStore &keychain,
+                                                      ClientConfiguration editing)
+{
+    QCoro::Task<std::optional<API::UserCredentials>> reading = keychain.read(std::move(editing));
+    const std::optional<API::UserCredentials> stored = co_await std::move(reading);
+    if (!self || !stored || self->m_credentialsEdited)
+        co_return;
+    self->m_username->setText(stored->username);
+    self->m_password->setText(stored->password);
+    self->m_apiKey->setText(stored->apiKey);
+}
+
 ClientConfiguration ConnectionEditor::configurationFromFields() const
 {
     ClientConfiguration configuration = m_editing.value_or(ClientConfiguration{});
@@ -362,12 +394,9 @@ void ConnectionEditor::save()
     m_saved = configuration;
 
     const API::UserCredentials typed{m_username->text(), m_password->text(), m_apiKey->text()};
-    std::optional<API::UserCredentials> credentials;
-    if (configuration.authMethod != AuthMethod::none && !typed.isMissing(configuration.authMethod))
-        credentials = typed;
     m_save->setEnabled(false);
     m_cancel->setEnabled(false);
     // Not QCoro::connect: its continuation frees the coroutine's arguments twice under g++ 12.
-    detached(storeCredentialsThenAccept(QPointer<QDialog>(this), m_context.keychain(), m_editing, configuration,
-                                        credentials));
+    detached(storeCredentialsThenAccept(QPointer<QDialog>(this), m_context.keychain(), m_editing, configuration, typed,
+                                        m_credentialsEdited));
 }

@@ -2,11 +2,14 @@
 
 #include "core/ClientConfiguration.h"
 
+#include <QCoroTask>
 #include <QDialog>
+#include <QPointer>
 
 #include <optional>
 
 class AppContext;
+class KeychainStore;
 class QCheckBox;
 class QComboBox;
 class QLabel;
@@ -59,12 +62,15 @@ private:
     void validate();
     void save();
     ClientConfiguration configurationFromFields() const;
+    static QCoro::Task<> showStoredCredentials(QPointer<ConnectionEditor> self, KeychainStore &keychain,
+                                               ClientConfiguration editing);
 
     AppContext &m_context;
     std::optional<ClientConfiguration> m_editing;
     std::optional<ClientConfiguration> m_saved;
     bool m_hostTouched = false;
     bool m_portTouched = false;
+    bool m_credentialsEdited = false; // what the credential fields show is no longer what is stored
 
     QLineEdit *m_name;
     QLineEdit *m_host;

@@ -29,9 +29,14 @@
 #include <QTest>
 #include <QToolBar>
 
+#include <functional>
 #include <memory>
 
 using API::AuthMethod;
+using EditorEdit = std::function<void(ConnectionEditor &)>;
+using StoredCredentials = std::optional<API::UserCredentials>;
+Q_DECLARE_METATYPE(EditorEdit)
+Q_DECLARE_METATYPE(StoredCredentials)
 
 namespace {
 
@@ -406,6 +411,59 @@ private Q_SLOTS:
         QCOMPARE(QuilloTest::wait(m_keychain.read(saved)),
                  std::optional(API::UserCredentials{QStringLiteral("admin"), QStringLiteral("pässword"), {}}));
         QuilloTest::wait(m_keychain.remove(saved));
+    }
+
+    // What an edit leaves of a saved connection's password: only clearing it, or choosing a method
+    // that takes none, lets it go; a new address or method moves it to the new keychain item.
+    void editingKeepsThePassword_data()
+    {
+        QTest::addColumn<EditorEdit>("edit");
+        QTest::addColumn<StoredCredentials>("stored");
+        const API::UserCredentials admin{QStringLiteral("admin"), QStringLiteral("pässword"), {}};
+        const auto pick = [](AuthMethod method) {
+            return [method](ConnectionEditor &editor) {
+                editor.methodPicker()->setCurrentIndex(static_cast<int>(method));
+            };
+        };
+        QTest::newRow("name") << EditorEdit([](ConnectionEditor &e) { type(e.nameField(), QStringLiteral("Attic")); })
+                              << StoredCredentials(admin);
+        QTest::newRow("port") << EditorEdit([](ConnectionEditor &e) { type(e.portField(), QStringLiteral("9999")); })
+                              << StoredCredentials(admin);
+        QTest::newRow("path") << EditorEdit([](ConnectionEditor &e) { type(e.pathField(), QStringLiteral("/qbt")); })
+                              << StoredCredentials(admin);
+        QTest::newRow("https") << EditorEdit([](ConnectionEditor &e) { e.httpsToggle()->setChecked(true); })
+                               << StoredCredentials(admin);
+        QTest::newRow("basic") << EditorEdit(pick(AuthMethod::basic)) << StoredCredentials(admin);
+        QTest::newRow("none") << EditorEdit(pick(AuthMethod::none)) << StoredCredentials();
+        QTest::newRow("password cleared") << EditorEdit([](ConnectionEditor &e) {
+            e.passwordField()->selectAll();
+            QTest::keyClick(e.passwordField(), Qt::Key_Backspace);
+        })
+                                          << StoredCredentials();
+        QTest::newRow("password typed anew")
+            << EditorEdit([](ConnectionEditor &e) { type(e.passwordField(), QStringLiteral("new one")); })
+            << StoredCredentials(API::UserCredentials{QStringLiteral("admin"), QStringLiteral("new one"), {}});
+    }
+
+    void editingKeepsThePassword()
+    {
+        QFETCH(EditorEdit, edit);
+        QFETCH(StoredCredentials, stored);
+        ConnectionFixture fixture(m_keychain);
+        const ClientConfiguration nas = fixture.add(QStringLiteral("NAS"));
+        const API::UserCredentials admin{QStringLiteral("admin"), QStringLiteral("pässword"), {}};
+        QVERIFY(QuilloTest::wait(m_keychain.save(nas, admin)));
+        auto *editor = new ConnectionEditor(*fixture.context, nas);
+        QTRY_COMPARE(editor->passwordField()->text(), admin.password); // shown, masked
+        edit(*editor);
+        QTest::mouseClick(editor->saveButton(), Qt::LeftButton);
+        QTRY_COMPARE(editor->result(), int(QDialog::Accepted));
+        const ClientConfiguration saved = fixture.context->clientConfigurations().constFirst();
+        QCOMPARE(QuilloTest::wait(m_keychain.read(saved)), stored);
+        if (KeychainStore::service(saved) != KeychainStore::service(nas))
+            QCOMPARE(QuilloTest::wait(m_keychain.read(nas)), StoredCredentials());
+        QuilloTest::wait(m_keychain.remove(saved));
+        QuilloTest::wait(m_keychain.remove(nas));
     }
 
     // The server menu edits the connection in use, and the window reconnects with what was saved.
