@@ -4,12 +4,93 @@
 #include "platform/Notifications.h"
 #include "settings/AppSettings.h"
 
+using State = TntModel::State;
+
+namespace {
+
+bool isDownloading(State state)
+{
+    switch (state) {
+    case State::downloading:
+    case State::forcedDL:
+    case State::stalledDL:
+    case State::queuedDL:
+    case State::pausedDL:
+    case State::stoppedDL:
+    case State::checkingDL:
+    case State::metaDL:
+    case State::forcedMetaDL:
+    case State::allocating: return true;
+    default: return false;
+    }
+}
+
+bool isComplete(State state)
+{
+    switch (state) {
+    case State::uploading:
+    case State::forcedUP:
+    case State::stalledUP:
+    case State::queuedUP:
+    case State::pausedUP:
+    case State::stoppedUP: return true;
+    default: return false;
+    }
+}
+
+} // namespace
+
 CompletionNotifier::CompletionNotifier(TntCollection &collection, AppSettings &settings, QObject *parent)
     : QObject(parent)
     , m_collection(collection)
     , m_settings(settings)
 {
-    connect(&collection, &TntCollection::downloadsCompleted, this, &CompletionNotifier::notify);
+    connect(&collection, &TntCollection::didReset, this, [this] {
+        QStringList finished;
+        QSet<QString> before = std::exchange(m_downloading, {});
+        for (qsizetype row = 0; row < m_collection.size(); ++row) {
+            const QString &hash = m_collection.at(row).id();
+            if (isDownloading(m_collection.at(row).state()))
+                m_downloading.insert(hash);
+            else if (isComplete(m_collection.at(row).state()) && before.contains(hash))
+                finished << hash;
+        }
+        announce(finished);
+    });
+    connect(&collection, &TntCollection::aboutToInsert, this, [this](qsizetype first, qsizetype) {
+        m_firstInserted = first;
+    });
+    connect(&collection, &TntCollection::didInsert, this, [this] {
+        for (qsizetype row = m_firstInserted; row < m_collection.size(); ++row) {
+            if (isDownloading(m_collection.at(row).state()))
+                m_downloading.insert(m_collection.at(row).id());
+        }
+    });
+    connect(&collection, &TntCollection::aboutToRemove, this, [this](qsizetype first, qsizetype last) {
+        for (qsizetype row = first; row <= last; ++row)
+            m_downloading.remove(m_collection.at(row).id());
+    });
+    connect(&collection, &TntCollection::rowsChanged, this,
+            [this](const QList<TntCollection::RowChange> &changes, TntModel::Fields fields) {
+                if (!(fields & TntModel::StateField))
+                    return;
+                QStringList finished;
+                for (const TntCollection::RowChange &change : changes) {
+                    if ((change.fields & TntModel::StateField) && follow(change.row))
+                        finished << m_collection.at(change.row).id();
+                }
+                announce(finished);
+            });
+}
+
+bool CompletionNotifier::follow(qsizetype row)
+{
+    const TntModel &tnt = m_collection.at(row);
+    if (isDownloading(tnt.state())) {
+        m_downloading.insert(tnt.id());
+        return false;
+    }
+    return isComplete(tnt.state()) && m_downloading.remove(tnt.id());
 }
 
 QString CompletionNotifier::body(const QString &torrentName)
@@ -17,16 +98,17 @@ QString CompletionNotifier::body(const QString &torrentName)
     return u'"' + torrentName + u'"';
 }
 
-void CompletionNotifier::notify(const QStringList &hashes)
+void CompletionNotifier::announce(const QStringList &hashes)
 {
-    for (const QString &hash : hashes) {
-        const TntModel *tnt = m_collection.find(hash);
-        if (!tnt)
-            continue;
-        Platform::Notifications::post({.threadId = QString::fromLatin1(threadId),
-                                       .title = QStringLiteral("Download completed"),
-                                       .body = body(tnt->name()),
-                                       .sound = m_settings.selectedSound()});
+    if (hashes.isEmpty())
+        return;
+    if (m_settings.notifyDownloadsComplete()) {
+        for (const QString &hash : hashes) {
+            Platform::Notifications::post({.threadId = QString::fromLatin1(threadId),
+                                           .title = QStringLiteral("Download completed"),
+                                           .body = body(m_collection.find(hash)->name()),
+                                           .sound = m_settings.selectedSound()});
+        }
     }
     if (m_settings.animateDockIcon())
         Q_EMIT attentionRequested();

@@ -1,13 +1,17 @@
 #pragma once
 
 #include <QObject>
+#include <QSet>
+#include <QStringList>
 
 class AppSettings;
 class TntCollection;
-class UserDefaults;
 
-// Tells the user when a download finishes: one notification per torrent, and a request for the
-// window's attention when the settings want it.
+// Tells the user when a download finishes: one notification per torrent and completion, and one
+// request for the window's attention per answer that finished any, as the settings want them.
+// A torrent is remembered as downloading while it is in a downloading state, and is announced when
+// it first reaches a seeding or finished state, whatever it passed through on the way (moving its
+// files, checking them). Torrents already complete when first seen are not announced.
 class CompletionNotifier : public QObject
 {
     Q_OBJECT
@@ -23,8 +27,12 @@ Q_SIGNALS:
     void attentionRequested();
 
 private:
-    void notify(const QStringList &hashes);
+    // Follows the torrent at `row`; true when this is its download finishing.
+    bool follow(qsizetype row);
+    void announce(const QStringList &hashes);
 
     TntCollection &m_collection;
     AppSettings &m_settings;
+    QSet<QString> m_downloading;
+    qsizetype m_firstInserted = 0;
 };

@@ -41,6 +41,7 @@ AppSettings::AppSettings(UserDefaults &defaults, QObject *parent)
     m_deleteTntFileOnAdditionCanceled = defaults.boolValue(K::deleteTntFileOnAdditionCanceled, false);
     m_selectedSound = defaults.stringValue(K::dlFinishedNotification, QStringLiteral("Funk"));
     m_animateDockIcon = defaults.boolValue(K::animateDockIcon, true);
+    m_notifyDownloadsComplete = defaults.boolValue(K::notifyDownloadsComplete, true);
     m_pathMapping = PathMap::decodeList(defaults.dataValue(K::pathMapping));
     m_shareAnonymousStatistics = defaults.boolValue(K::shareAnonymousStatistics, true);
     m_avgCoefficient = averagingWindowBounds.clamp(defaults.integerValue(K::dataTransferRateAvgCoefficient, 5));
@@ -107,6 +108,11 @@ void AppSettings::setSelectedSound(const QString &name)
 void AppSettings::setAnimateDockIcon(bool value)
 {
     write(m_animateDockIcon, value, UserDefaultsKey::animateDockIcon, value);
+}
+
+void AppSettings::setNotifyDownloadsComplete(bool value)
+{
+    write(m_notifyDownloadsComplete, value, UserDefaultsKey::notifyDownloadsComplete, value);
 }
 
 // Mappings are equal by identity; what is stored is compared, so that an edited mapping is written.

@@ -49,6 +49,7 @@ public:
     bool deleteTntFileOnAdditionCanceled() const { return m_deleteTntFileOnAdditionCanceled; }
     QString selectedSound() const { return m_selectedSound; }
     bool animateDockIcon() const { return m_animateDockIcon; }
+    bool notifyDownloadsComplete() const { return m_notifyDownloadsComplete; }
     const QList<PathMap> &pathMapping() const { return m_pathMapping; }
     bool shareAnonymousStatistics() const { return m_shareAnonymousStatistics; }
     int avgCoefficient() const { return m_avgCoefficient; }
@@ -62,6 +63,7 @@ public:
     void setDeleteTntFileOnAdditionCanceled(bool value);
     void setSelectedSound(const QString &name);
     void setAnimateDockIcon(bool value);
+    void setNotifyDownloadsComplete(bool value);
     void setPathMapping(const QList<PathMap> &maps);
     void setShareAnonymousStatistics(bool value);
     void setAvgCoefficient(int samples);
@@ -85,6 +87,7 @@ private:
     bool m_deleteTntFileOnAdditionCanceled;
     QString m_selectedSound;
     bool m_animateDockIcon;
+    bool m_notifyDownloadsComplete;
     QList<PathMap> m_pathMapping;
     bool m_shareAnonymousStatistics;
     int m_avgCoefficient;

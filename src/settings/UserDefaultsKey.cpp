@@ -51,6 +51,7 @@ QString keyName(UserDefaultsKey key)
     case UserDefaultsKey::tntDetailSplitSizes: return QStringLiteral("tntDetailSplitSizes");
     case UserDefaultsKey::tntDetailsIsHidden: return QStringLiteral("tntDetailsIsHidden");
     case UserDefaultsKey::mainWindowGeometry: return QStringLiteral("mainWindowGeometry");
+    case UserDefaultsKey::notifyDownloadsComplete: return QStringLiteral("notifyDownloadsComplete");
     }
     Q_UNREACHABLE();
 }

@@ -55,6 +55,8 @@ enum class UserDefaultsKey {
     tntDetailSplitSizes,
     tntDetailsIsHidden,
     mainWindowGeometry,
+    // Whether a finished download is announced with a notification.
+    notifyDownloadsComplete,
 };
 
 QString keyName(UserDefaultsKey key);

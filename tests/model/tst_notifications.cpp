@@ -40,6 +40,8 @@ API::STntModel downloading(const QString &name)
 
 } // namespace
 
+Q_DECLARE_METATYPE(QList<TntModel::State>)
+
 // Against a private session bus (tests/support/with-secret-service starts one).
 class TestNotifications : public QObject
 {
@@ -47,7 +49,68 @@ class TestNotifications : public QObject
 
     QTemporaryDir m_dir;
 
+    static bool publish(QDBusConnection &bus, NotificationService &service)
+    {
+        return bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &service,
+                                  QDBusConnection::ExportAllSlots)
+            && bus.registerService(QStringLiteral("org.freedesktop.Notifications"));
+    }
+
+    static void withdraw(QDBusConnection &bus)
+    {
+        bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
+        bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
+    }
+
 private Q_SLOTS:
+    void init() { QFile::remove(m_dir.filePath(QStringLiteral("Quillo.ini"))); }
+
+    // Whatever a torrent passes through on its way, its download finishing is announced once,
+    // never for a torrent complete when first seen, and not at all when switched off.
+    void downloadsFinishWhateverTheWay_data()
+    {
+        using S = TntModel::State;
+        QTest::addColumn<QList<S>>("states"); // the first is what the first answer says
+        QTest::addColumn<bool>("notifying");
+        QTest::addColumn<int>("announced");
+        QTest::newRow("straight") << QList{S::downloading, S::stalledUP} << true << 1;
+        QTest::newRow("through moving") << QList{S::downloading, S::moving, S::stalledUP} << true << 1;
+        QTest::newRow("through checking") << QList{S::downloading, S::checkingUP, S::uploading} << true << 1;
+        QTest::newRow("metadata first, stopped at the end")
+            << QList{S::metaDL, S::downloading, S::moving, S::stoppedUP} << true << 1;
+        QTest::newRow("complete when first seen") << QList{S::stalledUP, S::uploading} << true << 0;
+        QTest::newRow("rechecked after") << QList{S::downloading, S::stalledUP, S::checkingUP, S::stalledUP} << true << 1;
+        QTest::newRow("downloaded again")
+            << QList{S::downloading, S::stalledUP, S::checkingDL, S::downloading, S::stalledUP} << true << 2;
+        QTest::newRow("switched off") << QList{S::downloading, S::stalledUP} << false << 0;
+    }
+
+    void downloadsFinishWhateverTheWay()
+    {
+        QFETCH(QList<TntModel::State>, states);
+        QFETCH(bool, notifying);
+        QFETCH(int, announced);
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        NotificationService service;
+        QVERIFY(publish(bus, service));
+        UserDefaults defaults(m_dir.filePath(QStringLiteral("Quillo.ini")));
+        AppSettings settings(defaults);
+        settings.setNotifyDownloadsComplete(notifying);
+        TntCollection collection;
+        CompletionNotifier notifier(collection, settings);
+        const QString hash = QStringLiteral("a");
+        collection.replaceAll(TntCollection::build({{hash, {.name = QStringLiteral("A"), .state = states.first()}}}, 5));
+        for (qsizetype step = 1; step < states.size(); ++step)
+            collection.merge({{hash, API::STntModel{.state = states[step]}}}, {}, 5);
+        // A sentinel that must be announced after all of them.
+        settings.setNotifyDownloadsComplete(true);
+        collection.merge({{QStringLiteral("s"), downloading(QStringLiteral("Sentinel"))}}, {}, 5);
+        collection.merge({{QStringLiteral("s"), API::STntModel{.state = TntModel::State::stalledUP}}}, {}, 5);
+        QTRY_COMPARE(service.received.isEmpty() ? QString() : service.received.last().body, u"\"Sentinel\""_qs);
+        QCOMPARE(service.received.size(), announced + 1);
+        withdraw(bus);
+    }
+
     void finishedDownloadsAreAnnounced_data()
     {
         QTest::addColumn<bool>("serviceThere");
@@ -64,13 +127,9 @@ private Q_SLOTS:
         QDBusConnection bus = QDBusConnection::sessionBus();
         QVERIFY2(bus.isConnected(), "run through with-secret-service, which starts a session bus");
         NotificationService service;
-        if (serviceThere) {
-            QVERIFY(bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &service,
-                                       QDBusConnection::ExportAllSlots));
-            QVERIFY(bus.registerService(QStringLiteral("org.freedesktop.Notifications")));
-        }
+        if (serviceThere)
+            QVERIFY(publish(bus, service));
 
-        QFile::remove(m_dir.filePath(QStringLiteral("Quillo.ini")));
         UserDefaults defaults(m_dir.filePath(QStringLiteral("Quillo.ini")));
         AppSettings settings(defaults);
         settings.setAnimateDockIcon(animateDockIcon);
@@ -100,8 +159,7 @@ private Q_SLOTS:
             QCOMPARE(bodies, (QStringList{u"\"Second\""_qs, u"\"The \"Best\" Album\""_qs}));
             QVERIFY(service.received[0].hints.value(QStringLiteral("x-quillo-id"))
                     != service.received[1].hints.value(QStringLiteral("x-quillo-id")));
-            bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
-            bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
+            withdraw(bus);
         }
     }
 };
