@@ -77,6 +77,7 @@ public:
         const bool wanted = file.priority != 0;
         QString name = path->mid(slash + 1);
         QString type = m_types.of(name);
+        const qint64 remaining = wanted ? CheckedMath::toInt64(static_cast<double>(file.size) * (1 - file.progress)) : 0;
         append(std::make_shared<TntFileNode>(TntFileNode{.utType = std::move(type),
                                                          .index = file.index,
                                                          .name = std::move(name),
@@ -87,10 +88,10 @@ public:
                                                          .pieceRange = file.pieceRange,
                                                          .availability = file.availability,
                                                          .isSelected = wanted,
-                                                         .hasSelectedFiles = wanted}),
+                                                         .hasSelectedFiles = wanted,
+                                                         .remaining = remaining}),
                folder);
 
-        const qint64 remaining = wanted ? CheckedMath::toInt64(static_cast<double>(file.size) * (1 - file.progress)) : 0;
         for (qsizetype at = folder; at >= 0; at = m_folders[static_cast<std::size_t>(at)].parent) {
             Folder &sums = m_folders[static_cast<std::size_t>(at)];
             sums.size = CheckedMath::add(sums.size, file.size);

@@ -78,7 +78,8 @@ private Q_SLOTS:
     void nodesCarryTheirFile()
     {
         const Files files{{.index = 4, .name = u"D/song.flac"_qs, .size = 9, .progress = 0.25, .priority = 0,
-                           .pieceRange = {2, 3}, .availability = 1.5}};
+                           .pieceRange = {2, 3}, .availability = 1.5},
+                          {.index = 5, .name = u"D/wanted.txt"_qs, .size = 8, .progress = 0.25, .priority = 1}};
         FileTreeBuilder builder;
         const FileTreeBuilder::Nodes roots = QuilloTest::wait(builder.build(files));
         const TntFileNode &folder = *roots.constFirst();
@@ -92,6 +93,9 @@ private Q_SLOTS:
         QCOMPARE(song.progress, 0.25);
         QCOMPARE(song.pieceRange, (QList<qint64>{2, 3}));
         QCOMPARE(song.isSelected, false);
+        QCOMPARE(song.remaining, 0);
+        // What is left of a file being downloaded shows on the file itself, not only its folder.
+        QCOMPARE(folder.children->constLast()->remaining, 6);
     }
 };
 
