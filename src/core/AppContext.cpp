@@ -35,10 +35,13 @@ AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject 
     QObject::connect(&m_connector, &Connector::stateChanged, this, &AppContext::connectionStateChanged);
     QObject::connect(&m_connector, &Connector::loginPromptChanged, this, &AppContext::loginPromptChanged);
     QObject::connect(&m_connector, &Connector::sessionChanged, this, [this] { setSelectedTnts({}); });
-    QObject::connect(&m_connector, &Connector::insecureAddressFailed, this,
-                     [this](const ClientConfiguration &failed, const QString &error) {
-                         detached(offerSecureAddress(failed, error));
-                     });
+    QObject::connect(
+        &m_connector, &Connector::insecureAddressFailed, this,
+        [this](const ClientConfiguration &failed, const QString &error, HTTPSRedirectSuggestion::Origin origin) {
+            detached(offerSecureAddress(failed, error, origin));
+        });
+    QObject::connect(&m_systemEvents, &Platform::SystemEvents::connectivityRestored, this,
+                     [this] { detached(m_connector.checkConnection()); });
     QObject::connect(&m_operations, &TntOperations::trackersEdited, this, &AppContext::trackersEdited);
     QObject::connect(&m_operations, &TntOperations::trackersEdited, &m_detailLoader, &TntDetailLoader::reloadTrackers);
     QObject::connect(&m_operations, &TntOperations::tntsRemoved, this, [this] {
@@ -129,11 +132,11 @@ void AppContext::reportSyncFailure(const QString &operation, const std::exceptio
     m_connector.reportSyncFailure(operation, error);
 }
 
-QCoro::Task<> AppContext::offerSecureAddress(ClientConfiguration failed, QString error)
+QCoro::Task<> AppContext::offerSecureAddress(ClientConfiguration failed, QString error,
+                                             HTTPSRedirectSuggestion::Origin origin)
 {
     const QPointer<Session> session = m_connector.session();
-    auto probe = HTTPSRedirectSuggestion::probe(std::move(failed), HTTPSRedirectSuggestion::Origin::currentConnection,
-                                                std::move(error), m_probeSettings);
+    auto probe = HTTPSRedirectSuggestion::probe(std::move(failed), origin, std::move(error), m_probeSettings);
     std::optional<HTTPSRedirectSuggestion> suggestion = co_await std::move(probe);
     if (!session || !suggestion)
         co_return;

@@ -16,6 +16,7 @@
 #include "model/TntCollection.h"
 #include "model/TntDetailContext.h"
 #include "model/TrackerIndex.h"
+#include "platform/SystemEvents.h"
 #include "settings/AppSettings.h"
 
 #include <QCoroTask>
@@ -221,7 +222,7 @@ private:
     {
         return m_operations.moveInQueue(orAll(m_selectedTnts), move);
     }
-    QCoro::Task<> offerSecureAddress(ClientConfiguration failed, QString error);
+    QCoro::Task<> offerSecureAddress(ClientConfiguration failed, QString error, HTTPSRedirectSuggestion::Origin origin);
 
     KeychainStore &m_keychain;
     AppSettings m_settings;
@@ -241,4 +242,5 @@ private:
     TntDetailLoader m_detailLoader{m_connector, m_sync, m_tntDetails, m_settings};
     TntOperations m_operations{m_connector, m_tntCollection, m_labels, m_errors};
     TntAddition m_addition;
+    Platform::SystemEvents m_systemEvents;
 };

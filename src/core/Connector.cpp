@@ -149,10 +149,7 @@ QCoro::Task<std::optional<bool>> Connector::checkAuthorizationBypass(QPointer<Se
     }
     if (!thrown<API::AutorizationError>(answer.error)) {
         m_errors.report(QStringLiteral("Failed to check authorization bypass."), answer.error);
-        const ClientConfiguration &configuration = *m_connections.selected();
-        if (const auto transport = thrown<API::TransportError>(answer.error);
-            transport && HTTPSRedirectSuggestion::triggersProbe(configuration, *transport))
-            Q_EMIT insecureAddressFailed(configuration, transport->description());
+        offerSecureAddressAfter(answer.error, HTTPSRedirectSuggestion::Origin::currentConnection);
         co_return std::nullopt;
     }
     qCInfo(lcConnector, "Authorization bypass %s", "disabled");
@@ -216,6 +213,14 @@ QCoro::Task<> Connector::finishConnecting(QPointer<Session> session)
     setProgress(ProgressMessage::none);
     QCoro::Task<> first = syncAndStartPolling(session);
     co_await std::move(first);
+}
+
+void Connector::offerSecureAddressAfter(const std::exception_ptr &error, HTTPSRedirectSuggestion::Origin origin)
+{
+    const ClientConfiguration &configuration = *m_connections.selected();
+    if (const auto transport = thrown<API::TransportError>(error);
+        transport && HTTPSRedirectSuggestion::triggersProbe(configuration, *transport))
+        Q_EMIT insecureAddressFailed(configuration, transport->description(), origin);
 }
 
 // With the automatic interval, the pause comes from the server's answer: one sync comes first.
@@ -330,6 +335,24 @@ void Connector::reportSyncFailure(const QString &operation, const std::exception
         return;
     }
     qCWarning(lcConnector, "%s Error: %s", qUtf8Printable(operation), whatOf(error).constData());
+}
+
+QCoro::Task<> Connector::checkConnection()
+{
+    const QPointer<Session> session = m_session.get();
+    if (!session || !session->isAuthorized() || m_isReconnecting)
+        co_return;
+    qCInfo(lcConnector, "Checking the connection...");
+    QCoro::Task<Captured<void>> asking = captured(askVersion(session->client()));
+    const Captured<void> answer = co_await std::move(asking);
+    if (!session)
+        co_return;
+    if (answer) {
+        m_sync.forcePoll(); // what changed meanwhile shows at once
+        co_return;
+    }
+    offerSecureAddressAfter(answer.error, HTTPSRedirectSuggestion::Origin::connectionCheck);
+    reportSyncFailure(QStringLiteral("Connection check"), answer.error);
 }
 
 QCoro::Task<> Connector::reconnect()

@@ -2,6 +2,7 @@
 
 #include "api/AuthMethod.h"
 #include "core/ClientConfiguration.h"
+#include "core/HTTPSRedirectSuggestion.h"
 #include "core/Session.h"
 
 #include <QCoroTask>
@@ -48,6 +49,9 @@ public:
     // Ends the session on the server and here; the connection stays chosen, to log in again.
     QCoro::Task<> logOut();
     QCoro::Task<> reconnect();
+    // Asks the open session's server whether it still knows this client, at once rather than at
+    // the next poll: after a wake from sleep or a change of network.
+    QCoro::Task<> checkConnection();
     // Ends the session and forgets what it showed, quietly: nothing of it reaches the user again.
     void close();
     // Ends the session without announcing anything, for the application's end.
@@ -67,7 +71,8 @@ Q_SIGNALS:
     void sessionChanged();
     // The chosen connection could not be reached over plain HTTP in a way that an HTTPS address
     // of the same server might mend.
-    void insecureAddressFailed(const ClientConfiguration &configuration, const QString &error);
+    void insecureAddressFailed(const ClientConfiguration &configuration, const QString &error,
+                               HTTPSRedirectSuggestion::Origin origin);
 
 private:
     void replaceSession(std::unique_ptr<Session> session);
@@ -79,6 +84,8 @@ private:
     QCoro::Task<bool> authenticate(QPointer<Session> session);
     QCoro::Task<> finishConnecting(QPointer<Session> session);
     QCoro::Task<> syncAndStartPolling(QPointer<Session> session);
+    // A secure connection met plain HTTP: an HTTPS address of the same server may mend it.
+    void offerSecureAddressAfter(const std::exception_ptr &error, HTTPSRedirectSuggestion::Origin origin);
 
     ConnectionList &m_connections;
     KeychainStore &m_keychain;

@@ -7,6 +7,8 @@
 #include "support/FakeServer.h"
 #include "support/ScriptedQbt.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QFile>
 #include <QLoggingCategory>
 #include <QSignalSpy>
@@ -78,6 +80,12 @@ class TestAppContext : public QObject
     }
 
 private Q_SLOTS:
+    void initTestCase()
+    {
+        // The private bus stands in for the system bus too, where logind announces sleep and waking.
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", qgetenv("DBUS_SESSION_BUS_ADDRESS"));
+    }
+
     void init()
     {
         QFile::remove(iniPath());
@@ -157,9 +165,9 @@ private Q_SLOTS:
         const UserCredentials wrong{QStringLiteral("admin"), QStringLiteral("wrong"), {}};
         QTest::newRow("login answered 204") << AuthMethod::cookieLogin << admin << 204 << QString() << false;
         QTest::newRow("basic") << AuthMethod::basic << admin << 200 << QString() << false;
-        QTest::newRow("basic refused") << AuthMethod::basic << wrong << 200
-                                       << QStringLiteral("Failed to login.|Invalid username or password!|Invalid username or password!")
-                                       << true;
+        QTest::newRow("basic refused")
+            << AuthMethod::basic << wrong << 200
+            << QStringLiteral("Failed to login.|Invalid username or password!|Invalid username or password!") << true;
         QTest::newRow("api key") << AuthMethod::apiKey << UserCredentials{{}, {}, apiKey} << 200 << QString() << false;
         QTest::newRow("api key revoked")
             << AuthMethod::apiKey << UserCredentials{{}, {}, QStringLiteral("qbt_revoked")} << 200
@@ -272,6 +280,51 @@ private Q_SLOTS:
         QVERIFY(m_context->clientConfigurations().isEmpty());
         QCOMPARE(wait(m_keychain->read(removed)), std::optional<UserCredentials>());
         QVERIFY(AppContext(*m_defaults, *m_keychain).clientConfigurations().isEmpty());
+    }
+
+    // Waking from sleep checks the open connection at once, not at the next poll: here the NAS's
+    // HTTPS port has meanwhile turned to plain HTTP that redirects, and its secure address is
+    // offered under the check's own origin.
+    void wakingChecksTheConnection()
+    {
+        QString whyNot;
+        const auto tls = FakeServer::selfSignedTls(&whyNot);
+        QVERIFY2(tls, qPrintable(whyNot));
+        const QSslConfiguration systemTrust = QSslConfiguration::defaultConfiguration();
+        QSslConfiguration::setDefaultConfiguration(FakeServer::trusting(*tls));
+        HTTPSRedirectSuggestion::ProbeSettings probe;
+        probe.sslConfiguration = FakeServer::trusting(*tls);
+        m_context->setProbeSettings(probe);
+        m_context->settings().setRefreshInterval(60'000); // no poll can find out first
+        m_server->setTls(tls);
+        ClientConfiguration nas = m_server->configuration(AuthMethod::basic);
+        nas.useHTTPS = true;
+        wait(m_keychain->save(nas, admin));
+        m_context->addConfiguration(nas);
+        wait(m_context->selectConfiguration(nas.id));
+        QVERIFY(m_context->isPolling());
+
+        FakeServer moved(*tls);
+        moved.setHandler([this](const FakeServer::Request &request) { return m_qbt.answer(request); });
+        m_server->setTls(std::nullopt);
+        m_server->answerAll(Response::redirect(301, "https://127.0.0.1:" + QByteArray::number(moved.port()) + "/"));
+        QDBusConnection logind = QDBusConnection::connectToBus(
+            QString::fromLocal8Bit(qgetenv("DBUS_SESSION_BUS_ADDRESS")), QStringLiteral("logind"));
+        QVERIFY(logind.registerService(QStringLiteral("org.freedesktop.login1")));
+        QDBusMessage woke = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/login1"),
+                                                       QStringLiteral("org.freedesktop.login1.Manager"),
+                                                       QStringLiteral("PrepareForSleep"));
+        woke << false;
+        QVERIFY(logind.send(woke));
+        QTRY_VERIFY(m_context->httpsRedirectSuggestion().has_value());
+        QCOMPARE(m_context->httpsRedirectSuggestion()->origin, HTTPSRedirectSuggestion::Origin::connectionCheck);
+        QCOMPARE(m_context->httpsRedirectSuggestion()->suggested.port, std::optional<int>(moved.port()));
+        QCOMPARE(m_context->connectionLossCount(), 1);
+        QVERIFY(!m_context->isPolling());
+        logind.unregisterService(QStringLiteral("org.freedesktop.login1"));
+        QDBusConnection::disconnectFromBus(QStringLiteral("logind"));
+        QSslConfiguration::setDefaultConfiguration(systemTrust);
+        wait(m_keychain->remove(nas));
     }
 
     // The connection being opened is deleted while its password is in the keychain's hands.

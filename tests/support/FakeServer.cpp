@@ -103,6 +103,13 @@ void FakeServer::listen()
         qFatal("FakeServer: cannot listen on loopback: %s", qPrintable(m_server.errorString()));
 }
 
+void FakeServer::setTls(std::optional<Tls> tls)
+{
+    m_server.tls = std::move(tls);
+    for (QTcpSocket *socket : findChildren<QTcpSocket *>(Qt::FindDirectChildrenOnly))
+        socket->abort();
+}
+
 void FakeServer::Listener::incomingConnection(qintptr descriptor)
 {
     if (!tls) {

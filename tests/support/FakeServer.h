@@ -73,6 +73,9 @@ public:
     static QSslConfiguration trusting(const Tls &tls);
 
     quint16 port() const { return m_server.serverPort(); }
+    // Speaks HTTPS with `tls`, or plain HTTP without, on the same port from now on; the connections
+    // open now are dropped, as a restarted front end does.
+    void setTls(std::optional<Tls> tls);
     ClientConfiguration configuration(API::AuthMethod method = API::AuthMethod::cookieLogin) const;
 
     // Every request gets the handler's answer; by default 200 with the body "Ok.".
