@@ -4,6 +4,9 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLoggingCategory>
+#include <QMutex>
+#include <QSet>
 #include <QtEndian>
 
 #include <simdjson.h>
@@ -17,6 +20,8 @@
 #include <type_traits>
 #include <unordered_map>
 #include <vector>
+
+Q_LOGGING_CATEGORY(lcRecords, "API.Records")
 
 // One strict decoder for every answer, on simdjson's on-demand API: it measured fastest for the
 // big main-data answers (docs/PERFORMANCE.md) and keeps small answers under the same rules.
@@ -323,15 +328,28 @@ Q_ALWAYS_INLINE simdjson::error_code tryRead(od::value &value, const Path &, Dat
     return simdjson::SUCCESS;
 }
 
-simdjson::error_code tryRead(od::value &value, const Path &path, TntModelState &out)
+// A newer server may add a state: such a torrent shows as unknown, and the word is logged once.
+void logUnknownState(std::string_view word)
+{
+    static QMutex mutex;
+    static QSet<QByteArray> logged;
+    const QByteArray text(word.data(), static_cast<qsizetype>(word.size()));
+    const QMutexLocker lock(&mutex);
+    if (!logged.contains(text)) {
+        logged.insert(text);
+        qCWarning(lcRecords, "Unknown torrent state \"%s\" read as unknown", text.constData());
+    }
+}
+
+simdjson::error_code tryRead(od::value &value, const Path &, TntModelState &out)
 {
     std::string_view word;
     if (const auto error = value.get_string().get(word))
         return error;
     const auto state = tntModelStateFromText(word);
     if (!state)
-        fail(path, QStringLiteral("unknown state \"%1\"").arg(toQString(word)));
-    out = *state;
+        logUnknownState(word);
+    out = state.value_or(TntModelState::unknown);
     return simdjson::SUCCESS;
 }
 
