@@ -18,17 +18,11 @@ bool isDownloadCompletion(State before, State after)
 }
 
 TntCollection::TntCollection(QObject *parent)
-    : QObject(parent)
+    : KeyedRows(parent)
 {
 }
 
 TntCollection::~TntCollection() = default;
-
-const TntModel *TntCollection::find(const QString &hash) const
-{
-    const qsizetype row = rowOf(hash);
-    return row < 0 ? nullptr : &at(row);
-}
 
 TntCollection::Models TntCollection::build(const QHash<QString, API::STntModel> &tnts, int averagingWindow)
 {
@@ -46,12 +40,7 @@ void TntCollection::replaceAll(Models models)
         if (const TntModel *old = find(model->id()); old && isDownloadCompletion(old->state(), model->state()))
             completed << model->id();
     }
-    Q_EMIT aboutToReset();
-    auto previous = std::make_shared<Models>(std::exchange(m_models, std::move(models)));
-    m_rows.clear();
-    m_rows.reserve(size());
-    reindexFrom(0);
-    Q_EMIT didReset();
+    auto previous = std::make_shared<Models>(resetRows(std::move(models)));
     // Tens of thousands of models take a while to free: not on the thread that paints.
     if (previous->size() > 1000)
         QThreadPool::globalInstance()->start([previous = std::move(previous)]() mutable { previous.reset(); });
@@ -62,20 +51,6 @@ void TntCollection::replaceAll(Models models)
 void TntCollection::clear()
 {
     replaceAll({});
-}
-
-void TntCollection::reindexFrom(qsizetype first)
-{
-    for (qsizetype row = first; row < size(); ++row)
-        m_rows.insert(at(row).id(), row);
-}
-
-void TntCollection::announce(QList<RowChange> &changes, TntModel::Fields fields)
-{
-    if (changes.isEmpty())
-        return;
-    std::sort(changes.begin(), changes.end(), [](const RowChange &a, const RowChange &b) { return a.row < b.row; });
-    Q_EMIT rowsChanged(changes, fields);
 }
 
 void TntCollection::merge(const QHash<QString, API::STntModel> &tnts, const QStringList &removed, int averagingWindow)
@@ -92,7 +67,7 @@ void TntCollection::merge(const QHash<QString, API::STntModel> &tnts, const QStr
             added.push_back(std::make_unique<TntModel>(it.key(), it.value(), averagingWindow)); // keys are unique
             continue;
         }
-        TntModel &model = *m_models[static_cast<std::size_t>(row)];
+        TntModel &model = rowAt(row);
         const State before = model.state();
         if (const TntModel::Fields fields = model.update(it.value())) {
             changes.append({row, fields});
@@ -101,15 +76,8 @@ void TntCollection::merge(const QHash<QString, API::STntModel> &tnts, const QStr
                 completed << model.id();
         }
     }
-    announce(changes, changedFields);
-
-    if (!added.empty()) {
-        const qsizetype first = size();
-        Q_EMIT aboutToInsert(first, first + static_cast<qsizetype>(added.size()) - 1);
-        std::move(added.begin(), added.end(), std::back_inserter(m_models));
-        reindexFrom(first);
-        Q_EMIT didInsert();
-    }
+    announceChanges(changes, changedFields);
+    appendRows(std::move(added));
     if (!completed.isEmpty())
         Q_EMIT downloadsCompleted(completed);
 }
@@ -117,7 +85,7 @@ void TntCollection::merge(const QHash<QString, API::STntModel> &tnts, const QStr
 void TntCollection::mergeFull(const QHash<QString, API::STntModel> &tnts, int averagingWindow)
 {
     QStringList missing;
-    for (const auto &model : m_models) {
+    for (const auto &model : *this) {
         if (!tnts.contains(model->id()))
             missing << model->id();
     }
@@ -126,38 +94,13 @@ void TntCollection::mergeFull(const QHash<QString, API::STntModel> &tnts, int av
 
 void TntCollection::remove(const QStringList &hashes)
 {
-    QList<qsizetype> rows;
-    for (const QString &hash : hashes) {
-        if (const qsizetype row = rowOf(hash); row >= 0)
-            rows << row;
-    }
-    if (rows.isEmpty())
-        return;
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    for (const qsizetype row : std::as_const(rows))
-        m_rows.remove(at(row).id());
-
-    // Contiguous ranges from the back, so the rows still to remove keep their numbers.
-    qsizetype end = rows.size();
-    while (end > 0) {
-        qsizetype begin = end - 1;
-        while (begin > 0 && rows[begin - 1] == rows[begin] - 1)
-            --begin;
-        const qsizetype first = rows[begin];
-        const qsizetype last = rows[end - 1];
-        Q_EMIT aboutToRemove(first, last);
-        m_models.erase(m_models.begin() + first, m_models.begin() + last + 1);
-        Q_EMIT didRemove();
-        end = begin;
-    }
-    reindexFrom(rows.first());
+    removeRows(hashes);
 }
 
 void TntCollection::setAveragingWindow(int samples)
 {
-    for (const auto &model : m_models)
-        model->setAveragingWindow(samples);
+    for (qsizetype row = 0; row < size(); ++row)
+        rowAt(row).setAveragingWindow(samples);
 }
 
 void TntCollection::editLocally(const QSet<QString> &hashes,
@@ -166,7 +109,7 @@ void TntCollection::editLocally(const QSet<QString> &hashes,
     QList<RowChange> changes;
     TntModel::Fields all = 0;
     const auto apply = [&](qsizetype row) {
-        if (const TntModel::Fields fields = edit(*m_models[static_cast<std::size_t>(row)])) {
+        if (const TntModel::Fields fields = edit(rowAt(row))) {
             changes.append({row, fields});
             all |= fields;
         }
@@ -180,5 +123,5 @@ void TntCollection::editLocally(const QSet<QString> &hashes,
                 apply(row);
         }
     }
-    announce(changes, all);
+    announceChanges(changes, all);
 }
