@@ -147,12 +147,17 @@ QSet<QString> TntActions::targetSet() const
 
 void TntActions::showState()
 {
-    const std::optional<QStringList> hashes = targetList();
+    // How many torrents they act on, none for every torrent; a large selection is counted, not listed.
+    std::optional<qsizetype> count;
+    if (!m_menus.empty() && m_menus.back().hashes)
+        count = m_menus.back().hashes->size();
+    else if (m_menus.empty() && !m_context.selectedTnts().isEmpty())
+        count = m_context.selectedTnts().size();
     const bool connected = m_context.isAuthorized();
-    const bool listed = hashes && !hashes->isEmpty();
+    const bool listed = count > 0;
     for (std::size_t index = 0; index < m_actions.size(); ++index) {
         // An empty list stands for no torrent here, but for every torrent to the operations.
-        bool enabled = connected && (!hashes || listed);
+        bool enabled = connected && (!count || listed);
         switch (static_cast<Id>(index)) {
         case Id::addFiles:
         case Id::addLinks:
@@ -161,7 +166,7 @@ void TntActions::showState()
         case Id::increasePriority:
         case Id::maximumPriority: enabled = connected; break;
         case Id::rename:
-        case Id::addTrackers: enabled = connected && hashes && hashes->size() == 1; break;
+        case Id::addTrackers: enabled = connected && count == 1; break;
         case Id::addPeers: enabled = connected && listed; break; // sends nothing for no list
         default: break;
         }
