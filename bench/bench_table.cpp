@@ -236,6 +236,38 @@ void sameDelta(int runs)
                 ratio(&Library::view), ratio(&Library::paint));
 }
 
+// Scattered torrents leaving in one answer (another client removed thousands): what the main thread
+// does, with the collection alone and with the proxy sorted by name over it.
+void removals(int runs)
+{
+    constexpr int count = 50'000;
+    const API::MainData full = API::decodeMainData(Bench::fullUpdate(count));
+    std::printf("\nscattered removals from %d torrents (milliseconds, median of %d)\n", count, runs);
+    std::printf("%8s %10s %11s\n", "removed", "collection", "+views/name");
+    for (const int step : {5, 2}) {
+        const auto timed = [&](bool withViews) {
+            std::vector<double> times;
+            for (int i = 0; i < runs; ++i) {
+                TntCollection collection;
+                std::optional<TntFilterProxy> proxy;
+                if (withViews) {
+                    proxy.emplace(collection);
+                    proxy->sort(TntTableModel::NameColumn);
+                }
+                collection.replaceAll(TntCollection::build(full.tnts, 5));
+                QStringList removed;
+                for (qsizetype row = 0; row < collection.size(); row += step)
+                    removed << collection.at(row).id();
+                const auto start = Clock::now();
+                collection.merge({}, removed, 5);
+                times.push_back(msSince(start));
+            }
+            return median(times);
+        };
+        std::printf("%8d %10.1f %11.1f\n", count / step, timed(false), timed(true));
+    }
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -244,6 +276,10 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     const int runs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 5;
+    if (argc > 2 && std::strcmp(argv[2], "--removals") == 0) {
+        removals(runs);
+        return 0;
+    }
     // Only the same delta on two library sizes: a minute less, and what a profiler wants.
     if (argc <= 2 || std::strcmp(argv[2], "--same-delta") != 0) {
         std::printf("median of %d runs, milliseconds (resident memory: whole process, MiB)\n", runs);

@@ -165,10 +165,7 @@ QCoro::Task<> TntOperations::remove(TntTargets targets, bool deleteFiles)
                     return Endpoint::TntManagement::deleteTnts(targets.wireList(), deleteFiles);
                 },
                 [this, targets](const Features &) {
-                    if (targets.isAll())
-                        m_tnts.clear();
-                    else
-                        m_tnts.remove(targets.hashes()->values());
+                    m_tnts.removeHere(targets);
                     Q_EMIT tntsRemoved();
                 }});
 }

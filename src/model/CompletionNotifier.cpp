@@ -71,11 +71,11 @@ CompletionNotifier::CompletionNotifier(TntCollection &collection, AppSettings &s
             m_downloading.remove(m_collection.at(row).id());
     });
     connect(&collection, &TntCollection::rowsChanged, this,
-            [this](const QList<TntCollection::RowChange> &changes, TntModel::Fields fields) {
+            [this](const QList<KeyedRowsSignals::RowChange> &changes, quint64 fields) {
                 if (!(fields & TntModel::StateField))
                     return;
                 QStringList finished;
-                for (const TntCollection::RowChange &change : changes) {
+                for (const KeyedRowsSignals::RowChange &change : changes) {
                     if ((change.fields & TntModel::StateField) && follow(change.row))
                         finished << m_collection.at(change.row).id();
                 }

@@ -4,31 +4,12 @@
 
 #include <algorithm>
 
-using State = TntModel::State;
-
-bool isDownloadCompletion(State before, State after)
-{
-    const auto in = [](State state, std::initializer_list<State> states) {
-        return std::find(states.begin(), states.end(), state) != states.end();
-    };
-    return in(before, {State::downloading, State::forcedDL, State::stalledDL, State::queuedDL, State::metaDL,
-                       State::forcedMetaDL, State::allocating})
-        && in(after, {State::uploading, State::forcedUP, State::stalledUP, State::queuedUP, State::pausedUP,
-                      State::stoppedUP});
-}
-
 TntCollection::TntCollection(QObject *parent)
-    : QObject(parent)
+    : KeyedRows(parent)
 {
 }
 
 TntCollection::~TntCollection() = default;
-
-const TntModel *TntCollection::find(const QString &hash) const
-{
-    const qsizetype row = rowOf(hash);
-    return row < 0 ? nullptr : &at(row);
-}
 
 TntCollection::Models TntCollection::build(const QHash<QString, API::STntModel> &tnts, int averagingWindow)
 {
@@ -41,123 +22,74 @@ TntCollection::Models TntCollection::build(const QHash<QString, API::STntModel> 
 
 void TntCollection::replaceAll(Models models)
 {
-    QStringList completed;
-    for (const auto &model : models) {
-        if (const TntModel *old = find(model->id()); old && isDownloadCompletion(old->state(), model->state()))
-            completed << model->id();
-    }
-    Q_EMIT aboutToReset();
-    auto previous = std::make_shared<Models>(std::exchange(m_models, std::move(models)));
-    m_rows.clear();
-    m_rows.reserve(size());
-    reindexFrom(0);
-    Q_EMIT didReset();
+    auto previous = std::make_shared<Models>(resetRows(std::move(models)));
     // Tens of thousands of models take a while to free: not on the thread that paints.
     if (previous->size() > 1000)
         QThreadPool::globalInstance()->start([previous = std::move(previous)]() mutable { previous.reset(); });
-    if (!completed.isEmpty())
-        Q_EMIT downloadsCompleted(completed);
 }
 
 void TntCollection::clear()
 {
+    m_removedHere.clear();
     replaceAll({});
-}
-
-void TntCollection::reindexFrom(qsizetype first)
-{
-    for (qsizetype row = first; row < size(); ++row)
-        m_rows.insert(at(row).id(), row);
-}
-
-void TntCollection::announce(QList<RowChange> &changes, TntModel::Fields fields)
-{
-    if (changes.isEmpty())
-        return;
-    std::sort(changes.begin(), changes.end(), [](const RowChange &a, const RowChange &b) { return a.row < b.row; });
-    Q_EMIT rowsChanged(changes, fields);
 }
 
 void TntCollection::merge(const QHash<QString, API::STntModel> &tnts, const QStringList &removed, int averagingWindow)
 {
-    remove(removed);
+    removeRows(removed);
+    for (const QString &hash : removed)
+        m_removedHere.remove(hash); // the server confirms it
 
     QList<RowChange> changes;
     TntModel::Fields changedFields = 0;
-    QStringList completed;
     Models added;
     for (auto it = tnts.cbegin(); it != tnts.cend(); ++it) {
         const qsizetype row = rowOf(it.key());
         if (row < 0) {
+            if (m_removedHere.contains(it.key()))
+                continue;
             added.push_back(std::make_unique<TntModel>(it.key(), it.value(), averagingWindow)); // keys are unique
             continue;
         }
-        TntModel &model = *m_models[static_cast<std::size_t>(row)];
-        const State before = model.state();
-        if (const TntModel::Fields fields = model.update(it.value())) {
+        if (const TntModel::Fields fields = rowAt(row).update(it.value())) {
             changes.append({row, fields});
             changedFields |= fields;
-            if ((fields & TntModel::StateField) && isDownloadCompletion(before, model.state()))
-                completed << model.id();
         }
     }
-    announce(changes, changedFields);
-
-    if (!added.empty()) {
-        const qsizetype first = size();
-        Q_EMIT aboutToInsert(first, first + static_cast<qsizetype>(added.size()) - 1);
-        std::move(added.begin(), added.end(), std::back_inserter(m_models));
-        reindexFrom(first);
-        Q_EMIT didInsert();
-    }
-    if (!completed.isEmpty())
-        Q_EMIT downloadsCompleted(completed);
+    announceChanges(changes, changedFields);
+    appendRows(std::move(added));
 }
 
 void TntCollection::mergeFull(const QHash<QString, API::STntModel> &tnts, int averagingWindow)
 {
     QStringList missing;
-    for (const auto &model : m_models) {
+    for (const auto &model : *this) {
         if (!tnts.contains(model->id()))
             missing << model->id();
     }
+    // The server's whole list: what it no longer has is gone for good.
+    m_removedHere.removeIf([&tnts](const QString &hash) { return !tnts.contains(hash); });
     merge(tnts, missing, averagingWindow);
 }
 
-void TntCollection::remove(const QStringList &hashes)
+void TntCollection::removeHere(const TntTargets &targets)
 {
-    QList<qsizetype> rows;
-    for (const QString &hash : hashes) {
-        if (const qsizetype row = rowOf(hash); row >= 0)
-            rows << row;
+    QStringList hashes;
+    if (targets.isAll()) {
+        for (const auto &model : *this)
+            hashes << model->id();
+    } else {
+        hashes = targets.hashes()->values();
     }
-    if (rows.isEmpty())
-        return;
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    for (const qsizetype row : std::as_const(rows))
-        m_rows.remove(at(row).id());
-
-    // Contiguous ranges from the back, so the rows still to remove keep their numbers.
-    qsizetype end = rows.size();
-    while (end > 0) {
-        qsizetype begin = end - 1;
-        while (begin > 0 && rows[begin - 1] == rows[begin] - 1)
-            --begin;
-        const qsizetype first = rows[begin];
-        const qsizetype last = rows[end - 1];
-        Q_EMIT aboutToRemove(first, last);
-        m_models.erase(m_models.begin() + first, m_models.begin() + last + 1);
-        Q_EMIT didRemove();
-        end = begin;
-    }
-    reindexFrom(rows.first());
+    for (const QString &hash : std::as_const(hashes))
+        m_removedHere.insert(hash);
+    removeRows(hashes);
 }
 
 void TntCollection::setAveragingWindow(int samples)
 {
-    for (const auto &model : m_models)
-        model->setAveragingWindow(samples);
+    for (qsizetype row = 0; row < size(); ++row)
+        rowAt(row).setAveragingWindow(samples);
 }
 
 void TntCollection::editLocally(const TntTargets &targets,
@@ -166,7 +98,7 @@ void TntCollection::editLocally(const TntTargets &targets,
     QList<RowChange> changes;
     TntModel::Fields all = 0;
     const auto apply = [&](qsizetype row) {
-        if (const TntModel::Fields fields = edit(*m_models[static_cast<std::size_t>(row)])) {
+        if (const TntModel::Fields fields = edit(rowAt(row))) {
             changes.append({row, fields});
             all |= fields;
         }
@@ -180,5 +112,5 @@ void TntCollection::editLocally(const TntTargets &targets,
                 apply(row);
         }
     }
-    announce(changes, all);
+    announceChanges(changes, all);
 }

@@ -1,15 +1,16 @@
 #include "model/TntDetailContext.h"
 
-#include <algorithm>
-
 namespace {
 
 // New peers join in key order, so that an answer always gives the same rows.
-QStringList sortedKeys(const QHash<QString, API::Peer> &peers)
+TntDetailContext::Peers::Rows peersOf(QStringList keys, const QHash<QString, API::Peer> &peers, int averagingWindow)
 {
-    QStringList keys = peers.keys();
     keys.sort();
-    return keys;
+    TntDetailContext::Peers::Rows rows;
+    rows.reserve(static_cast<std::size_t>(keys.size()));
+    for (const QString &key : std::as_const(keys))
+        rows.push_back(std::make_unique<TntModel::Peer>(key, peers.value(key), averagingWindow));
+    return rows;
 }
 
 } // namespace
@@ -94,80 +95,28 @@ void TntDetailContext::applyPeers(const API::PeersData &data, int averagingWindo
         m_showFlags = *data.showFlags;
         Q_EMIT showFlagsChanged();
     }
-    removePeers(data.peersRemoved);
+    m_peers.removeRows(data.peersRemoved);
     if (data.peers.isEmpty())
         return;
     if (data.fullUpdate.value_or(false)) {
-        replacePeers(data.peers, averagingWindow);
+        m_peers.resetRows(peersOf(data.peers.keys(), data.peers, averagingWindow));
         return;
     }
 
-    QList<PeerChange> changes;
+    QList<Peers::RowChange> changes;
+    quint64 changedFields = 0;
     QStringList arrived;
     for (auto entry = data.peers.cbegin(); entry != data.peers.cend(); ++entry) {
-        const qsizetype row = peerRow(entry.key());
+        const qsizetype row = m_peers.rowOf(entry.key());
         if (row < 0) {
             arrived.append(entry.key());
-        } else if (const auto fields = m_peers[static_cast<std::size_t>(row)]->update(entry.value())) {
+        } else if (const auto fields = m_peers.rowAt(row).update(entry.value())) {
             changes.append({row, fields});
+            changedFields |= fields;
         }
     }
-    if (!arrived.isEmpty()) {
-        arrived.sort();
-        const auto first = static_cast<qsizetype>(m_peers.size());
-        Q_EMIT peersAboutToInsert(first, first + arrived.size() - 1);
-        for (const QString &key : std::as_const(arrived)) {
-            m_peerRows.insert(key, static_cast<qsizetype>(m_peers.size()));
-            m_peers.push_back(std::make_unique<TntModel::Peer>(key, data.peers.value(key), averagingWindow));
-        }
-        Q_EMIT peersDidInsert();
-    }
-    if (!changes.isEmpty()) {
-        std::sort(changes.begin(), changes.end(), [](const PeerChange &a, const PeerChange &b) { return a.row < b.row; });
-        Q_EMIT peersChanged(changes);
-    }
-}
-
-void TntDetailContext::removePeers(const QStringList &keys)
-{
-    QList<qsizetype> rows;
-    for (const QString &key : keys) {
-        if (const qsizetype row = peerRow(key); row >= 0)
-            rows.append(row);
-    }
-    if (rows.isEmpty())
-        return;
-    // From the bottom up, one run of neighbouring rows at a time: the rows above stay where they were.
-    std::sort(rows.begin(), rows.end(), std::greater<>());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    for (qsizetype at = 0; at < rows.size();) {
-        const qsizetype last = rows[at];
-        qsizetype first = last;
-        while (++at < rows.size() && rows[at] == first - 1)
-            first = rows[at];
-        Q_EMIT peersAboutToRemove(first, last);
-        m_peers.erase(m_peers.begin() + first, m_peers.begin() + last + 1);
-        reindexPeers();
-        Q_EMIT peersDidRemove();
-    }
-}
-
-void TntDetailContext::replacePeers(const QHash<QString, API::Peer> &peers, int averagingWindow)
-{
-    Q_EMIT peersAboutToReset();
-    m_peers.clear();
-    for (const QString &key : sortedKeys(peers))
-        m_peers.push_back(std::make_unique<TntModel::Peer>(key, peers.value(key), averagingWindow));
-    reindexPeers();
-    Q_EMIT peersDidReset();
-}
-
-void TntDetailContext::reindexPeers()
-{
-    m_peerRows.clear();
-    m_peerRows.reserve(static_cast<qsizetype>(m_peers.size()));
-    for (std::size_t row = 0; row < m_peers.size(); ++row)
-        m_peerRows.insert(m_peers[row]->id(), static_cast<qsizetype>(row));
+    m_peers.appendRows(peersOf(arrived, data.peers, averagingWindow));
+    m_peers.announceChanges(changes, changedFields);
 }
 
 void TntDetailContext::resetPeers()
@@ -177,12 +126,8 @@ void TntDetailContext::resetPeers()
         m_showFlags = false;
         Q_EMIT showFlagsChanged();
     }
-    if (m_peers.empty())
-        return;
-    Q_EMIT peersAboutToReset();
-    m_peers.clear();
-    m_peerRows.clear();
-    Q_EMIT peersDidReset();
+    if (m_peers.size() > 0)
+        m_peers.resetRows({});
 }
 
 void TntDetailContext::setProperties(const API::SGenericProperties &properties, int averagingWindow)
@@ -234,8 +179,8 @@ void TntDetailContext::clear()
 
 void TntDetailContext::setAveragingWindow(int samples)
 {
-    for (const auto &peer : m_peers)
-        peer->setAveragingWindow(samples);
+    for (qsizetype row = 0; row < m_peers.size(); ++row)
+        m_peers.rowAt(row).setAveragingWindow(samples);
     if (m_properties)
         m_properties->setAveragingWindow(samples);
 }

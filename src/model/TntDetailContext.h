@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/KeyedRows.h"
 #include "model/TntDetailModels.h"
 
 #include <QHash>
@@ -7,17 +8,14 @@
 #include <QObject>
 #include <QSet>
 
-#include <memory>
 #include <optional>
-#include <vector>
 
 // What the detail pane shows of one torrent, and which torrent that is: the single selected torrent
 // while the pane is shown and the connection is polling, else none. It holds the peers with the
 // response id and flag state of their incremental sync, the properties, trackers, web seeds and
 // files as the server last sent them. It fetches nothing itself: the application context loads what
 // the visible tab needs and hands the answers here. Each answer is announced once, and only when it
-// changed something; the peer list also announces its rows around inserting and removing them, as
-// item models need.
+// changed something; the peer list announces its rows as keyed rows do.
 class TntDetailContext : public QObject
 {
     Q_OBJECT
@@ -25,13 +23,11 @@ class TntDetailContext : public QObject
 public:
     enum class Tab { general, trackers, peers, content };
 
-    struct PeerChange
+    // The peers by key; only the detail context changes them.
+    class Peers : public KeyedRows<TntModel::Peer>
     {
-        qsizetype row;
-        TntModel::Peer::Fields fields;
+        friend class TntDetailContext;
     };
-
-    using Peers = std::vector<std::unique_ptr<TntModel::Peer>>;
 
     explicit TntDetailContext(QObject *parent = nullptr);
     ~TntDetailContext() override;
@@ -56,9 +52,6 @@ public:
     qint64 rid() const { return m_rid; }
     bool showFlags() const { return m_showFlags; }
     const Peers &peers() const { return m_peers; }
-    const TntModel::Peer &peerAt(qsizetype row) const { return *m_peers[static_cast<std::size_t>(row)]; }
-    // -1 when no peer has that key.
-    qsizetype peerRow(const QString &key) const { return m_peerRows.value(key, -1); }
     // An answer of the peer sync for the torrent shown, applied in order: its response id, its flag
     // state, the peers it removes, then its peers: a full update with peers replaces the list (one
     // without peers leaves it), a delta updates known peers in place and appends new ones.
@@ -88,21 +81,10 @@ Q_SIGNALS:
     void webSeedsChanged();
     void filesChanged();
     void showFlagsChanged();
-    void peersAboutToReset();
-    void peersDidReset();
-    void peersAboutToInsert(qsizetype first, qsizetype last);
-    void peersDidInsert();
-    void peersAboutToRemove(qsizetype first, qsizetype last);
-    void peersDidRemove();
-    // Rows ascending; only peers whose fields really changed in one answer.
-    void peersChanged(const QList<TntDetailContext::PeerChange> &changes);
 
 private:
     // Works out the torrent wanted; `announce` also when only the selection count changed.
     void retarget(bool announce);
-    void removePeers(const QStringList &keys);
-    void replacePeers(const QHash<QString, API::Peer> &peers, int averagingWindow);
-    void reindexPeers();
 
     bool m_shown = false;
     bool m_active = false;
@@ -113,7 +95,6 @@ private:
     qint64 m_rid = 0;
     bool m_showFlags = false;
     Peers m_peers;
-    QHash<QString, qsizetype> m_peerRows;
     std::optional<TntModel::GenericProperties> m_properties;
     QList<API::Tracker> m_trackers;
     QList<API::WebSeed> m_webSeeds;

@@ -12,6 +12,7 @@
 #include "ui/ReconnectionOverlay.h"
 #include "ui/ServerMenu.h"
 #include "ui/SidebarView.h"
+#include "ui/TntActions.h"
 #include "ui/TntAddingFlow.h"
 #include "ui/TntCommands.h"
 #include "ui/TntContextMenu.h"
@@ -33,7 +34,6 @@
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
-#include <QStyle>
 #include <QTableView>
 #include <QToolBar>
 #include <QToolButton>
@@ -51,8 +51,9 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_transferStatus(new TransferStatus(context.serverState(), context.settings().defaults(), this))
     , m_commands(new TntCommands(context, this))
     , m_addingFlow(new TntAddingFlow(context, this))
+    , m_tntActions(new TntActions(context, *m_commands, *m_addingFlow, this))
     , m_navigation(new NavigationContext(context, context.settings().defaults(), this))
-    , m_sidebar(new SidebarView(context, *m_navigation, *m_commands, m_connectedArea))
+    , m_sidebar(new SidebarView(context, *m_navigation, *m_commands, *m_tntActions, m_connectedArea))
     , m_toolBar(new QToolBar(QStringLiteral("Toolbar"), this))
     , m_serverMenu(new ServerMenu(context, this))
     , m_logInOut(new QAction(this))
@@ -103,7 +104,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
 
     m_toolBar->setObjectName(QStringLiteral("tnt_table_toolbar"));
     m_toolBar->setMovable(false);
-    addTntActions();
+    addToolbarActions();
     auto *flexibleSpace = new QWidget(m_toolBar);
     flexibleSpace->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     m_toolBar->addWidget(flexibleSpace);
@@ -180,8 +181,6 @@ void MainWindow::showConnectionState()
     m_logInOut->setIcon(
         QIcon::fromTheme(authorized ? QStringLiteral("system-log-out") : QStringLiteral("dialog-password")));
     m_logInOut->setEnabled(current.has_value());
-    for (QAction *action : std::as_const(m_tntActions))
-        action->setEnabled(authorized);
 }
 
 void MainWindow::keepSplitSizes(QSplitter *split, NavigationContext::Split which, const QList<int> &initial)
@@ -198,42 +197,25 @@ void MainWindow::showTntDetails(bool hidden)
     m_transferStatus->setTntDetailsHidden(hidden);
 }
 
-void MainWindow::addTntActions()
+void MainWindow::addToolbarActions()
 {
-    const auto add = [this](const char *identifier, const QString &title, const char *iconName,
-                            QStyle::StandardPixmap fallback, const QKeySequence &shortcut, auto trigger) {
-        auto *action =
-            new QAction(QIcon::fromTheme(QString::fromLatin1(iconName), style()->standardIcon(fallback)), title, this);
-        action->setObjectName(QString::fromLatin1(identifier));
-        action->setShortcut(shortcut);
-        // Keys act where the torrents are: Delete in the filter field still deletes text.
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        m_tntTable->table()->addAction(action);
-        connect(action, &QAction::triggered, this, trigger);
-        m_toolBar->addAction(action);
-        m_tntActions.append(action);
+    using Id = TntActions::Id;
+    const QList<QList<Id>> groups{
+        {Id::addFiles, Id::addLinks},
+        {Id::remove},
+        {Id::start, Id::stop},
+        {Id::minimumPriority, Id::decreasePriority, Id::increasePriority, Id::maximumPriority},
     };
-    add("add_tnt_file", QStringLiteral("Add Torrent Files"), "document-open", QStyle::SP_DialogOpenButton,
-        QKeySequence::Open, [this] { m_addingFlow->chooseFiles(); });
-    add("add_tnt_link", QStringLiteral("Add Links"), "insert-link", QStyle::SP_FileLinkIcon,
-        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O), [this] { m_addingFlow->enterLinks(); });
-    m_toolBar->addSeparator();
-    add("delete_tnt", QStringLiteral("Remove"), "edit-delete", QStyle::SP_TrashIcon, QKeySequence::Delete,
-        [this] { m_commands->remove(m_context.selectedTnts()); });
-    m_toolBar->addSeparator();
-    add("start_tnt", QStringLiteral("Start"), "media-playback-start", QStyle::SP_MediaPlay,
-        QKeySequence(Qt::CTRL | Qt::Key_S), [this] { m_commands->start(m_context.selectedTnts()); });
-    add("stop_tnt", QStringLiteral("Stop"), "media-playback-stop", QStyle::SP_MediaStop,
-        QKeySequence(Qt::CTRL | Qt::Key_P), [this] { m_commands->stop(m_context.selectedTnts()); });
-    m_toolBar->addSeparator();
-    add("min_tnt_prio", QStringLiteral("Minimum priority"), "go-bottom", QStyle::SP_ArrowDown,
-        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Minus), [this] { detached(m_context.minimumPriority()); });
-    add("decrease_tnt_prio", QStringLiteral("Decrease priority"), "go-down", QStyle::SP_ArrowDown,
-        QKeySequence(Qt::CTRL | Qt::Key_Minus), [this] { detached(m_context.decreasePriority()); });
-    add("increase_tnt_prio", QStringLiteral("Increase priority"), "go-up", QStyle::SP_ArrowUp,
-        QKeySequence(Qt::CTRL | Qt::Key_Plus), [this] { detached(m_context.increasePriority()); });
-    add("max_tnt_prio", QStringLiteral("Maximum priority"), "go-top", QStyle::SP_ArrowUp,
-        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Plus), [this] { detached(m_context.maximumPriority()); });
+    for (const QList<Id> &group : groups) {
+        if (!m_toolBar->actions().isEmpty())
+            m_toolBar->addSeparator();
+        for (const Id id : group) {
+            QAction *action = m_tntActions->action(id);
+            m_toolBar->addAction(action);
+            // Their keys act while the table has the focus.
+            m_tntTable->table()->addAction(action);
+        }
+    }
 }
 
 namespace {
@@ -284,7 +266,7 @@ QAction *MainWindow::toolbarAction(const QString &identifier) const
 
 void MainWindow::showTntContextMenu(const QStringList &hashes, const QPoint &position)
 {
-    auto *menu = new TntContextMenu(m_context, *m_commands, hashes, this);
+    auto *menu = new TntContextMenu(*m_tntActions, hashes, this);
     menu->popup(position);
 }
 

@@ -20,6 +20,7 @@ class ReconnectionCountdown;
 class ReconnectionOverlay;
 class ServerMenu;
 class SidebarView;
+class TntActions;
 class TntAddingFlow;
 class TntCommands;
 class TntDetailPane;
@@ -46,6 +47,7 @@ public:
     TntDetailPane *detailPane() const { return m_detailPane; }
     TransferStatus *transferStatus() const { return m_transferStatus; }
     TntCommands *tntCommands() const { return m_commands; }
+    TntActions *tntActions() const { return m_tntActions; }
     SidebarView *sidebar() const { return m_sidebar; }
     TntAddingFlow *addingFlow() const { return m_addingFlow; }
     DropOverlay *dropOverlay() const { return m_dropOverlay; }
@@ -69,7 +71,7 @@ private:
     void followLoginPrompt();
     void logInOrOut();
     void offerSecureAddress();
-    void addTntActions();
+    void addToolbarActions();
     void showTntContextMenu(const QStringList &hashes, const QPoint &position);
     // Restores the split's sizes from the navigation context and keeps them there as the user moves it.
     void keepSplitSizes(QSplitter *split, NavigationContext::Split which, const QList<int> &initial);
@@ -87,10 +89,10 @@ private:
     TransferStatus *m_transferStatus;
     TntCommands *m_commands;
     TntAddingFlow *m_addingFlow;
+    TntActions *m_tntActions;
     NavigationContext *m_navigation;
     SidebarView *m_sidebar;
     QToolBar *m_toolBar;
-    QList<QAction *> m_tntActions;
     ServerMenu *m_serverMenu;
     QAction *m_logInOut;
     ReconnectionCountdown *m_countdown;

@@ -1,13 +1,9 @@
 #include "ui/SidebarIcons.h"
 
+#include "ui/ThemedIcon.h"
+
 #include <algorithm>
 #include <array>
-
-// Outside any namespace: the macro declares the resource's registration function.
-static void initResources()
-{
-    Q_INIT_RESOURCE(sidebar);
-}
 
 namespace {
 
@@ -73,13 +69,7 @@ QIcon forSymbol(QStringView symbol)
     const auto found = std::find_if(symbols.cbegin(), symbols.cend(), [symbol](const Symbol &s) { return s.symbol == symbol; });
     if (found == symbols.cend())
         return {};
-    [[maybe_unused]] static const bool registered = (initResources(), true);
-    const QIcon bundled(QStringLiteral(":/icons/sidebar/%1.svg").arg(found->bundled));
-    if (found->themeName.isEmpty())
-        return bundled;
-    const QString name = found->themeName.toString();
-    // Themes of the GNOME family name their monochrome icons with a suffix.
-    return QIcon::fromTheme(name, QIcon::fromTheme(name + QStringLiteral("-symbolic"), bundled));
+    return themedIcon(found->themeName, QStringLiteral("sidebar/%1").arg(found->bundled));
 }
 
 } // namespace SidebarIcons

@@ -4,6 +4,7 @@
 #include "support/Detached.h"
 #include "support/CheckedMath.h"
 #include "ui/SidebarIcons.h"
+#include "ui/TntActions.h"
 #include "ui/TntCommands.h"
 #include "ui/TntTableModel.h"
 
@@ -111,11 +112,13 @@ private:
     bool m_skeleton = false;
 };
 
-SidebarView::SidebarView(AppContext &context, NavigationContext &navigation, TntCommands &commands, QWidget *parent)
+SidebarView::SidebarView(AppContext &context, NavigationContext &navigation, TntCommands &commands,
+                         TntActions &actions, QWidget *parent)
     : QWidget(parent)
     , m_context(context)
     , m_navigation(navigation)
     , m_commands(commands)
+    , m_actions(actions)
     , m_tree(new QTreeWidget(this))
     , m_delegate(new SidebarDelegate(m_tree))
 {
@@ -267,16 +270,12 @@ QMenu *SidebarView::contextMenu(const SidebarItem &item)
 {
     const QList<const TntModel *> admitted = m_context.filterTnts({item}, {});
     qint64 size = 0;
-    QSet<QString> hashes;
+    QStringList hashes;
     hashes.reserve(admitted.size());
     for (const TntModel *tnt : admitted) {
         size = CheckedMath::add(size, tnt->size());
-        hashes.insert(tnt->id());
+        hashes << tnt->id();
     }
-    // Only the state group's All stands for the server's whole list, sent as "all"; any other entry
-    // acts on the torrents it admits now, even when that is every one of them.
-    if (item.type == ItemType::state && item.state == TntModel::State::all && !admitted.isEmpty())
-        hashes.clear();
 
     auto *menu = new QMenu(this);
     if (item.type == ItemType::category)
@@ -286,7 +285,13 @@ QMenu *SidebarView::contextMenu(const SidebarItem &item)
         addCategoryCommands(*menu, item);
     else if (item.type == ItemType::tag)
         addTagCommands(*menu, item);
-    addTntCommands(*menu, hashes, !admitted.isEmpty());
+    menu->addSeparator();
+    using Id = TntActions::Id;
+    menu->addActions({m_actions.action(Id::start), m_actions.action(Id::stop), m_actions.action(Id::remove)});
+    // Only the state group's All stands for the server's whole list, sent as "all"; any other entry
+    // acts on the torrents it admits now, even when that is every one of them, or none.
+    const bool everyTnt = item.type == ItemType::state && item.state == TntModel::State::all && !admitted.isEmpty();
+    m_actions.actFor(menu, everyTnt ? std::nullopt : std::optional(hashes), TntActions::Wording::entry);
     return menu;
 }
 
@@ -320,22 +325,6 @@ void SidebarView::addTagCommands(QMenu &menu, const SidebarItem &item)
         return;
     menu.addAction(SidebarIcons::forSymbol(u"minus"), QStringLiteral("Remove"), this,
                    [this, tag] { detached(m_context.deleteTags({tag})); });
-}
-
-void SidebarView::addTntCommands(QMenu &menu, const QSet<QString> &hashes, bool admitsAny)
-{
-    menu.addSeparator();
-    const QList<QAction *> commands{
-        menu.addAction(QIcon::fromTheme(QStringLiteral("media-playback-start")), QStringLiteral("Start Torrents"), this,
-                       [this, hashes] { m_commands.start(hashes); }),
-        menu.addAction(QIcon::fromTheme(QStringLiteral("media-playback-stop")), QStringLiteral("Stop Torrents"), this,
-                       [this, hashes] { m_commands.stop(hashes); }),
-        menu.addAction(QIcon::fromTheme(QStringLiteral("edit-delete")), QStringLiteral("Remove Torrents"), this,
-                       [this, hashes] { m_commands.remove(hashes); }),
-    };
-    // An empty set would mean every torrent to the commands.
-    for (QAction *command : commands)
-        command->setEnabled(admitsAny);
 }
 
 void SidebarView::whileSheetOpen(const std::function<void()> &clear)

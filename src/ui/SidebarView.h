@@ -12,12 +12,13 @@ class QMenu;
 class QTreeWidget;
 class QTreeWidgetItem;
 class SidebarDelegate;
+class TntActions;
 class TntCommands;
 
 // The left column of the main window: the filter entries under their group titles, each with its
 // symbol and count. A click selects an entry, Ctrl (Cmd on macOS) adds or removes one, Shift a run;
-// the selection goes to the navigation context. Each entry has a context menu over the torrents it
-// admits.
+// the selection goes to the navigation context. Each entry has a context menu with the window's
+// torrent actions over the torrents it admits.
 class SidebarView : public QWidget
 {
     Q_OBJECT
@@ -25,7 +26,8 @@ class SidebarView : public QWidget
 public:
     enum Role { ItemRole = Qt::UserRole + 1, CountRole };
 
-    SidebarView(AppContext &context, NavigationContext &navigation, TntCommands &commands, QWidget *parent = nullptr);
+    SidebarView(AppContext &context, NavigationContext &navigation, TntCommands &commands, TntActions &actions,
+                QWidget *parent = nullptr);
     ~SidebarView() override;
 
     QTreeWidget *tree() const { return m_tree; }
@@ -45,13 +47,13 @@ private:
     void openMenu(const QPoint &position);
     void addCategoryCommands(QMenu &menu, const SidebarItem &item);
     void addTagCommands(QMenu &menu, const SidebarItem &item);
-    void addTntCommands(QMenu &menu, const QSet<QString> &hashes, bool admitsAny);
     // The open sheet clears `clear` when it closes.
     void whileSheetOpen(const std::function<void()> &clear);
 
     AppContext &m_context;
     NavigationContext &m_navigation;
     TntCommands &m_commands;
+    TntActions &m_actions;
     SidebarContext m_sidebarContext;
     QTreeWidget *m_tree;
     SidebarDelegate *m_delegate;

@@ -103,23 +103,14 @@ QVariant TntTrackerTableModel::headerData(int section, Qt::Orientation orientati
 }
 
 TntPeerTableModel::TntPeerTableModel(TntDetailContext &details, QObject *parent)
-    : QAbstractTableModel(parent)
-    , m_details(details)
+    : KeyedRowsTableModel(details.peers(), ColumnCount, parent)
+    , m_peers(details.peers())
 {
-    connect(&details, &TntDetailContext::peersAboutToReset, this, [this] { beginResetModel(); });
-    connect(&details, &TntDetailContext::peersDidReset, this, [this] { endResetModel(); });
-    connect(&details, &TntDetailContext::peersAboutToInsert, this,
-            [this](qsizetype first, qsizetype last) { beginInsertRows({}, toInt(first), toInt(last)); });
-    connect(&details, &TntDetailContext::peersDidInsert, this, [this] { endInsertRows(); });
-    connect(&details, &TntDetailContext::peersAboutToRemove, this,
-            [this](qsizetype first, qsizetype last) { beginRemoveRows({}, toInt(first), toInt(last)); });
-    connect(&details, &TntDetailContext::peersDidRemove, this, [this] { endRemoveRows(); });
-    connect(&details, &TntDetailContext::peersChanged, this, &TntPeerTableModel::announceChanges);
 }
 
-void TntPeerTableModel::announceChanges(const QList<TntDetailContext::PeerChange> &changes)
+quint64 TntPeerTableModel::fieldsShownIn(int column) const
 {
-    static const TntModel::Peer::Fields columnFields[ColumnCount] = {
+    static const TntModel::Peer::Fields fields[ColumnCount] = {
         PeerField::Ip,
         PeerField::Port,
         PeerField::Country | PeerField::CountryCode,
@@ -134,35 +125,14 @@ void TntPeerTableModel::announceChanges(const QList<TntDetailContext::PeerChange
         PeerField::Relevance,
         PeerField::Files,
     };
-    for (const TntDetailContext::PeerChange &change : changes) {
-        int first = ColumnCount;
-        int last = -1;
-        for (int column = 0; column < ColumnCount; ++column) {
-            if (change.fields & columnFields[column]) {
-                first = std::min(first, column);
-                last = column;
-            }
-        }
-        if (last >= 0)
-            Q_EMIT dataChanged(index(toInt(change.row), first), index(toInt(change.row), last));
-    }
-}
-
-int TntPeerTableModel::rowCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : toInt(static_cast<qsizetype>(m_details.peers().size()));
-}
-
-int TntPeerTableModel::columnCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : ColumnCount;
+    return fields[column];
 }
 
 QVariant TntPeerTableModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid())
         return {};
-    const TntModel::Peer &peer = m_details.peerAt(index.row());
+    const TntModel::Peer &peer = m_peers.at(index.row());
     switch (role) {
     case AddressRole: return peer.address();
     case Qt::TextAlignmentRole:

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "model/TntDetailContext.h"
-
-#include <QAbstractTableModel>
+#include "ui/KeyedRowsTableModel.h"
 
 // The detail pane's tables over the detail context: display texts for people, raw values under
 // SortRole for sorting.
@@ -46,9 +45,8 @@ private:
     QList<API::Tracker> m_trackers;
 };
 
-// The torrent's peers, row for row the detail context's list; an answer's changes reach the view
-// as the rows and columns they touched.
-class TntPeerTableModel : public QAbstractTableModel
+// The torrent's peers, row for row the detail context's list.
+class TntPeerTableModel : public KeyedRowsTableModel
 {
     Q_OBJECT
 
@@ -76,13 +74,11 @@ public:
 
     explicit TntPeerTableModel(TntDetailContext &details, QObject *parent = nullptr);
 
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    void announceChanges(const QList<TntDetailContext::PeerChange> &changes);
+    quint64 fieldsShownIn(int column) const override;
 
-    TntDetailContext &m_details;
+    const TntDetailContext::Peers &m_peers;
 };

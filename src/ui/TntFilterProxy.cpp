@@ -280,7 +280,7 @@ void TntFilterProxy::takeChanges(const QList<TntCollection::RowChange> &changes,
     insertAndResort(entering, std::move(movedPlaces));
 
     // One signal over the span of the changed rows: the view repaints the part of it that it shows.
-    const auto [firstColumn, lastColumn] = TntTableModel::columnSpan(fields);
+    const auto [firstColumn, lastColumn] = m_table->columnSpan(fields);
     if (lastColumn < firstColumn)
         return;
     int first = m_order.size();

@@ -11,11 +11,6 @@ using F = TntModel::Field;
 // qBittorrent's "infinite" ETA: 100 days.
 constexpr double infiniteEta = 8640000;
 
-int toInt(qsizetype value)
-{
-    return static_cast<int>(value);
-}
-
 } // namespace
 
 namespace TntFormat {
@@ -73,18 +68,9 @@ QString date(const QDateTime &when)
 } // namespace TntFormat
 
 TntTableModel::TntTableModel(TntCollection &collection, QObject *parent)
-    : QAbstractTableModel(parent)
+    : KeyedRowsTableModel(collection, ColumnCount, parent)
     , m_collection(collection)
 {
-    connect(&collection, &TntCollection::aboutToReset, this, [this] { beginResetModel(); });
-    connect(&collection, &TntCollection::didReset, this, [this] { endResetModel(); });
-    connect(&collection, &TntCollection::aboutToInsert, this,
-            [this](qsizetype first, qsizetype last) { beginInsertRows({}, toInt(first), toInt(last)); });
-    connect(&collection, &TntCollection::didInsert, this, [this] { endInsertRows(); });
-    connect(&collection, &TntCollection::aboutToRemove, this,
-            [this](qsizetype first, qsizetype last) { beginRemoveRows({}, toInt(first), toInt(last)); });
-    connect(&collection, &TntCollection::didRemove, this, [this] { endRemoveRows(); });
-    connect(&collection, &TntCollection::rowsChanged, this, &TntTableModel::announceChanges);
 }
 
 QString TntTableModel::columnIdentifier(Column column)
@@ -119,16 +105,6 @@ TntModel::Fields TntTableModel::columnFields(Column column)
     case ColumnCount: break;
     }
     return 0;
-}
-
-int TntTableModel::rowCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : toInt(m_collection.size());
-}
-
-int TntTableModel::columnCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : ColumnCount;
 }
 
 QVariant TntTableModel::headerData(int section, Qt::Orientation orientation, int role) const
@@ -198,41 +174,6 @@ QVariant TntTableModel::data(const QModelIndex &index, int role) const
         }
         return {};
     default: return {};
-    }
-}
-
-std::pair<int, int> TntTableModel::columnSpan(TntModel::Fields fields)
-{
-    int first = ColumnCount;
-    int last = -1;
-    for (int column = 0; column < ColumnCount; ++column) {
-        if (columnFields(static_cast<Column>(column)) & fields) {
-            first = std::min(first, column);
-            last = column;
-        }
-    }
-    return {first, last};
-}
-
-void TntTableModel::announceChanges(const QList<TntCollection::RowChange> &changes, TntModel::Fields fields)
-{
-    const auto [firstColumn, lastColumn] = columnSpan(fields);
-    if (lastColumn < firstColumn)
-        return;
-    // Above half the rows, ranges cost more than one signal over everything.
-    if (changes.size() * 2 > m_collection.size()) {
-        Q_EMIT dataChanged(index(toInt(changes.first().row), firstColumn),
-                           index(toInt(changes.last().row), lastColumn));
-        return;
-    }
-    qsizetype begin = 0;
-    while (begin < changes.size()) {
-        qsizetype end = begin + 1;
-        while (end < changes.size() && changes[end].row == changes[end - 1].row + 1)
-            ++end;
-        Q_EMIT dataChanged(index(toInt(changes[begin].row), firstColumn),
-                           index(toInt(changes[end - 1].row), lastColumn));
-        begin = end;
     }
 }
 

@@ -1,15 +1,11 @@
 #pragma once
 
 #include "model/TntCollection.h"
-
-#include <QAbstractTableModel>
-
-#include <utility>
+#include "ui/KeyedRowsTableModel.h"
 
 // The torrent table over a TntCollection: one row per torrent, the 15 columns of the table, display
-// texts for people and raw values for sorting. Changes reach the view as dataChanged over the rows
-// and columns that really changed; when most rows changed, as one signal over all of them.
-class TntTableModel : public QAbstractTableModel
+// texts for people and raw values for sorting.
+class TntTableModel : public KeyedRowsTableModel
 {
     Q_OBJECT
 
@@ -46,8 +42,6 @@ public:
     static QString columnIdentifier(Column column);
     // Which fields of a torrent a column shows.
     static TntModel::Fields columnFields(Column column);
-    // The first and last column showing one of `fields`; last < first when none does.
-    static std::pair<int, int> columnSpan(TntModel::Fields fields);
 
     const TntModel &tntAt(int row) const { return m_collection.at(row); }
     // Orders two torrents by a column's raw value, without going through QVariant: sorting 50,000
@@ -55,13 +49,11 @@ public:
     // view, so rows whose value did not change stay where they are.
     static bool lessThan(Column column, const TntModel &left, const TntModel &right);
 
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    void announceChanges(const QList<TntCollection::RowChange> &changes, TntModel::Fields fields);
+    quint64 fieldsShownIn(int column) const override { return columnFields(static_cast<Column>(column)); }
 
     TntCollection &m_collection;
 };

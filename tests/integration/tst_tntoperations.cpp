@@ -8,6 +8,7 @@
 #include "support/Widgets.h"
 #include "ui/EditorSheet.h"
 #include "ui/MainWindow.h"
+#include "ui/TntActions.h"
 #include "ui/TntCommands.h"
 #include "ui/TntContextMenu.h"
 #include "ui/TransferStatus.h"
@@ -68,6 +69,7 @@ private:
 
     bool modern() const { return m_flavor != Flavor::Bookworm45; }
     TntCommands &commands() { return *m_window->tntCommands(); }
+    TntActions &actions() { return *m_window->tntActions(); }
 
     const TntModel *tnt(const QString &hash) const { return m_context->tntCollection().find(hash); }
 
@@ -154,7 +156,7 @@ private Q_SLOTS:
         const QSet<QString> hashes{made.infoHash};
         wait(m_context->createCategory(QStringLiteral("Linux & BSD"), QString()));
         wait(m_context->createTags({QStringLiteral("keep")}));
-        auto menu = std::make_unique<TntContextMenu>(*m_context, commands(), hashes.values());
+        auto menu = std::make_unique<TntContextMenu>(actions(), hashes.values());
         item(*item(*menu, QStringLiteral("Category"))->menu(), QStringLiteral("Linux & BSD"))->trigger();
         item(*item(*menu, QStringLiteral("Tags"))->menu(), QStringLiteral("keep"))->trigger();
         item(*menu, QStringLiteral("Download in sequential order"))->trigger();
@@ -170,7 +172,7 @@ private Q_SLOTS:
         QCOMPARE(tnt(made.infoHash)->category(), QStringLiteral("Linux & BSD"));
         QCOMPARE(alert(), QString());
 
-        menu = std::make_unique<TntContextMenu>(*m_context, commands(), hashes.values());
+        menu = std::make_unique<TntContextMenu>(actions(), hashes.values());
         item(*menu, QStringLiteral("Set location..."))->trigger();
         const QString moved = m_data.serverPath + QStringLiteral("/moved");
         fillSheet(moved, QStringLiteral("Save"));
@@ -184,7 +186,7 @@ private Q_SLOTS:
     {
         const auto made = addSeeded(QStringLiteral("switches.bin"));
         wait(m_context->createTags({QStringLiteral("drop")}));
-        auto menu = std::make_unique<TntContextMenu>(*m_context, commands(), QStringList{made.infoHash});
+        auto menu = std::make_unique<TntContextMenu>(actions(), QStringList{made.infoHash});
         item(*menu, QStringLiteral("Force start"))->trigger();
         item(*menu, QStringLiteral("Automatic tnt management"))->trigger();
         item(*menu, QStringLiteral("Super seeding mode"))->trigger();
@@ -207,7 +209,7 @@ private Q_SLOTS:
         const auto trackers = wait(m_context->client()->trackers(made.infoHash));
         QVERIFY(std::any_of(trackers.cbegin(), trackers.cend(), [&](const API::Tracker &t) { return t.url == tracker; }));
 
-        menu = std::make_unique<TntContextMenu>(*m_context, commands(), QStringList{made.infoHash});
+        menu = std::make_unique<TntContextMenu>(actions(), QStringList{made.infoHash});
         item(*item(*menu, QStringLiteral("Tags"))->menu(), QStringLiteral("Remove all"))->trigger();
         QTRY_COMPARE_WITH_TIMEOUT(tnt(made.infoHash)->tags(), QString(), 10'000);
         m_window->transferStatus()->altSpeedSwitch()->click();

@@ -74,7 +74,7 @@ private Q_SLOTS:
         details.applyPeers(API::decodePeersData(answer), 1);
         QCOMPARE(rows(details), expected);
         for (const QString &key : sameObjects)
-            QCOMPARE(&details.peerAt(details.peerRow(key)), before.value(key));
+            QCOMPARE(details.peers().find(key), before.value(key));
         QCOMPARE(details.rid(), rid);
         QCOMPARE(details.showFlags(), showFlags);
         QCOMPARE(table.rowCount(), expected.size());
@@ -85,13 +85,13 @@ private Q_SLOTS:
     {
         TntDetailContext details;
         details.applyPeers(API::decodePeersData(first), 2);
-        QSignalSpy changed(&details, &TntDetailContext::peersChanged);
+        QSignalSpy changed(&details.peers(), &KeyedRowsSignals::rowsChanged);
         details.applyPeers(API::decodePeersData(R"({"rid":2,"peers":{"1.1.1.1:1":{"dl_speed":300,"client":"A"}}})"), 2);
         QCOMPARE(changed.size(), 1);
-        const auto changes = changed.first().first().value<QList<TntDetailContext::PeerChange>>();
+        const auto changes = changed.first().first().value<QList<KeyedRowsSignals::RowChange>>();
         QCOMPARE(changes.size(), 1);
-        QCOMPARE(changes.first().fields, TntModel::Peer::Fields(TntModel::Peer::DlSpeed));
-        const TntModel::Peer &peer = details.peerAt(0);
+        QCOMPARE(changes.first().fields, quint64(TntModel::Peer::DlSpeed));
+        const TntModel::Peer &peer = details.peers().at(0);
         QCOMPARE(peer.dlSpeed(), 200); // the average of 100 and 300
         QCOMPARE(peer.progress(), 0.5);
         QCOMPARE(peer.address(), QStringLiteral("1.1.1.1:1"));

@@ -3,6 +3,7 @@
 #include "support/Detached.h"
 #include "ui/EditorSheet.h"
 #include "ui/MainWindow.h"
+#include "ui/TntActions.h"
 #include "ui/TntCommands.h"
 #include "ui/TntContextMenu.h"
 #include "ui/TntTableModel.h"
@@ -68,6 +69,7 @@ class TestTntActions : public QObject
     std::unique_ptr<MainWindow> m_window;
 
     TntCommands &commands() { return *m_window->tntCommands(); }
+    TntActions &actions() { return *m_window->tntActions(); }
 
     void select(const Set &hashes)
     {
@@ -138,7 +140,7 @@ private Q_SLOTS:
         if (clicked.isEmpty())
             QTest::keyClick(m_window->tntTable()->table(), Qt::Key_Delete);
         else
-            item(TntContextMenu(*m_server->context, commands(), {clicked}), QStringLiteral("Remove"))->trigger();
+            item(TntContextMenu(actions(), {clicked}), QStringLiteral("Remove"))->trigger();
         const Set removed = clicked.isEmpty() ? selected : Set{clicked};
         auto *alert = qobject_cast<QMessageBox *>(commands().openSheet());
         QVERIFY(alert);
@@ -275,7 +277,7 @@ private Q_SLOTS:
         QFETCH(QStringList, categories);
         QFETCH(QStringList, tags);
         QFETCH(QStringList, toggles);
-        TntContextMenu menu(*m_server->context, commands(), hashes.values());
+        TntContextMenu menu(actions(), hashes.values());
         const QStringList top = titles(menu);
         QCOMPARE(top.mid(0, 12),
                  (QStringList{QStringLiteral("Start"), QStringLiteral("Stop"), QStringLiteral("Force start"),
@@ -313,21 +315,29 @@ private Q_SLOTS:
 
     void contextMenuActsOnItsTorrents()
     {
-        TntContextMenu menu(*m_server->context, commands(), {QStringLiteral("aaa"), QStringLiteral("ccc")});
-        item(*item(menu, QStringLiteral("Copy"))->menu(), QStringLiteral("Name"))->trigger();
+        select({QStringLiteral("bbb")});
+        auto menu =
+            std::make_unique<TntContextMenu>(actions(), QStringList{QStringLiteral("aaa"), QStringLiteral("ccc")});
+        item(*item(*menu, QStringLiteral("Copy"))->menu(), QStringLiteral("Name"))->trigger();
         QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("Done\nBegun"));
-        item(*item(menu, QStringLiteral("Copy"))->menu(), QStringLiteral("Magnet link"))->trigger();
+        item(*item(*menu, QStringLiteral("Copy"))->menu(), QStringLiteral("Magnet link"))->trigger();
         QCOMPARE(QGuiApplication::clipboard()->text(),
                  QStringLiteral("magnet:?xt=urn:btih:aaa\nmagnet:?xt=urn:btih:ccc"));
 
-        item(*item(menu, QStringLiteral("Tags"))->menu(), QStringLiteral("y"))->trigger();
+        item(*item(*menu, QStringLiteral("Tags"))->menu(), QStringLiteral("y"))->trigger();
         QCOMPARE(sent(), QByteArray("/api/v2/torrents/addTags?hashes=aaa%7Cccc&tags=y"));
         m_server->server.clearRequests();
-        item(*item(menu, QStringLiteral("Tags"))->menu(), QStringLiteral("x"))->trigger();
+        item(*item(*menu, QStringLiteral("Tags"))->menu(), QStringLiteral("x"))->trigger();
         QCOMPARE(sent(), QByteArray("/api/v2/torrents/removeTags?hashes=aaa%7Cccc&tags=x"));
         m_server->server.clearRequests();
-        item(menu, QStringLiteral("Super seeding mode"))->trigger();
+        item(*menu, QStringLiteral("Super seeding mode"))->trigger();
         QCOMPARE(sent(), QByteArray("/api/v2/torrents/setSuperSeeding?hashes=aaa%7Cccc&value=true"));
+
+        // Gone, the menu leaves the actions to the selection.
+        menu.reset();
+        m_server->server.clearRequests();
+        m_window->toolbarAction(QStringLiteral("start_tnt"))->trigger();
+        QCOMPARE(sent(), QByteArray("/api/v2/torrents/start?hashes=bbb"));
     }
 
     void toolbarAndStatusBar()
