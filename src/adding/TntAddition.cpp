@@ -18,7 +18,7 @@ Q_LOGGING_CATEGORY(lcAddition, "AppContext")
 
 namespace {
 
-const QString addingFailure = QStringLiteral("Failed to add tnts.");
+const QString addingFailure = QStringLiteral("Failed to add torrents.");
 constexpr int normalPriority = 1;
 
 QString joined(const QList<int> &priorities)

@@ -111,7 +111,7 @@ QCoro::Task<> TntDetailLoader::load(QPointer<Session> session)
     const int window = m_settings.avgCoefficient();
     switch (m_details.tab()) {
     case Tab::general: {
-        auto properties = fetch(session, client.properties(hash), QStringLiteral("Failed to get tnt properties."));
+        auto properties = fetch(session, client.properties(hash), QStringLiteral("Failed to get torrent properties."));
         if (const auto answer = co_await std::move(properties))
             m_details.setProperties(*answer, window);
         break;
@@ -122,13 +122,13 @@ QCoro::Task<> TntDetailLoader::load(QPointer<Session> session)
         break;
     }
     case Tab::peers: {
-        auto peers = fetch(session, client.peers(hash, m_details.rid()), QStringLiteral("Failed to get tnt peers."));
+        auto peers = fetch(session, client.peers(hash, m_details.rid()), QStringLiteral("Failed to get torrent peers."));
         if (const auto answer = co_await std::move(peers))
             m_details.applyPeers(*answer, window);
         break;
     }
     case Tab::content: {
-        auto files = fetch(session, client.files(hash), QStringLiteral("Faield to get tnt content."));
+        auto files = fetch(session, client.files(hash), QStringLiteral("Failed to get torrent content."));
         if (auto answer = co_await std::move(files))
             m_details.setFiles(std::move(*answer));
         break;
@@ -141,13 +141,13 @@ QCoro::Task<> TntDetailLoader::loadTrackers(QPointer<Session> session)
     const QString hash = m_details.hash();
     if (hash.isEmpty() || !session || !session->isAuthorized())
         co_return;
-    auto trackers = fetch(session, session->client().trackers(hash), QStringLiteral("Failed to get tnt trackers."));
+    auto trackers = fetch(session, session->client().trackers(hash), QStringLiteral("Failed to get torrent trackers."));
     auto answer = co_await std::move(trackers);
     if (!answer || !session)
         co_return;
     m_details.setTrackers(std::move(*answer));
     // The web seeds show beside the trackers.
-    auto webSeeds = fetch(session, session->client().webSeeds(hash), QStringLiteral("Failed to get tnt web seeds."));
+    auto webSeeds = fetch(session, session->client().webSeeds(hash), QStringLiteral("Failed to get torrent web seeds."));
     if (auto seeds = co_await std::move(webSeeds))
         m_details.setWebSeeds(std::move(*seeds));
 }

@@ -105,7 +105,7 @@ QCoro::Task<> TntOperations::run(Command command)
 
 QCoro::Task<> TntOperations::start(TntTargets targets)
 {
-    return run({QStringLiteral("Failed to start tnts."),
+    return run({QStringLiteral("Failed to start torrents."),
                 [targets](const Features &server) {
                     return server.usesStartStop() ? Endpoint::TntManagement::start(targets.wireList())
                                                   : Endpoint::TntManagement::resume(targets.wireList());
@@ -117,7 +117,7 @@ QCoro::Task<> TntOperations::start(TntTargets targets)
 
 QCoro::Task<> TntOperations::stop(TntTargets targets)
 {
-    return run({QStringLiteral("Failed to stop tnts."),
+    return run({QStringLiteral("Failed to stop torrents."),
                 [targets](const Features &server) {
                     return server.usesStartStop() ? Endpoint::TntManagement::stop(targets.wireList())
                                                   : Endpoint::TntManagement::pause(targets.wireList());
@@ -130,7 +130,7 @@ QCoro::Task<> TntOperations::stop(TntTargets targets)
 
 QCoro::Task<> TntOperations::setForceStart(TntTargets targets, bool value)
 {
-    return run({QStringLiteral("Failed to set force start for tnts."),
+    return run({QStringLiteral("Failed to set force start for torrents."),
                 [targets, value](const Features &) {
                     return Endpoint::TntManagement::setForceStart(targets.wireList(), value);
                 },
@@ -143,13 +143,13 @@ QCoro::Task<> TntOperations::setForceStart(TntTargets targets, bool value)
 
 QCoro::Task<> TntOperations::recheck(TntTargets targets)
 {
-    return run({QStringLiteral("Failed to recheck tnts."),
+    return run({QStringLiteral("Failed to recheck torrents."),
                 [targets](const Features &) { return Endpoint::TntManagement::recheck(targets.wireList()); }});
 }
 
 QCoro::Task<> TntOperations::reannounce(TntTargets targets)
 {
-    const QString title = QStringLiteral("failed to reannounce tnts.");
+    const QString title = QStringLiteral("failed to reannounce torrents.");
     QCoro::Task<bool> request = runChecked(
         {title, [targets](const Features &) { return Endpoint::TntManagement::reannounce(targets.wireList()); }});
     if (co_await std::move(request))
@@ -160,7 +160,7 @@ QCoro::Task<> TntOperations::reannounce(TntTargets targets)
 
 QCoro::Task<> TntOperations::remove(TntTargets targets, bool deleteFiles)
 {
-    return run({QStringLiteral("Failed to delete tnts."),
+    return run({QStringLiteral("Failed to delete torrents."),
                 [targets, deleteFiles](const Features &) {
                     return Endpoint::TntManagement::deleteTnts(targets.wireList(), deleteFiles);
                 },
@@ -174,16 +174,16 @@ QCoro::Task<> TntOperations::moveInQueue(TntTargets targets, QueueMove move)
 {
     switch (move) {
     case QueueMove::up:
-        return run({QStringLiteral("Failed to increase tnt priority."),
+        return run({QStringLiteral("Failed to increase torrent priority."),
                     [targets](const Features &) { return Endpoint::TntManagement::increasePrio(targets.wireList()); }});
     case QueueMove::down:
-        return run({QStringLiteral("Failed to decrease tnt priority."),
+        return run({QStringLiteral("Failed to decrease torrent priority."),
                     [targets](const Features &) { return Endpoint::TntManagement::decreasePrio(targets.wireList()); }});
     case QueueMove::top:
-        return run({QStringLiteral("Failed to set maximum tnt priority."),
+        return run({QStringLiteral("Failed to set maximum torrent priority."),
                     [targets](const Features &) { return Endpoint::TntManagement::topPrio(targets.wireList()); }});
     case QueueMove::bottom:
-        return run({QStringLiteral("Failed to set minimum tnt priority."),
+        return run({QStringLiteral("Failed to set minimum torrent priority."),
                     [targets](const Features &) { return Endpoint::TntManagement::bottomPrio(targets.wireList()); }});
     }
     Q_UNREACHABLE();
@@ -193,14 +193,14 @@ QCoro::Task<> TntOperations::setLocation(TntTargets targets, QString location)
 {
     if (targets.isNone())
         return nothingToSend();
-    return run({QStringLiteral("Failed to set tnt location."), [targets, location](const Features &) {
+    return run({QStringLiteral("Failed to set torrent location."), [targets, location](const Features &) {
                     return Endpoint::TntManagement::setLocation(targets.wireList(), location);
                 }});
 }
 
 QCoro::Task<> TntOperations::rename(QString hash, QString name)
 {
-    return run({QStringLiteral("Failed to rename tnt."),
+    return run({QStringLiteral("Failed to rename torrent."),
                 [hash, name](const Features &) { return Endpoint::TntManagement::rename(hash, name); }});
 }
 
@@ -230,7 +230,7 @@ QCoro::Task<> TntOperations::editTracker(QString hash, QString origUrl, QString 
 
 QCoro::Task<> TntOperations::removeTrackers(QString hash, QStringList urls)
 {
-    return run({QStringLiteral("Faield to remove trackers."),
+    return run({QStringLiteral("Failed to remove trackers."),
                 [hash, urls](const Features &) { return Endpoint::TntManagement::removeTrackers(hash, urls); },
                 [this, hash](const Features &) { Q_EMIT trackersEdited(hash); }});
 }
@@ -239,7 +239,7 @@ QCoro::Task<> TntOperations::addPeers(TntTargets targets, QStringList peers)
 {
     if (targets.isNone())
         return nothingToSend();
-    return run({QStringLiteral("Failed to add peers to tnt."), [targets, peers](const Features &) {
+    return run({QStringLiteral("Failed to add peers to torrent."), [targets, peers](const Features &) {
                     return Endpoint::TntManagement::addPeers(targets.wireList(), peers);
                 }});
 }
@@ -254,7 +254,7 @@ QCoro::Task<> TntOperations::setCategory(TntTargets targets, QString category)
 {
     if (targets.isNone())
         return nothingToSend();
-    return run({QStringLiteral("Failed to set tnt category."),
+    return run({QStringLiteral("Failed to set torrent category."),
                 [targets, category](const Features &) {
                     return Endpoint::TntManagement::setCategory(targets.wireList(), category);
                 },
@@ -336,7 +336,7 @@ QCoro::Task<> TntOperations::deleteTags(QSet<QString> tags)
 
 QCoro::Task<> TntOperations::setAutoManagement(TntTargets targets, bool enable)
 {
-    return run({QStringLiteral("Failed to set automatic tnt management."), [targets, enable](const Features &) {
+    return run({QStringLiteral("Failed to set automatic torrent management."), [targets, enable](const Features &) {
                     return Endpoint::TntManagement::setAutoManagement(targets.wireList(), enable);
                 }});
 }

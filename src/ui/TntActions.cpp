@@ -69,7 +69,7 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
     const auto toggle = [this](Id id, const QString &title, std::function<void(bool)> run) {
         add(id, title, std::move(run))->setCheckable(true);
     };
-    toggle(Id::autoManagement, QStringLiteral("Automatic tnt management"),
+    toggle(Id::autoManagement, QStringLiteral("Automatic torrent management"),
            [this](bool on) { detached(m_context.setAutoManagement(targetSet(), on)); });
     toggle(Id::firstLastPiecesFirst, QStringLiteral("Download first and last pieces first"),
            [this](bool) { detached(m_context.toggleFirstLastPiecePrio(targetSet())); });

@@ -18,16 +18,16 @@ TntCommands::TntCommands(AppContext &context, QWidget *window)
 QString TntCommands::removeTitle(qsizetype count)
 {
     if (count == 0)
-        return QStringLiteral("Are you sure you want to remove All tnts?");
+        return QStringLiteral("Are you sure you want to remove All torrents?");
     if (count == 1)
-        return QStringLiteral("Are you sure you want to remove 1 tnt?");
-    return QStringLiteral("Are you sure you want to remove %1 tnts?").arg(count);
+        return QStringLiteral("Are you sure you want to remove 1 torrent?");
+    return QStringLiteral("Are you sure you want to remove %1 torrents?").arg(count);
 }
 
 QString TntCommands::removeMessage(qsizetype count)
 {
-    return count == 1 ? QStringLiteral("This tnt will be deleted immediately. You can’t undo this action.")
-                      : QStringLiteral("This tnts will be deleted immediately. You can’t undo this action.");
+    return count == 1 ? QStringLiteral("This torrent will be deleted immediately. You can’t undo this action.")
+                      : QStringLiteral("These torrents will be deleted immediately. You can’t undo this action.");
 }
 
 void TntCommands::present(QDialog *sheet)
@@ -51,7 +51,9 @@ void TntCommands::stop(const QSet<QString> &hashes)
 
 void TntCommands::remove(const QSet<QString> &hashes)
 {
-    if (!m_context.settings().defaults().boolValue(UserDefaultsKey::confirmTntDeleting, true)) {
+    // Every torrent of the server is always asked about, whatever the setting says.
+    const bool everyTorrent = hashes.isEmpty();
+    if (!everyTorrent && !m_context.settings().defaults().boolValue(UserDefaultsKey::confirmTntDeleting, true)) {
         detached(m_context.removeTnts(hashes, false));
         return;
     }
@@ -63,8 +65,9 @@ void TntCommands::remove(const QSet<QString> &hashes)
     alert->setAttribute(Qt::WA_DeleteOnClose);
     QPushButton *fromList = alert->addButton(QStringLiteral("Remove from List"), QMessageBox::AcceptRole);
     QPushButton *everywhere = alert->addButton(QStringLiteral("Remove Everywhere"), QMessageBox::DestructiveRole);
-    alert->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
-    alert->setDefaultButton(fromList);
+    QPushButton *cancel = alert->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+    // Return must never remove every torrent.
+    alert->setDefaultButton(everyTorrent ? cancel : fromList);
     connect(alert, &QMessageBox::finished, this, [this, alert, fromList, everywhere, hashes] {
         if (alert->clickedButton() == fromList || alert->clickedButton() == everywhere)
             detached(m_context.removeTnts(hashes, alert->clickedButton() == everywhere));
@@ -74,7 +77,7 @@ void TntCommands::remove(const QSet<QString> &hashes)
 
 void TntCommands::editLocation(const QSet<QString> &hashes)
 {
-    auto *sheet = new EditorSheet(QStringLiteral("New tnt location"), QStringLiteral("Save"), m_window);
+    auto *sheet = new EditorSheet(QStringLiteral("New torrent location"), QStringLiteral("Save"), m_window);
     sheet->setObjectName(QStringLiteral("locationEditor"));
     // One torrent, or several in one folder: start from where they are.
     QString current;

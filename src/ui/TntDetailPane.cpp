@@ -281,7 +281,7 @@ void TntDetailPane::showTarget()
         m_pages->setCurrentWidget(m_tabs);
         return;
     }
-    m_empty->setText(selected == 0 ? QStringLiteral("No tnt selected") : QStringLiteral("%1 tnts selected").arg(selected));
+    m_empty->setText(selected == 0 ? QStringLiteral("No torrent selected") : QStringLiteral("%1 torrents selected").arg(selected));
     m_pages->setCurrentWidget(m_empty);
 }
 

@@ -105,7 +105,7 @@ void TransferStatus::refresh()
 
 void TransferStatus::setTntDetailsHidden(bool hidden)
 {
-    const QString text = hidden ? QStringLiteral("Show tnt details") : QStringLiteral("Hide tnt details");
+    const QString text = hidden ? QStringLiteral("Show torrent details") : QStringLiteral("Hide torrent details");
     m_detailsToggle->setText(text);
     m_detailsToggle->setToolTip(text);
 }

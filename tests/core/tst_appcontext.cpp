@@ -416,7 +416,7 @@ private Q_SLOTS:
         m_server->clearRequests();
         wait(m_context->startTnts({}));
         QVERIFY(m_server->requests().isEmpty());
-        QCOMPARE(m_context->clientError()->title(), QStringLiteral("Failed to start tnts."));
+        QCOMPARE(m_context->clientError()->title(), QStringLiteral("Failed to start torrents."));
 
         wait(m_context->selectConfiguration(id));
         QVERIFY(m_context->isPolling());

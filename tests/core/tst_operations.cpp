@@ -109,24 +109,24 @@ private Q_SLOTS:
         QTest::addColumn<Operation>("operation");
         QTest::addColumn<QString>("title");
         const Set one{QStringLiteral("bbb")};
-        QTest::newRow("start") << op(&AppContext::startTnts, one) << QStringLiteral("Failed to start tnts.");
-        QTest::newRow("stop") << op(&AppContext::stopTnts, one) << QStringLiteral("Failed to stop tnts.");
+        QTest::newRow("start") << op(&AppContext::startTnts, one) << QStringLiteral("Failed to start torrents.");
+        QTest::newRow("stop") << op(&AppContext::stopTnts, one) << QStringLiteral("Failed to stop torrents.");
         QTest::newRow("remove") << Operation([one](AppContext &c) { return c.removeTnts(one, true); })
-                                << QStringLiteral("Failed to delete tnts.");
+                                << QStringLiteral("Failed to delete torrents.");
         QTest::newRow("reannounce") << op(&AppContext::reannounceTnts, one)
-                                    << QStringLiteral("failed to reannounce tnts.");
+                                    << QStringLiteral("failed to reannounce torrents.");
         QTest::newRow("remove trackers") << Operation([](AppContext &c) {
             return c.removeTrackers(QStringLiteral("bbb"), {QStringLiteral("http://t/a")});
-        }) << QStringLiteral("Faield to remove trackers.");
+        }) << QStringLiteral("Failed to remove trackers.");
         QTest::newRow("add trackers") << Operation([](AppContext &c) {
             return c.addTrackers(QStringLiteral("bbb"), {QStringLiteral("http://t/a")});
         }) << QStringLiteral("Failed to add trackers.");
         QTest::newRow("category") << Operation([one](AppContext &c) { return c.setCategory(one, QString()); })
-                                  << QStringLiteral("Failed to set tnt category.");
+                                  << QStringLiteral("Failed to set torrent category.");
         QTest::newRow("tags") << Operation([one](AppContext &c) { return c.addTags(one, {QStringLiteral("z")}); })
                               << QStringLiteral("Failed to add tags.");
         QTest::newRow("priority") << Operation([](AppContext &c) { return c.maximumPriority(); })
-                                  << QStringLiteral("Failed to set maximum tnt priority.");
+                                  << QStringLiteral("Failed to set maximum torrent priority.");
         QTest::newRow("speed limits") << Operation([](AppContext &c) { return c.toggleSpeedLimitsMode(); })
                                       << QStringLiteral("Failed to toggle speed limits mode.");
     }
@@ -153,7 +153,7 @@ private Q_SLOTS:
         wait(m_context->logOut());
         m_fixture->server.clearRequests();
         wait(m_context->stopTnts({QStringLiteral("aaa")}));
-        QCOMPARE(m_context->clientError()->title(), QStringLiteral("Failed to stop tnts."));
+        QCOMPARE(m_context->clientError()->title(), QStringLiteral("Failed to stop torrents."));
         QCOMPARE(m_context->clientError()->description(), QStringLiteral("Quillo is not connected to qBt!"));
         QCOMPARE(m_context->clientError()->failureReason(),
                  QStringLiteral("Click on the lock icon in the top right corner to connect."));

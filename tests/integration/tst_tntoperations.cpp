@@ -188,7 +188,7 @@ private Q_SLOTS:
         wait(m_context->createTags({QStringLiteral("drop")}));
         auto menu = std::make_unique<TntContextMenu>(actions(), QStringList{made.infoHash});
         item(*menu, QStringLiteral("Force start"))->trigger();
-        item(*menu, QStringLiteral("Automatic tnt management"))->trigger();
+        item(*menu, QStringLiteral("Automatic torrent management"))->trigger();
         item(*menu, QStringLiteral("Super seeding mode"))->trigger();
         item(*item(*menu, QStringLiteral("Tags"))->menu(), QStringLiteral("drop"))->trigger();
         item(*menu, QStringLiteral("Add trackers..."))->trigger();
@@ -234,7 +234,7 @@ private Q_SLOTS:
         commands().remove({made.infoHash});
         auto *confirmation = qobject_cast<QMessageBox *>(commands().openSheet());
         QVERIFY(confirmation);
-        QCOMPARE(confirmation->text(), QStringLiteral("Are you sure you want to remove 1 tnt?"));
+        QCOMPARE(confirmation->text(), QStringLiteral("Are you sure you want to remove 1 torrent?"));
         click(*confirmation, choice);
         QTRY_VERIFY(!tnt(made.infoHash)); // gone from the table at once
         QTRY_COMPARE_WITH_TIMEOUT(QFileInfo::exists(made.contentPath), dataKept, 10'000);
@@ -250,7 +250,7 @@ private Q_SLOTS:
         wait(m_context->client()->perform(API::Endpoint::Application::setPreferences(R"({"queueing_enabled":false})")));
         m_context->setSelectedTnts({made.infoHash});
         m_window->toolbarAction(QStringLiteral("increase_tnt_prio"))->trigger();
-        QTRY_COMPARE(alert(), QStringLiteral("Failed to increase tnt priority.|Torrent queueing must be enabled"));
+        QTRY_COMPARE(alert(), QStringLiteral("Failed to increase torrent priority.|Torrent queueing must be enabled"));
     }
 };
 

@@ -109,21 +109,25 @@ private Q_SLOTS:
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("message");
         QTest::addColumn<QByteArray>("request");
-        const QString one = QStringLiteral("This tnt will be deleted immediately. You can’t undo this action.");
-        const QString many = QStringLiteral("This tnts will be deleted immediately. You can’t undo this action.");
+        QTest::addColumn<QString>("defaultChoice");
+        const QString one = QStringLiteral("This torrent will be deleted immediately. You can’t undo this action.");
+        const QString many = QStringLiteral("These torrents will be deleted immediately. You can’t undo this action.");
         QTest::newRow("two, everywhere") << Set{QStringLiteral("aaa"), QStringLiteral("ccc")} << QString()
                                          << QStringLiteral("Remove Everywhere")
-                                         << QStringLiteral("Are you sure you want to remove 2 tnts?") << many
-                                         << QByteArray("/api/v2/torrents/delete?hashes=aaa%7Cccc&deleteFiles=true");
+                                         << QStringLiteral("Are you sure you want to remove 2 torrents?") << many
+                                         << QByteArray("/api/v2/torrents/delete?hashes=aaa%7Cccc&deleteFiles=true")
+                                         << QStringLiteral("Remove from List");
         QTest::newRow("nothing selected is all") << Set{} << QString() << QStringLiteral("Remove from List")
-                                                 << QStringLiteral("Are you sure you want to remove All tnts?") << many
-                                                 << QByteArray("/api/v2/torrents/delete?hashes=all&deleteFiles=false");
+                                                 << QStringLiteral("Are you sure you want to remove All torrents?") << many
+                                                 << QByteArray("/api/v2/torrents/delete?hashes=all&deleteFiles=false")
+                                                 << QStringLiteral("Cancel");
         QTest::newRow("cancelled") << Set{QStringLiteral("bbb")} << QString() << QStringLiteral("Cancel")
-                                   << QStringLiteral("Are you sure you want to remove 1 tnt?") << one << QByteArray();
+                                   << QStringLiteral("Are you sure you want to remove 1 torrent?") << one << QByteArray()
+                                   << QStringLiteral("Remove from List");
         QTest::newRow("outside the selection")
             << Set{QStringLiteral("aaa"), QStringLiteral("ccc")} << QStringLiteral("bbb")
-            << QStringLiteral("Remove from List") << QStringLiteral("Are you sure you want to remove 1 tnt?") << one
-            << QByteArray("/api/v2/torrents/delete?hashes=bbb&deleteFiles=false");
+            << QStringLiteral("Remove from List") << QStringLiteral("Are you sure you want to remove 1 torrent?") << one
+            << QByteArray("/api/v2/torrents/delete?hashes=bbb&deleteFiles=false") << QStringLiteral("Remove from List");
     }
 
     // Through the Delete key of the table or the menu of a row, as users remove.
@@ -147,6 +151,7 @@ private Q_SLOTS:
         QCOMPARE(alert->text(), title);
         QCOMPARE(alert->informativeText(), message);
         QCOMPARE(texts(*alert).filter(QStringLiteral("Remove")).size(), 2);
+        QTEST(alert->defaultButton()->text(), "defaultChoice");
         button(*alert, choice)->click();
         if (request.isEmpty()) {
             // A command sent after the answer arrives after anything the answer would have sent.
@@ -163,9 +168,15 @@ private Q_SLOTS:
         QVERIFY(m_window->tntTable()->selectedHashes().isEmpty()); // else Start would act on every torrent
     }
 
-    void removeWithoutConfirmationKeepsTheData()
+    // Without confirmation the selection goes at once, keeping its data; every torrent is still asked about.
+    void removeWithoutConfirmation()
     {
         m_server->defaults.setValue(UserDefaultsKey::confirmTntDeleting, false);
+        select({});
+        m_window->toolbarAction(QStringLiteral("delete_tnt"))->trigger();
+        QVERIFY(qobject_cast<QMessageBox *>(commands().openSheet()));
+        commands().openSheet()->close();
+        QTRY_VERIFY(!commands().openSheet());
         select({QStringLiteral("bbb")});
         m_window->toolbarAction(QStringLiteral("delete_tnt"))->trigger();
         QVERIFY(!commands().openSheet());
@@ -181,7 +192,7 @@ private Q_SLOTS:
         QTest::newRow("location") << Open([](TntCommands &c) {
             c.editLocation({QStringLiteral("aaa"), QStringLiteral("bbb")});
         })
-                                  << QStringList{QStringLiteral("New tnt location"), QStringLiteral("Location"),
+                                  << QStringList{QStringLiteral("New torrent location"), QStringLiteral("Location"),
                                                  QStringLiteral("/opt/etc/downloads/"), QStringLiteral("Save")}
                                   << QStringLiteral(" /new place/ ")
                                   << QByteArray("/api/v2/torrents/setLocation?hashes=aaa%7Cbbb&location=/new%20place/");
@@ -259,7 +270,7 @@ private Q_SLOTS:
                              << QStringList{QStringLiteral("Reset"), QStringLiteral("films ✓")}
                              << QStringList{QStringLiteral("Remove all"), QStringLiteral("Add tags..."),
                                             QStringLiteral("x"), QStringLiteral("y")}
-                             << QStringList{QStringLiteral("Automatic tnt management"),
+                             << QStringList{QStringLiteral("Automatic torrent management"),
                                             QStringLiteral("Download first and last pieces first"),
                                             QStringLiteral("Download in sequential order"),
                                             QStringLiteral("Super seeding mode")};

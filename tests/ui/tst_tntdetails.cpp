@@ -112,11 +112,11 @@ private Q_SLOTS:
     void toggleHidesAndShowsAndIsKept()
     {
         QVERIFY(pane().isVisible()); // a fresh start shows the details below the table
-        QCOMPARE(toggle().text(), QStringLiteral("Hide tnt details"));
-        QCOMPARE(toggle().toolTip(), QStringLiteral("Hide tnt details"));
+        QCOMPARE(toggle().text(), QStringLiteral("Hide torrent details"));
+        QCOMPARE(toggle().toolTip(), QStringLiteral("Hide torrent details"));
         toggle().click();
         QVERIFY(!pane().isVisible());
-        QCOMPARE(toggle().text(), QStringLiteral("Show tnt details"));
+        QCOMPARE(toggle().text(), QStringLiteral("Show torrent details"));
         select({QStringLiteral("aaa")});
         QTest::qWait(100);
         QVERIFY(sent("/torrents/properties").isEmpty()); // nothing is loaded for a hidden pane
@@ -126,9 +126,9 @@ private Q_SLOTS:
         QTRY_VERIFY(pane().generalText().contains(QStringLiteral("Total size: ") + TntFormat::size(2048)));
         QVERIFY(pane().generalText().contains(QStringLiteral("Created by: Quillo")));
         select({QStringLiteral("aaa"), QStringLiteral("ccc")});
-        QCOMPARE(pane().emptyText(), QStringLiteral("2 tnts selected"));
+        QCOMPARE(pane().emptyText(), QStringLiteral("2 torrents selected"));
         select({});
-        QCOMPARE(pane().emptyText(), QStringLiteral("No tnt selected"));
+        QCOMPARE(pane().emptyText(), QStringLiteral("No torrent selected"));
 
         openWindow();
         QVERIFY(pane().isVisible());
@@ -136,7 +136,7 @@ private Q_SLOTS:
         QVERIFY(!pane().isVisible());
         openWindow();
         QVERIFY(!pane().isVisible());
-        QCOMPARE(toggle().text(), QStringLiteral("Show tnt details"));
+        QCOMPARE(toggle().text(), QStringLiteral("Show torrent details"));
 
         // So is the window's size, once it was closed.
         QCOMPARE(m_window->size(), QSize(1360, 820));
