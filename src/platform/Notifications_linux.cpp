@@ -1,5 +1,6 @@
 #include "platform/Notifications.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -45,7 +46,8 @@ void post(const Notification &notification)
     call << QStringLiteral("Quillo") << 0u << QStringLiteral("quillo") << notification.title << notification.body
          << QStringList() << hints << -1;
     // Not asked whether the service runs: the bus starts one that is installed but not running yet.
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call));
+    // The application owns the watcher, so an answer still out when Quillo quits leaks nothing.
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), QCoreApplication::instance());
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
                      [body = notification.body](QDBusPendingCallWatcher *finished) {
                          if (finished->isError())
