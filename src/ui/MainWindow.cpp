@@ -39,6 +39,10 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+namespace {
+constexpr int attentionDurationMs = 3000;
+}
+
 MainWindow::MainWindow(AppContext &context, QWidget *parent)
     : QMainWindow(parent)
     , m_context(context)
@@ -128,7 +132,9 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     connect(&m_context, &AppContext::connectionStateChanged, this, &MainWindow::showConnectionState);
     connect(&m_context, &AppContext::loginPromptChanged, this, &MainWindow::followLoginPrompt);
     connect(&m_context.completionNotifier(), &CompletionNotifier::attentionRequested, this,
-            [this] { QApplication::alert(this); });
+            // A bounded request: with no end, some desktops flash the task bar until the window is
+            // looked at, which is one reminder per download rather than one per batch.
+            [this] { QApplication::alert(this, attentionDurationMs); });
     connect(&m_context, &AppContext::httpsRedirectSuggestionChanged, this, &MainWindow::offerSecureAddress);
     connect(m_tntTable, &TntTableView::selectionChanged, &m_context, &AppContext::setSelectedTnts);
     connect(&m_context, &AppContext::selectionChanged, this,
