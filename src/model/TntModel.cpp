@@ -30,6 +30,16 @@ void take(T &field, const Incoming &incoming, TntModel::Field flag, TntModel::Fi
     }
 }
 
+// A speed shows averaged over the window; the change is that of the shown value.
+void takeRate(qint64 &field, DataRateBuffer &buffer, const API::Maybe<qint64> &incoming, TntModel::Field flag,
+              TntModel::Fields &changed)
+{
+    if (!incoming)
+        return;
+    buffer.add(*incoming);
+    take(field, std::optional(buffer.shownRate(*incoming)), flag, changed);
+}
+
 } // namespace
 
 QString TntModel::Tracker::statusText(Status status)
@@ -46,9 +56,6 @@ QString TntModel::Tracker::statusText(Status status)
 
 TntModel::TntModel(QString hash, const API::STntModel &record, int averagingWindow)
     : m_id(std::move(hash))
-    , m_addedOn(record.addedOn.value_or(API::Date()))
-    , m_totalSize(record.totalSize.value_or(0))
-    , m_magnetUri(record.magnetUri.value_or(QString()))
 {
     setAveragingWindow(averagingWindow);
     update(record);
@@ -58,64 +65,23 @@ TntModel::TntModel(QString hash, const API::STntModel &record, int averagingWind
 
 void TntModel::setAveragingWindow(int samples)
 {
-    m_dlSpeedBuffer.setCapacity(samples);
-    m_upSpeedBuffer.setCapacity(samples);
+#define QUILLO_FIELD_WINDOW_kept(member)
+#define QUILLO_FIELD_WINDOW_rate(member) m_##member##Buffer.setCapacity(samples);
+#define QUILLO_FIELD_WINDOW_wire(member)
+#define QUILLO_FIELD_WINDOW(member, Bit, Type, decoding, role) QUILLO_FIELD_WINDOW_##role(member)
+    QUILLO_TNT_FIELDS(QUILLO_FIELD_WINDOW)
 }
 
 TntModel::Fields TntModel::update(const API::STntModel &d)
 {
     Fields changed = 0;
-    take(m_tags, d.tags, Tags, changed);
-    take(m_state, d.state, StateField, changed);
-    take(m_category, d.category, Category, changed);
-    take(m_amountLeft, d.amountLeft, AmountLeft, changed);
-    take(m_autoTmm, d.autoTmm, AutoTmm, changed);
-    take(m_availability, d.availability, Availability, changed);
-    take(m_completed, d.completed, Completed, changed);
-    take(m_completionOn, d.completionOn, CompletionOn, changed);
-    take(m_contentPath, d.contentPath, ContentPath, changed);
-    take(m_dlLimit, d.dlLimit, DlLimit, changed);
-    if (d.dlspeed) {
-        m_dlSpeedBuffer.add(*d.dlspeed);
-        take(m_dlspeed, std::optional(m_dlSpeedBuffer.shownRate(*d.dlspeed)), Dlspeed, changed);
-    }
-    take(m_downloaded, d.downloaded, Downloaded, changed);
-    take(m_downloadedSession, d.downloadedSession, DownloadedSession, changed);
-    take(m_eta, d.eta, Eta, changed);
-    take(m_fLPiecePrio, d.fLPiecePrio, FLPiecePrio, changed);
-    take(m_forceStart, d.forceStart, ForceStart, changed);
-    take(m_lastActivity, d.lastActivity, LastActivity, changed);
-    take(m_maxRatio, d.maxRatio, MaxRatio, changed);
-    take(m_maxSeedingTime, d.maxSeedingTime, MaxSeedingTime, changed);
-    if (d.name && *d.name != m_name) {
-        m_name = *d.name;
+#define QUILLO_FIELD_TAKE_kept(member, Bit) take(m_##member, d.member, Bit, changed);
+#define QUILLO_FIELD_TAKE_rate(member, Bit) takeRate(m_##member, m_##member##Buffer, d.member, Bit, changed);
+#define QUILLO_FIELD_TAKE_wire(member, Bit)
+#define QUILLO_FIELD_TAKE(member, Bit, Type, decoding, role) QUILLO_FIELD_TAKE_##role(member, Bit)
+    QUILLO_TNT_FIELDS(QUILLO_FIELD_TAKE)
+    if (changed & Name)
         m_nameSortKey = sortKeyOf(m_name);
-        changed |= Name;
-    }
-    take(m_numComplete, d.numComplete, NumComplete, changed);
-    take(m_numIncomplete, d.numIncomplete, NumIncomplete, changed);
-    take(m_numLeechs, d.numLeechs, NumLeechs, changed);
-    take(m_numSeeds, d.numSeeds, NumSeeds, changed);
-    take(m_priority, d.priority, Priority, changed);
-    take(m_progress, d.progress, Progress, changed);
-    take(m_ratio, d.ratio, Ratio, changed);
-    take(m_ratioLimit, d.ratioLimit, RatioLimit, changed);
-    take(m_savePath, d.savePath, SavePath, changed);
-    take(m_seedingTime, d.seedingTime, SeedingTime, changed);
-    take(m_seedingTimeLimit, d.seedingTimeLimit, SeedingTimeLimit, changed);
-    take(m_seenComplete, d.seenComplete, SeenComplete, changed);
-    take(m_seqDl, d.seqDl, SeqDl, changed);
-    take(m_size, d.size, Size, changed);
-    take(m_superSeeding, d.superSeeding, SuperSeeding, changed);
-    take(m_timeActive, d.timeActive, TimeActive, changed);
-    take(m_tracker, d.tracker, TrackerField, changed);
-    take(m_upLimit, d.upLimit, UpLimit, changed);
-    take(m_uploaded, d.uploaded, Uploaded, changed);
-    take(m_uploadedSession, d.uploadedSession, UploadedSession, changed);
-    if (d.upspeed) {
-        m_upSpeedBuffer.add(*d.upspeed);
-        take(m_upspeed, std::optional(m_upSpeedBuffer.shownRate(*d.upspeed)), Upspeed, changed);
-    }
     return changed;
 }
 

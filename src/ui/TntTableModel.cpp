@@ -97,7 +97,7 @@ TntModel::Fields TntTableModel::columnFields(Column column)
     case PeersColumn: return F::NumLeechs | F::NumIncomplete;
     case EtaColumn: return F::Eta;
     case RatioColumn: return F::Ratio;
-    case AddedOnColumn: return 0; // fixed at creation
+    case AddedOnColumn: return F::AddedOn;
     case CompletedOnColumn: return F::CompletionOn;
     case SeenCompleteColumn: return F::SeenComplete;
     case CategoryColumn: return F::Category;
