@@ -4,7 +4,6 @@
 #include "model/SidebarFilter.h"
 #include "support/Detached.h"
 
-#include <QPointer>
 
 AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject *parent)
     : QObject(parent)
@@ -29,6 +28,7 @@ AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject 
 
     QObject::connect(&m_connections, &ConnectionList::changed, this, &AppContext::configurationsChanged);
     QObject::connect(&m_errors, &ErrorReporter::changed, this, &AppContext::clientErrorChanged);
+    QObject::connect(&m_secureOffer, &SecureAddressOffer::changed, this, &AppContext::httpsRedirectSuggestionChanged);
     QObject::connect(&m_labels, &ServerLabels::changed, this, &AppContext::labelsChanged);
     QObject::connect(&m_sync, &Sync::pollingStarted, this, &AppContext::pollingStarted);
     QObject::connect(&m_sync, &Sync::pollingStopped, this, &AppContext::pollingStopped);
@@ -38,7 +38,7 @@ AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject 
     QObject::connect(
         &m_connector, &Connector::insecureAddressFailed, this,
         [this](const ClientConfiguration &failed, const QString &error, HTTPSRedirectSuggestion::Origin origin) {
-            detached(offerSecureAddress(failed, error, origin));
+            detached(m_secureOffer.probe(m_connector.session(), failed, error, origin));
         });
     QObject::connect(&m_systemEvents, &Platform::SystemEvents::connectivityRestored, this,
                      [this] { detached(m_connector.checkConnection()); });
@@ -132,41 +132,12 @@ void AppContext::reportSyncFailure(const QString &operation, const std::exceptio
     m_connector.reportSyncFailure(operation, error);
 }
 
-QCoro::Task<> AppContext::offerSecureAddress(ClientConfiguration failed, QString error,
-                                             HTTPSRedirectSuggestion::Origin origin)
-{
-    const QPointer<Session> session = m_connector.session();
-    auto probe = HTTPSRedirectSuggestion::probe(std::move(failed), origin, std::move(error), m_probeSettings);
-    std::optional<HTTPSRedirectSuggestion> suggestion = co_await std::move(probe);
-    if (!session || !suggestion)
-        co_return;
-    m_httpsRedirectSuggestion = std::move(suggestion);
-    Q_EMIT httpsRedirectSuggestionChanged();
-}
-
 QCoro::Task<> AppContext::acceptHTTPSRedirectSuggestion()
 {
-    if (!m_httpsRedirectSuggestion)
-        co_return;
-    const HTTPSRedirectSuggestion suggestion = *std::exchange(m_httpsRedirectSuggestion, std::nullopt);
-    Q_EMIT httpsRedirectSuggestionChanged();
-    const auto &saved = m_connections.all();
-    const auto found = std::find_if(saved.cbegin(), saved.cend(), [&suggestion](const ClientConfiguration &c) {
-        return c.id == suggestion.source.id;
-    });
-    if (found == saved.cend())
-        co_return;
-    const ClientConfiguration moved = suggestion.acceptedConfiguration(*found);
-    m_connections.replace(moved);
-    HTTPSRedirectSuggestion::logAddressChange(suggestion.source, moved);
-    QCoro::Task<> opening = selectConfiguration(moved.id);
-    co_await std::move(opening);
-}
-
-void AppContext::dismissHTTPSRedirectSuggestion()
-{
-    m_httpsRedirectSuggestion.reset();
-    Q_EMIT httpsRedirectSuggestionChanged();
+    if (const std::optional<QUuid> moved = m_secureOffer.accept()) {
+        QCoro::Task<> opening = selectConfiguration(*moved);
+        co_await std::move(opening);
+    }
 }
 
 TntTargets AppContext::orAll(QSet<QString> hashes)

@@ -5,7 +5,7 @@
 #include "core/ConnectionList.h"
 #include "core/Connector.h"
 #include "core/ErrorReporter.h"
-#include "core/HTTPSRedirectSuggestion.h"
+#include "core/SecureAddressOffer.h"
 #include "core/Sync.h"
 #include "core/TntDetailLoader.h"
 #include "core/TntOperations.h"
@@ -84,9 +84,11 @@ public:
     const QSet<QString> &selectedTnts() const { return m_selectedTnts; }
     void setSelectedTnts(QSet<QString> hashes);
     // An offer to move the selected connection to the HTTPS address its port redirects to.
-    const std::optional<HTTPSRedirectSuggestion> &httpsRedirectSuggestion() const { return m_httpsRedirectSuggestion; }
-    // The secure check's certificate verification; tests trust their own certificate here.
-    void setProbeSettings(HTTPSRedirectSuggestion::ProbeSettings settings) { m_probeSettings = std::move(settings); }
+    const std::optional<HTTPSRedirectSuggestion> &httpsRedirectSuggestion() const { return m_secureOffer.current(); }
+    void setProbeSettings(HTTPSRedirectSuggestion::ProbeSettings settings)
+    {
+        m_secureOffer.setProbeSettings(std::move(settings));
+    }
 
     // The saved list. Adding or saving a connection equal to another fails with
     // InternalError::serverConfigurationAlreadyExist and leaves the list as it was.
@@ -116,7 +118,7 @@ public:
     void dismissClientError() { m_errors.dismiss(); }
     // Moves the saved connection to the suggested port and path, and connects to it.
     QCoro::Task<> acceptHTTPSRedirectSuggestion();
-    void dismissHTTPSRedirectSuggestion();
+    void dismissHTTPSRedirectSuggestion() { m_secureOffer.dismiss(); }
 
     // Torrent commands. For those taking a set, an empty set means every torrent (sent as "all"),
     // except where noted: this is the one place that reads an empty set so.
@@ -222,7 +224,6 @@ private:
     {
         return m_operations.moveInQueue(orAll(m_selectedTnts), move);
     }
-    QCoro::Task<> offerSecureAddress(ClientConfiguration failed, QString error, HTTPSRedirectSuggestion::Origin origin);
 
     KeychainStore &m_keychain;
     AppSettings m_settings;
@@ -235,8 +236,7 @@ private:
     TrackerIndex m_trackers;
     TntDetailContext m_tntDetails;
     QSet<QString> m_selectedTnts;
-    std::optional<HTTPSRedirectSuggestion> m_httpsRedirectSuggestion;
-    HTTPSRedirectSuggestion::ProbeSettings m_probeSettings;
+    SecureAddressOffer m_secureOffer{m_connections};
     Sync m_sync{m_settings, m_tntCollection, m_serverState, m_labels, m_trackers};
     Connector m_connector{m_connections, m_keychain, m_sync, m_errors};
     TntDetailLoader m_detailLoader{m_connector, m_sync, m_tntDetails, m_settings};
