@@ -36,6 +36,18 @@ UserDefaultsKey splitKey(NavigationContext::Split split)
                                                       : UserDefaultsKey::tntDetailSplitSizes;
 }
 
+UserDefaultsKey hiddenKey(NavigationContext::Panel panel)
+{
+    switch (panel) {
+    case NavigationContext::Panel::sidebar: return UserDefaultsKey::sidebarIsHidden;
+    case NavigationContext::Panel::tntDetails: return UserDefaultsKey::tntDetailsIsHidden;
+    case NavigationContext::Panel::statusBar: return UserDefaultsKey::statusBarIsHidden;
+    case NavigationContext::Panel::toolbar: return UserDefaultsKey::toolbarIsHidden;
+    }
+    Q_UNREACHABLE();
+}
+
+
 } // namespace
 
 NavigationContext::NavigationContext(AppContext &context, UserDefaults &defaults, QObject *parent)
@@ -143,17 +155,17 @@ void NavigationContext::setWindowGeometry(const QByteArray &geometry)
     m_defaults.setValue(UserDefaultsKey::mainWindowGeometry, geometry);
 }
 
-bool NavigationContext::isTntDetailsHidden() const
+bool NavigationContext::isHidden(Panel panel) const
 {
-    return m_defaults.boolValue(UserDefaultsKey::tntDetailsIsHidden, false);
+    return m_defaults.boolValue(hiddenKey(panel), false);
 }
 
-void NavigationContext::setTntDetailsHidden(bool hidden)
+void NavigationContext::setHidden(Panel panel, bool hidden)
 {
-    if (hidden == isTntDetailsHidden())
+    if (hidden == isHidden(panel))
         return;
-    m_defaults.setValue(UserDefaultsKey::tntDetailsIsHidden, hidden);
-    Q_EMIT tntDetailsHiddenChanged(hidden);
+    m_defaults.setValue(hiddenKey(panel), hidden);
+    Q_EMIT hiddenChanged(panel, hidden);
 }
 
 void NavigationContext::rebuildLabels()

@@ -17,8 +17,9 @@ class UserDefaults;
 // The window's navigation state behind the sidebar: the entries of each group, the selection
 // (kept in the settings across restarts), the groups' disclosure, the filter the selection makes
 // and the entries' counts; and the window's layout around them, also kept: where the splits beside
-// the sidebar and above the detail pane stand, and whether the detail pane is hidden. A remembered entry whose category, tag or tracker the server no longer
-// has leaves the selection when the server's lists arrive.
+// the sidebar and above the detail pane stand, and which panels are hidden. A remembered entry whose
+// category, tag or tracker the server no longer has leaves the selection when the server's lists
+// arrive.
 class NavigationContext : public QObject
 {
     Q_OBJECT
@@ -26,6 +27,8 @@ class NavigationContext : public QObject
 public:
     using Group = SidebarItem::ItemType;
     enum class Split { sidebar, tntDetails };
+    // The parts of the window the View menu shows or hides.
+    enum class Panel { sidebar, tntDetails, statusBar, toolbar };
 
     NavigationContext(AppContext &context, UserDefaults &defaults, QObject *parent = nullptr);
     ~NavigationContext() override;
@@ -54,8 +57,8 @@ public:
     // The main window's place and size as the toolkit saves them; empty until the window first closed.
     QByteArray windowGeometry() const;
     void setWindowGeometry(const QByteArray &geometry);
-    bool isTntDetailsHidden() const;
-    void setTntDetailsHidden(bool hidden);
+    bool isHidden(Panel panel) const;
+    void setHidden(Panel panel, bool hidden);
 
     const SidebarFilter &sidebarFilter() const { return m_filter; }
     const SidebarCounts &counts() const { return m_counts; }
@@ -67,7 +70,7 @@ Q_SIGNALS:
     // The table applies this filter; sent again when what it tests for changed on the server.
     void filterChanged(const SidebarFilter &filter);
     void countsChanged();
-    void tntDetailsHiddenChanged(bool hidden);
+    void hiddenChanged(NavigationContext::Panel panel, bool hidden);
 
 private:
     void rebuildLabels();

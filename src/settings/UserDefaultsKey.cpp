@@ -50,6 +50,9 @@ QString keyName(UserDefaultsKey key)
     case UserDefaultsKey::sidebarSplitSizes: return QStringLiteral("sidebarSplitSizes");
     case UserDefaultsKey::tntDetailSplitSizes: return QStringLiteral("tntDetailSplitSizes");
     case UserDefaultsKey::tntDetailsIsHidden: return QStringLiteral("tntDetailsIsHidden");
+    case UserDefaultsKey::sidebarIsHidden: return QStringLiteral("sidebarIsHidden");
+    case UserDefaultsKey::statusBarIsHidden: return QStringLiteral("statusBarIsHidden");
+    case UserDefaultsKey::toolbarIsHidden: return QStringLiteral("toolbarIsHidden");
     case UserDefaultsKey::mainWindowGeometry: return QStringLiteral("mainWindowGeometry");
     case UserDefaultsKey::notifyDownloadsComplete: return QStringLiteral("notifyDownloadsComplete");
     }

@@ -49,11 +49,14 @@ enum class UserDefaultsKey {
     categoryForNewTnt,
     tagsForNewTnt,
     tntAddingTableConfiguration,
-    // The main window's layout: where its two splits stand ("220,980"), whether the detail pane
-    // below the table is hidden, and the window's own place and size.
+    // The main window's layout: where its two splits stand ("220,980"), which of its panels are
+    // hidden, and the window's own place and size.
     sidebarSplitSizes,
     tntDetailSplitSizes,
     tntDetailsIsHidden,
+    sidebarIsHidden,
+    statusBarIsHidden,
+    toolbarIsHidden,
     mainWindowGeometry,
     // Whether a finished download is announced with a notification.
     notifyDownloadsComplete,

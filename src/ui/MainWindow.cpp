@@ -9,6 +9,7 @@
 #include "ui/DisplayName.h"
 #include "ui/DropOverlay.h"
 #include "ui/LoginPrompt.h"
+#include "ui/MainMenus.h"
 #include "ui/ReconnectionOverlay.h"
 #include "ui/ServerMenu.h"
 #include "ui/SidebarView.h"
@@ -41,6 +42,7 @@
 
 namespace {
 constexpr int attentionDurationMs = 3000;
+using Panel = NavigationContext::Panel;
 }
 
 MainWindow::MainWindow(AppContext &context, QWidget *parent)
@@ -97,10 +99,6 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     connect(m_navigation, &NavigationContext::filterChanged, m_tntTable->proxy(), &TntFilterProxy::setSidebarFilter);
     statusBar()->addPermanentWidget(m_transferStatus, 1);
 
-    QMenu *find = menuBar()->addMenu(QStringLiteral("Find"));
-    QAction *filter = find->addAction(QStringLiteral("Filter torrents"));
-    filter->setShortcut(QKeySequence::Find);
-    connect(filter, &QAction::triggered, m_tntTable, &TntTableView::focusFilter);
     m_pages->addWidget(m_welcomeView);
     m_pages->addWidget(m_connectedArea);
     setCentralWidget(m_pages);
@@ -142,10 +140,17 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     connect(m_tntTable, &TntTableView::contextMenuRequested, this, &MainWindow::showTntContextMenu);
     connect(m_transferStatus, &TransferStatus::altSpeedToggleRequested, this,
             [this] { detached(m_context.toggleSpeedLimitsMode()); });
-    connect(m_transferStatus, &TransferStatus::tntDetailsToggleRequested, this,
-            [this] { m_navigation->setTntDetailsHidden(!m_navigation->isTntDetailsHidden()); });
-    connect(m_navigation, &NavigationContext::tntDetailsHiddenChanged, this, &MainWindow::showTntDetails);
-    showTntDetails(m_navigation->isTntDetailsHidden());
+    connect(m_transferStatus, &TransferStatus::tntDetailsToggleRequested, this, [this] {
+        m_navigation->setHidden(Panel::tntDetails, !m_navigation->isHidden(Panel::tntDetails));
+    });
+    connect(m_navigation, &NavigationContext::hiddenChanged, this, &MainWindow::showPanels);
+    m_menus = new MainMenus({.window = this,
+                             .actions = m_tntActions,
+                             .table = m_tntTable,
+                             .navigation = m_navigation,
+                             .serverMenu = m_serverMenu,
+                             .logInOut = m_logInOut});
+    showPanels();
 
     showPage();
     showConnectionState();
@@ -164,7 +169,7 @@ void MainWindow::showPage()
 {
     const bool hasConnections = !m_context.clientConfigurations().isEmpty();
     m_pages->setCurrentWidget(hasConnections ? m_connectedArea : m_welcomeView);
-    m_toolBar->setVisible(hasConnections);
+    m_toolBar->setVisible(hasConnections && !m_navigation->isHidden(Panel::toolbar));
 }
 
 void MainWindow::showConnectionState()
@@ -197,10 +202,14 @@ void MainWindow::keepSplitSizes(QSplitter *split, NavigationContext::Split which
             [this, split, which] { m_navigation->setSplitSizes(which, split->sizes()); });
 }
 
-void MainWindow::showTntDetails(bool hidden)
+void MainWindow::showPanels()
 {
-    m_detailPane->setHidden(hidden);
-    m_transferStatus->setTntDetailsHidden(hidden);
+    const bool detailsHidden = m_navigation->isHidden(Panel::tntDetails);
+    m_detailPane->setHidden(detailsHidden);
+    m_transferStatus->setTntDetailsHidden(detailsHidden);
+    m_sidebar->setHidden(m_navigation->isHidden(Panel::sidebar));
+    statusBar()->setHidden(m_navigation->isHidden(Panel::statusBar));
+    showPage();
 }
 
 void MainWindow::addToolbarActions()

@@ -11,6 +11,7 @@ class AppContext;
 class ClientErrorPresenter;
 class ConnectionEditor;
 class DropOverlay;
+class MainMenus;
 class QAction;
 class QLabel;
 class QSplitter;
@@ -51,6 +52,7 @@ public:
     SidebarView *sidebar() const { return m_sidebar; }
     TntAddingFlow *addingFlow() const { return m_addingFlow; }
     DropOverlay *dropOverlay() const { return m_dropOverlay; }
+    MainMenus *menus() const { return m_menus; }
     // The toolbar's item by its identifier ("start_tnt", "delete_tnt", ...).
     QAction *toolbarAction(const QString &identifier) const;
 
@@ -75,7 +77,8 @@ private:
     void showTntContextMenu(const QStringList &hashes, const QPoint &position);
     // Restores the split's sizes from the navigation context and keeps them there as the user moves it.
     void keepSplitSizes(QSplitter *split, NavigationContext::Split which, const QList<int> &initial);
-    void showTntDetails(bool hidden);
+    // Shows or hides the sidebar, detail pane, status bar and toolbar as the View menu left them.
+    void showPanels();
 
     AppContext &m_context;
     QStackedWidget *m_pages;
@@ -99,5 +102,6 @@ private:
     ReconnectionOverlay *m_overlay;
     ClientErrorPresenter *m_errorPresenter;
     DropOverlay *m_dropOverlay;
+    MainMenus *m_menus = nullptr;
     QPointer<LoginPrompt> m_loginPrompt;
 };

@@ -34,7 +34,10 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
     onToolbar(add(Id::addFiles, QStringLiteral("Add Torrent Files"), [&adding](bool) { adding.chooseFiles(); }),
               "add_tnt_file", u"document-open", u"actions/open", QKeySequence::Open);
     onToolbar(add(Id::addLinks, QStringLiteral("Add Links"), [&adding](bool) { adding.enterLinks(); }), "add_tnt_link",
-              u"insert-link", u"actions/link", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
+              u"insert-link", u"actions/link", QKeySequence(Qt::CTRL | Qt::Key_U));
+    // Adding needs no selection: its keys act anywhere in the window.
+    for (const Id id : {Id::addFiles, Id::addLinks})
+        action(id)->setShortcutContext(Qt::WindowShortcut);
     // Remove, Start and Stop are titled for the menu they are in: see showState.
     onToolbar(add(Id::remove, QString(), [this](bool) { m_commands.remove(targetSet()); }), "delete_tnt",
               u"edit-delete", u"actions/delete", QKeySequence::Delete);

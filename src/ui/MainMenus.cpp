@@ -1,0 +1,139 @@
+#include "ui/MainMenus.h"
+
+#include "api/AppInfo.h"
+#include "ui/ServerMenu.h"
+#include "ui/TntActions.h"
+#include "ui/TntTableView.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QTableView>
+
+using Panel = NavigationContext::Panel;
+using Id = TntActions::Id;
+
+MainMenus::MainMenus(const Parts &parts)
+    : QObject(parts.window)
+    , m_parts(parts)
+{
+    addFileMenu();
+    addEditMenu();
+    addViewMenu();
+    addTntMenu();
+    addServerMenu();
+    addHelpMenu();
+}
+
+QMenu *MainMenus::menu(const QString &title) const
+{
+    for (QAction *action : m_parts.window->menuBar()->actions()) {
+        if (action->menu() && action->text() == title)
+            return action->menu();
+    }
+    return nullptr;
+}
+
+QAction *MainMenus::showAction(Panel panel) const
+{
+    return findChild<QAction *>(QStringLiteral("show_panel_%1").arg(static_cast<int>(panel)));
+}
+
+QString MainMenus::aboutText()
+{
+    return QStringLiteral("<h3>Quillo %1</h3><p>A desktop remote control for qBittorrent.</p>"
+                          "<p>Build %2, Qt %3</p><p>Licensed under the GNU General Public License, "
+                          "version 3 or later.</p>")
+        .arg(QString::fromUtf16(AppInfo::version), QString::fromUtf16(AppInfo::buildNumber),
+             QString::fromLatin1(qVersion()));
+}
+
+void MainMenus::addFileMenu()
+{
+    QMenu *file = m_parts.window->menuBar()->addMenu(QStringLiteral("File"));
+    file->addAction(m_parts.actions->action(Id::addFiles));
+    file->addAction(m_parts.actions->action(Id::addLinks));
+    file->addSeparator();
+    QAction *quit = file->addAction(QStringLiteral("Quit"));
+    // Not the platform's Quit key, which some desktops leave empty.
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    // Closing rather than quitting outright lets each window keep its place and finish its edits.
+    connect(quit, &QAction::triggered, qApp, &QApplication::closeAllWindows);
+}
+
+void MainMenus::addEditMenu()
+{
+    QMenu *edit = m_parts.window->menuBar()->addMenu(QStringLiteral("Edit"));
+    QAction *selectAll = edit->addAction(QStringLiteral("Select All"));
+    selectAll->setShortcut(QKeySequence::SelectAll);
+    // Where the torrents are: in the filter field the same keys select its text.
+    selectAll->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    m_parts.table->table()->addAction(selectAll);
+    connect(selectAll, &QAction::triggered, m_parts.table->table(), &QTableView::selectAll);
+    QAction *filter = edit->addAction(QStringLiteral("Filter torrents"));
+    filter->setShortcut(QKeySequence::Find);
+    connect(filter, &QAction::triggered, m_parts.table, &TntTableView::focusFilter);
+}
+
+void MainMenus::addViewMenu()
+{
+    QMenu *view = m_parts.window->menuBar()->addMenu(QStringLiteral("View"));
+    const auto addSwitch = [this, view](Panel panel, const QString &title) {
+        QAction *action = view->addAction(title);
+        action->setObjectName(QStringLiteral("show_panel_%1").arg(static_cast<int>(panel)));
+        action->setParent(this);
+        action->setCheckable(true);
+        action->setChecked(!m_parts.navigation->isHidden(panel));
+        connect(action, &QAction::toggled, m_parts.navigation,
+                [this, panel](bool shown) { m_parts.navigation->setHidden(panel, !shown); });
+    };
+    addSwitch(Panel::sidebar, QStringLiteral("Show Sidebar"));
+    addSwitch(Panel::tntDetails, QStringLiteral("Show Torrent Details"));
+    addSwitch(Panel::statusBar, QStringLiteral("Show Status Bar"));
+    addSwitch(Panel::toolbar, QStringLiteral("Show Toolbar"));
+    connect(m_parts.navigation, &NavigationContext::hiddenChanged, this,
+            [this](Panel panel, bool hidden) { showAction(panel)->setChecked(!hidden); });
+}
+
+void MainMenus::addTntMenu()
+{
+    QMenu *tnt = m_parts.window->menuBar()->addMenu(QStringLiteral("Torrent"));
+    TntActions &actions = *m_parts.actions;
+    const auto add = [tnt, &actions](std::initializer_list<Id> ids) {
+        for (const Id id : ids)
+            tnt->addAction(actions.action(id));
+        tnt->addSeparator();
+    };
+    add({Id::start, Id::stop, Id::forceStart, Id::remove});
+    tnt->addMenu(actions.copyMenu());
+    tnt->addSeparator();
+    add({Id::reannounce, Id::recheck});
+    tnt->addAction(actions.action(Id::rename));
+    tnt->addAction(actions.action(Id::setLocation));
+    tnt->addMenu(actions.categoryMenu());
+    tnt->addMenu(actions.tagsMenu());
+    add({Id::addTrackers, Id::addPeers});
+    add({Id::maximumPriority, Id::increasePriority, Id::decreasePriority, Id::minimumPriority});
+    add({Id::autoManagement, Id::firstLastPiecesFirst, Id::sequentialDownload, Id::superSeeding});
+}
+
+void MainMenus::addServerMenu()
+{
+    QMenu *server = m_parts.window->menuBar()->addMenu(QStringLiteral("Server"));
+    server->addAction(m_parts.logInOut);
+    server->addSeparator();
+    // Titled by the connection in use, as on the toolbar.
+    server->addMenu(m_parts.serverMenu);
+}
+
+void MainMenus::addHelpMenu()
+{
+    QMenu *help = m_parts.window->menuBar()->addMenu(QStringLiteral("Help"));
+    QAction *about = help->addAction(QStringLiteral("About Quillo"));
+    about->setMenuRole(QAction::AboutRole);
+    connect(about, &QAction::triggered, m_parts.window,
+            [window = m_parts.window] { QMessageBox::about(window, QStringLiteral("About Quillo"), aboutText()); });
+}

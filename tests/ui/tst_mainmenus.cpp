@@ -1,0 +1,175 @@
+#include "support/ScriptedTorrents.h"
+#include "support/Widgets.h"
+#include "ui/MainMenus.h"
+#include "ui/MainWindow.h"
+#include "ui/SidebarView.h"
+#include "ui/TntActions.h"
+#include "ui/TntContextMenu.h"
+#include "ui/TntDetailPane.h"
+#include "ui/TntTableView.h"
+
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTest>
+#include <QToolBar>
+
+namespace {
+
+using Set = QSet<QString>;
+using Panel = NavigationContext::Panel;
+
+QList<QAction *> items(const QMenu &menu)
+{
+    QList<QAction *> found;
+    for (QAction *action : menu.actions()) {
+        if (!action->isSeparator())
+            found << action;
+    }
+    return found;
+}
+
+} // namespace
+
+// The menu bar, clicked through offscreen against a scripted server.
+class TestMainMenus : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<ScriptedTorrents> m_server;
+    std::unique_ptr<MainWindow> m_window;
+
+    MainMenus &menus() { return *m_window->menus(); }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_server = std::make_unique<ScriptedTorrents>();
+        m_window = std::make_unique<MainWindow>(*m_server->context);
+        m_window->show();
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_server.reset();
+    }
+
+    void bar()
+    {
+        QStringList titles;
+        for (const QAction *action : m_window->menuBar()->actions())
+            titles << action->text();
+        QCOMPARE(titles, (QStringList{QStringLiteral("File"), QStringLiteral("Edit"), QStringLiteral("View"),
+                                      QStringLiteral("Torrent"), QStringLiteral("Server"), QStringLiteral("Help")}));
+        QVERIFY(MainMenus::aboutText().contains(QString::fromLatin1(qVersion())));
+        QVERIFY(MainMenus::aboutText().contains(QCoreApplication::applicationVersion().isEmpty()
+                                                    ? QStringLiteral("Quillo ")
+                                                    : QCoreApplication::applicationVersion()));
+    }
+
+    void torrentItemsAgreeWithToolbarAndContextMenu_data()
+    {
+        QTest::addColumn<Set>("selected");
+        QTest::newRow("nothing") << Set{};
+        QTest::newRow("one") << Set{QStringLiteral("bbb")};
+        QTest::newRow("two") << Set{QStringLiteral("aaa"), QStringLiteral("ccc")};
+    }
+
+    // The same actions everywhere: what the Torrent menu enables for the selection, the toolbar and
+    // a context menu over the same torrents enable too.
+    void torrentItemsAgreeWithToolbarAndContextMenu()
+    {
+        QFETCH(Set, selected);
+        QuilloTest::selectRows(*m_window->tntTable()->table(), selected);
+        QHash<QString, bool> enabled;
+        for (QAction *action : items(*menus().menu(QStringLiteral("Torrent"))))
+            enabled.insert(action->text(), action->isEnabled());
+        QVERIFY(enabled.size() >= 20);
+
+        for (QAction *action : m_window->toolBar()->actions()) {
+            if (enabled.contains(action->text()))
+                QCOMPARE(action->isEnabled(), enabled.value(action->text()));
+        }
+        QCOMPARE(m_window->toolbarAction(QStringLiteral("start_tnt")),
+                 m_window->tntActions()->action(TntActions::Id::start));
+        if (selected.isEmpty())
+            return;
+        TntContextMenu context(*m_window->tntActions(), selected.values());
+        for (QAction *action : items(context)) {
+            QVERIFY2(enabled.contains(action->text()), qPrintable(action->text()));
+            QCOMPARE(action->isEnabled(), enabled.value(action->text()));
+        }
+    }
+
+    // Two actions on one key in the same window make Qt fire neither.
+    void everyShortcutHasOneAction()
+    {
+        QHash<QKeySequence, QAction *> owners;
+        const auto collect = [&owners](QAction *action) {
+            for (const QKeySequence &key : action->shortcuts()) {
+                QAction *owner = owners.value(key, action);
+                QVERIFY2(owner == action, qPrintable(key.toString() + QStringLiteral(": ") + owner->text()
+                                                     + QStringLiteral(" and ") + action->text()));
+                owners.insert(key, action);
+            }
+        };
+        for (QAction *action : m_window->findChildren<QAction *>())
+            collect(action);
+        for (QAction *top : m_window->menuBar()->actions()) {
+            for (QAction *action : top->menu()->actions())
+                collect(action);
+        }
+        for (const QKeyCombination key : {Qt::CTRL | Qt::Key_O, Qt::CTRL | Qt::Key_U, Qt::CTRL | Qt::Key_Q,
+                                          Qt::CTRL | Qt::Key_A, Qt::CTRL | Qt::Key_F, QKeyCombination(Qt::Key_Delete),
+                                          Qt::CTRL | Qt::Key_S, Qt::CTRL | Qt::Key_P})
+            QVERIFY2(owners.contains(QKeySequence(key)), qPrintable(QKeySequence(key).toString()));
+    }
+
+    void panelsHideAndStayHidden_data()
+    {
+        QTest::addColumn<Panel>("panel");
+        QTest::newRow("sidebar") << Panel::sidebar;
+        QTest::newRow("details") << Panel::tntDetails;
+        QTest::newRow("status bar") << Panel::statusBar;
+        QTest::newRow("toolbar") << Panel::toolbar;
+    }
+
+    void panelsHideAndStayHidden()
+    {
+        QFETCH(Panel, panel);
+        const auto widget = [this, panel](MainWindow &window) -> QWidget * {
+            switch (panel) {
+            case Panel::sidebar: return window.sidebar();
+            case Panel::tntDetails: return window.detailPane();
+            case Panel::statusBar: return window.statusBar();
+            case Panel::toolbar: return window.toolBar();
+            }
+            return nullptr;
+        };
+        QAction *show = menus().showAction(panel);
+        QVERIFY(show->isChecked());
+        QVERIFY(widget(*m_window)->isVisible());
+        show->trigger();
+        QVERIFY(!widget(*m_window)->isVisible());
+
+        MainWindow reopened(*m_server->context);
+        reopened.show();
+        QVERIFY(!reopened.menus()->showAction(panel)->isChecked());
+        QVERIFY(!widget(reopened)->isVisible());
+        reopened.menus()->showAction(panel)->trigger();
+        QVERIFY(widget(reopened)->isVisible());
+    }
+
+    void quitClosesTheWindowKeepingItsPlace()
+    {
+        const QRect place(QPoint(40, 50), QSize(900, 600));
+        m_window->setGeometry(place);
+        items(*menus().menu(QStringLiteral("File"))).constLast()->trigger();
+        QVERIFY(!m_window->isVisible());
+        MainWindow reopened(*m_server->context);
+        QCOMPARE(reopened.size(), place.size());
+    }
+};
+
+QTEST_MAIN(TestMainMenus)
+#include "tst_mainmenus.moc"
