@@ -2,6 +2,7 @@
 #include "core/AppContext.h"
 #include "support/Await.h"
 #include "support/ConnectedServer.h"
+#include "support/Files.h"
 #include "support/TorrentFactory.h"
 #include "ui/AddTntOptionsForm.h"
 #include "ui/AddTntWindow.h"
@@ -22,6 +23,7 @@
 
 using Flavor = QbtServer::Flavor;
 using QuilloTest::wait;
+using QuilloTest::writeFile;
 
 // A local .torrent added through the add window against a real 4.5 and 5.1 server, whose API
 // takes no file priorities on adding: the skipped file still ends at priority 0, the torrent is
@@ -72,10 +74,7 @@ private Q_SLOTS:
         const auto album = TorrentFactory::multiFile(
             data.localPath, start ? u"Album"_qs : u"Stopped album"_qs,
             {{u"cd1/a.flac"_qs, 40'000}, {u"cd1/c.flac"_qs, 20'000}, {u"b.txt"_qs, 9}});
-        const QString tntFile = m_server->filePath(u"album.torrent"_qs);
-        QFile file(tntFile);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(album.bytes) == album.bytes.size());
-        file.close();
+        const QString tntFile = writeFile(m_server->scratchDir(), u"album.torrent"_qs, album.bytes);
 
         m_window->addingFlow()->open({QUrl::fromLocalFile(tntFile)});
         QTRY_VERIFY(m_window->findChild<AddTntWindow *>());
@@ -154,13 +153,8 @@ private Q_SLOTS:
         m_context->settings().setAutoDeleteTntFile(false);
         const QbtServer::DataDir data = m_server->server().makeDataDir();
         const auto made = TorrentFactory::singleFile(data.localPath, u"overwritten.bin"_qs, 48'000);
-        QFile content(data.localPath + u"/overwritten.bin"_qs);
-        QVERIFY(content.open(QIODevice::WriteOnly) && content.write(QByteArray(48'000, 'x')) == 48'000);
-        content.close();
-        const QString tntFile = m_server->filePath(u"overwritten.torrent"_qs);
-        QFile file(tntFile);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(made.bytes) == made.bytes.size());
-        file.close();
+        writeFile(data.localPath, u"overwritten.bin"_qs, QByteArray(48'000, 'x'));
+        const QString tntFile = writeFile(m_server->scratchDir(), u"overwritten.torrent"_qs, made.bytes);
 
         m_window->addingFlow()->open({QUrl::fromLocalFile(tntFile)});
         QTRY_VERIFY(m_window->findChild<AddTntWindow *>());

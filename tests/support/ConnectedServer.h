@@ -27,7 +27,7 @@ class UserDefaults;
 class ConnectedServer
 {
 public:
-    struct StartResult
+    struct StartResult // as QbtServer's, for QUILLO_REQUIRE_SERVER
     {
         std::unique_ptr<ConnectedServer> server;
         QString failure;
@@ -42,23 +42,21 @@ public:
     ConnectedServer &operator=(const ConnectedServer &) = delete;
 
     QbtServer &server() { return *m_server; }
-    QbtServer::Flavor flavor() const { return m_server->flavor(); }
     API::Client &client() { return *m_client; }
     API::WebAPIVersion apiVersion() const { return m_apiVersion; }
     KeychainStore &keychain() { return m_keychain; }
     // A scratch folder of the test's own, outside every server.
-    QString filePath(const QString &name) const { return m_files.filePath(name); }
+    QString scratchDir() const { return m_files.path(); }
 
     // A fresh context over empty settings, selecting this server with `method` and `stored` in the
     // keychain, or nothing stored. The previous context and its window go first.
     void connect(API::AuthMethod method, const std::optional<API::UserCredentials> &stored);
     void disconnect();
-    bool hasContext() const { return m_context != nullptr; }
     AppContext &context() { return *m_context; }
     UserDefaults &defaults() { return *m_defaults; }
     // "title|description|reason" of the context's alert; empty without one.
     QString alert() const;
-    bool ready() const;
+    bool ready() const; // connected, when there is a context
 
     // The torrent as the server itself lists it; empty when it lists none under `hash`.
     QJsonObject torrent(const QString &hash);
