@@ -1,8 +1,8 @@
 #include "api/Client.h"
 #include "core/AppContext.h"
-#include "core/KeychainStore.h"
 #include "support/Await.h"
-#include "support/QbtServer.h"
+#include "support/ConnectedServer.h"
+#include "support/Files.h"
 #include "support/TorrentFactory.h"
 #include "ui/AddTntOptionsForm.h"
 #include "ui/AddTntWindow.h"
@@ -23,6 +23,7 @@
 
 using Flavor = QbtServer::Flavor;
 using QuilloTest::wait;
+using QuilloTest::writeFile;
 
 // A local .torrent added through the add window against a real 4.5 and 5.1 server, whose API
 // takes no file priorities on adding: the skipped file still ends at priority 0, the torrent is
@@ -38,36 +39,19 @@ public:
 
 private:
     const Flavor m_flavor;
-    QTemporaryDir m_dir;
-    KeychainStore m_keychain;
-    std::unique_ptr<QbtServer> m_server;
-    std::unique_ptr<UserDefaults> m_defaults;
-    std::unique_ptr<AppContext> m_context;
-    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<ConnectedServer> m_server;
+    AppContext *m_context = nullptr;
+    MainWindow *m_window = nullptr;
 
 private Q_SLOTS:
     void initTestCase()
     {
-        QbtServer::StartResult started = QbtServer::start(m_flavor, {.localHostAuth = false});
-        QUILLO_REQUIRE_SERVER(started);
-        m_server = std::move(started.server);
-        m_defaults = std::make_unique<UserDefaults>(m_dir.filePath(u"Quillo.ini"_qs));
-        m_context = std::make_unique<AppContext>(*m_defaults, m_keychain);
-        m_window = std::make_unique<MainWindow>(*m_context);
-        m_window->show();
-        ClientConfiguration configuration = m_server->configuration();
-        configuration.authMethod = API::AuthMethod::none;
-        m_context->addConfiguration(configuration);
-        wait(m_context->selectConfiguration(configuration.id));
-        QVERIFY(m_context->isAuthorized());
+        QUILLO_CONNECT(m_server, m_flavor);
+        m_context = &m_server->context();
+        m_window = &m_server->show<MainWindow>();
     }
 
-    void cleanupTestCase()
-    {
-        m_window.reset();
-        m_context.reset();
-        m_server.reset();
-    }
+    void cleanupTestCase() { m_server.reset(); }
 
     void skippedFileThroughTheWindow_data()
     {
@@ -86,14 +70,11 @@ private Q_SLOTS:
             wait(m_context->createCategory(category, QString()));
             wait(m_context->createTags({tag}));
         }
-        const QbtServer::DataDir data = m_server->makeDataDir();
+        const QbtServer::DataDir data = m_server->server().makeDataDir();
         const auto album = TorrentFactory::multiFile(
             data.localPath, start ? u"Album"_qs : u"Stopped album"_qs,
             {{u"cd1/a.flac"_qs, 40'000}, {u"cd1/c.flac"_qs, 20'000}, {u"b.txt"_qs, 9}});
-        const QString tntFile = m_dir.filePath(u"album.torrent"_qs);
-        QFile file(tntFile);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(album.bytes) == album.bytes.size());
-        file.close();
+        const QString tntFile = writeFile(m_server->scratchDir(), u"album.torrent"_qs, album.bytes);
 
         m_window->addingFlow()->open({QUrl::fromLocalFile(tntFile)});
         QTRY_VERIFY(m_window->findChild<AddTntWindow *>());
@@ -101,7 +82,7 @@ private Q_SLOTS:
         QVERIFY(window);
         QTRY_VERIFY(window->addButton()->isEnabled());
         // The server's default path arrives first and must not overwrite the user's choice.
-        QTRY_COMPARE(window->optionsForm()->savePathField()->text(), m_server->defaultSavePath());
+        QTRY_COMPARE(window->optionsForm()->savePathField()->text(), m_server->server().defaultSavePath());
         window->optionsForm()->savePathField()->setText(data.serverPath);
         if (!start) {
             window->optionsForm()->findChild<QCheckBox *>(u"start"_qs)->setChecked(false);
@@ -170,15 +151,10 @@ private Q_SLOTS:
     void skipCheckingReachesTheServer()
     {
         m_context->settings().setAutoDeleteTntFile(false);
-        const QbtServer::DataDir data = m_server->makeDataDir();
+        const QbtServer::DataDir data = m_server->server().makeDataDir();
         const auto made = TorrentFactory::singleFile(data.localPath, u"overwritten.bin"_qs, 48'000);
-        QFile content(data.localPath + u"/overwritten.bin"_qs);
-        QVERIFY(content.open(QIODevice::WriteOnly) && content.write(QByteArray(48'000, 'x')) == 48'000);
-        content.close();
-        const QString tntFile = m_dir.filePath(u"overwritten.torrent"_qs);
-        QFile file(tntFile);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(made.bytes) == made.bytes.size());
-        file.close();
+        writeFile(data.localPath, u"overwritten.bin"_qs, QByteArray(48'000, 'x'));
+        const QString tntFile = writeFile(m_server->scratchDir(), u"overwritten.torrent"_qs, made.bytes);
 
         m_window->addingFlow()->open({QUrl::fromLocalFile(tntFile)});
         QTRY_VERIFY(m_window->findChild<AddTntWindow *>());
@@ -204,12 +180,7 @@ int main(int argc, char *argv[])
     QTemporaryDir dataHome;
     qputenv("XDG_DATA_HOME", dataHome.path().toLocal8Bit());
     QApplication app(argc, argv);
-    int failures = 0;
-    for (const Flavor flavor : QbtServer::flavors()) {
-        TestAddTntRealServers test(flavor);
-        failures += QTest::qExec(&test, argc, argv);
-    }
-    return failures;
+    return QuilloTest::runPerFlavor<TestAddTntRealServers>(argc, argv);
 }
 
 #include "tst_addtnt_realservers.moc"

@@ -1,9 +1,8 @@
 #include "api/Client.h"
 #include "api/Endpoint.h"
 #include "core/AppContext.h"
-#include "core/KeychainStore.h"
 #include "support/Await.h"
-#include "support/QbtServer.h"
+#include "support/ConnectedServer.h"
 #include "support/TorrentFactory.h"
 #include "ui/MainWindow.h"
 #include "ui/TntContentTree.h"
@@ -13,7 +12,6 @@
 
 #include <QApplication>
 #include <QTabWidget>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 #include <QTreeView>
@@ -34,12 +32,9 @@ public:
 
 private:
     const Flavor m_flavor;
-    QTemporaryDir m_dir;
-    KeychainStore m_keychain;
-    std::unique_ptr<QbtServer> m_server;
-    std::unique_ptr<UserDefaults> m_defaults;
-    std::unique_ptr<AppContext> m_context;
-    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<ConnectedServer> m_server;
+    AppContext *m_context = nullptr;
+    MainWindow *m_window = nullptr;
 
     QStringList rows(const QAbstractItemModel &model, const QModelIndex &parent = {}) const
     {
@@ -52,30 +47,16 @@ private:
 private Q_SLOTS:
     void initTestCase()
     {
-        QbtServer::StartResult started = QbtServer::start(m_flavor, {.localHostAuth = false});
-        QUILLO_REQUIRE_SERVER(started);
-        m_server = std::move(started.server);
-        m_defaults = std::make_unique<UserDefaults>(m_dir.filePath(QStringLiteral("Quillo.ini")));
-        m_context = std::make_unique<AppContext>(*m_defaults, m_keychain);
-        m_window = std::make_unique<MainWindow>(*m_context);
-        m_window->show();
-        ClientConfiguration configuration = m_server->configuration();
-        configuration.authMethod = API::AuthMethod::none;
-        m_context->addConfiguration(configuration);
-        wait(m_context->selectConfiguration(configuration.id));
-        QVERIFY(m_context->isAuthorized());
+        QUILLO_CONNECT(m_server, m_flavor);
+        m_context = &m_server->context();
+        m_window = &m_server->show<MainWindow>();
     }
 
-    void cleanupTestCase()
-    {
-        m_window.reset();
-        m_context.reset();
-        m_server.reset();
-    }
+    void cleanupTestCase() { m_server.reset(); }
 
     void seededTorrent()
     {
-        const QbtServer::DataDir data = m_server->makeDataDir();
+        const QbtServer::DataDir data = m_server->server().makeDataDir();
         const QString tracker = QStringLiteral("http://127.0.0.1:1/announce");
         const QString webSeed = QStringLiteral("http://127.0.0.1:1/seed/");
         const auto made = TorrentFactory::multiFile(data.localPath, QStringLiteral("Details"),
@@ -133,15 +114,6 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    QApplication app(argc, argv);
-    int failures = 0;
-    for (const Flavor flavor : QbtServer::flavors()) {
-        TestDetailsRealServers test(flavor);
-        failures += QTest::qExec(&test, argc, argv);
-    }
-    return failures;
-}
+QUILLO_PER_FLAVOR_MAIN(TestDetailsRealServers)
 
 #include "tst_details_realservers.moc"

@@ -1,9 +1,8 @@
 #include "api/Client.h"
 #include "api/Endpoint.h"
 #include "core/AppContext.h"
-#include "core/KeychainStore.h"
 #include "support/Await.h"
-#include "support/QbtServer.h"
+#include "support/ConnectedServer.h"
 #include "support/TorrentFactory.h"
 #include "ui/AddTntOptionsForm.h"
 #include "ui/AddTntWindow.h"
@@ -14,12 +13,9 @@
 #include "ui/TntContentTree.h"
 
 #include <QApplication>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 
 using Flavor = QbtServer::Flavor;
@@ -49,68 +45,41 @@ class TestMagnetRealServers : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir m_dir;
-    KeychainStore m_keychain;
-    std::unique_ptr<QbtServer> m_seeder;
-    std::unique_ptr<API::Client> m_seederClient;
-    std::unique_ptr<QbtServer> m_server;
-    std::unique_ptr<UserDefaults> m_defaults;
-    std::unique_ptr<AppContext> m_context;
-    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<ConnectedServer> m_seeder; // 4.5, reached by its own client only
+    std::unique_ptr<ConnectedServer> m_server;
+    AppContext *m_context = nullptr;
+    MainWindow *m_window = nullptr;
 
-    QString seederState(const QString &hash)
-    {
-        const QByteArray body = wait(m_seederClient->perform(API::Endpoint::Sync::maindata(0)));
-        const QJsonObject torrents = QJsonDocument::fromJson(body).object().value(u"torrents").toObject();
-        return torrents.value(hash).toObject().value(u"state").toString();
-    }
+    QString seederState(const QString &hash) { return m_seeder->torrent(hash).value(u"state").toString(); }
 
 private Q_SLOTS:
     void initTestCase()
     {
-        QbtServer::StartResult newest = QbtServer::start(Flavor::Sid, {.localHostAuth = false});
-        QUILLO_REQUIRE_SERVER(newest);
-        m_server = std::move(newest.server);
-        QbtServer::StartResult seeder = QbtServer::start(Flavor::Bookworm45);
-        QUILLO_REQUIRE_SERVER(seeder);
-        m_seeder = std::move(seeder.server);
-        m_seederClient = std::make_unique<API::Client>(m_seeder->configuration());
-        m_seederClient->setCredentials(m_seeder->credentials());
-        wait(m_seederClient->login());
-
-        m_defaults = std::make_unique<UserDefaults>(m_dir.filePath(u"Quillo.ini"_qs));
-        m_context = std::make_unique<AppContext>(*m_defaults, m_keychain);
-        m_window = std::make_unique<MainWindow>(*m_context);
-        m_window->show();
-        ClientConfiguration configuration = m_server->configuration();
-        configuration.authMethod = API::AuthMethod::none;
-        m_context->addConfiguration(configuration);
-        wait(m_context->selectConfiguration(configuration.id));
-        QVERIFY(m_context->isAuthorized());
+        QUILLO_CONNECT(m_server, Flavor::Sid);
+        QUILLO_CONNECT(m_seeder, Flavor::Bookworm45, {.localHostAuth = true});
+        m_context = &m_server->context();
+        m_window = &m_server->show<MainWindow>();
         QVERIFY2(m_context->webAPIVersion() >= (API::WebAPIVersion{2, 15, 0}),
                  qPrintable(m_context->webAPIVersion().toString()));
     }
 
     void cleanupTestCase()
     {
-        m_window.reset();
-        m_context.reset();
-        m_seederClient.reset();
         m_seeder.reset();
         m_server.reset();
     }
 
     void fetchedFilesChosenInTheWindow()
     {
-        const QbtServer::DataDir seeded = m_seeder->makeDataDir();
+        const QbtServer::DataDir seeded = m_seeder->server().makeDataDir();
         const auto album = TorrentFactory::multiFile(seeded.localPath, u"Album"_qs,
                                                      {{u"cd1/a.flac"_qs, 40'000}, {u"b.txt"_qs, 9}});
-        wait(m_seederClient->perform(T::add(TorrentFactory::multipartBody(
+        wait(m_seeder->client().perform(T::add(TorrentFactory::multipartBody(
             {TorrentFactory::torrentPart(album), {"savepath", seeded.serverPath.toUtf8()}}))));
         // A peer still checking its data would turn the newest server away.
         QTRY_COMPARE_WITH_TIMEOUT(seederState(album.infoHash), u"stalledUP"_qs, 20'000);
 
-        const QString magnet = u"magnet:?xt=urn:btih:%1&dn=Album&x.pe=127.0.0.1:%2"_qs.arg(album.infoHash).arg(m_seeder->peerPort());
+        const QString magnet = u"magnet:?xt=urn:btih:%1&dn=Album&x.pe=127.0.0.1:%2"_qs.arg(album.infoHash).arg(m_seeder->server().peerPort());
         m_window->addingFlow()->enterLinks({magnet});
         auto *links = m_window->findChild<LinksDialog *>();
         QVERIFY(links);
@@ -127,7 +96,7 @@ private Q_SLOTS:
         QVERIFY(findRow(content, u"b.txt"_qs).isValid());
         QVERIFY(content.setData(skipped, Qt::Unchecked, Qt::CheckStateRole));
 
-        const QbtServer::DataDir target = m_server->makeDataDir();
+        const QbtServer::DataDir target = m_server->server().makeDataDir();
         window->optionsForm()->savePathField()->setText(target.serverPath);
         QVERIFY(window->addButton()->isEnabled());
         window->addButton()->click();
@@ -147,17 +116,17 @@ private Q_SLOTS:
     // Peers as two real servers report each other, the download slowed so that they stay connected.
     void peersOfARealSwarm()
     {
-        const QbtServer::DataDir seeded = m_seeder->makeDataDir();
+        const QbtServer::DataDir seeded = m_seeder->server().makeDataDir();
         const auto slow = TorrentFactory::singleFile(seeded.localPath, u"slow.bin"_qs, 400'000);
-        wait(m_seederClient->perform(T::add(TorrentFactory::multipartBody(
+        wait(m_seeder->client().perform(T::add(TorrentFactory::multipartBody(
             {TorrentFactory::torrentPart(slow), {"savepath", seeded.serverPath.toUtf8()}}))));
         QTRY_COMPARE_WITH_TIMEOUT(seederState(slow.infoHash), u"stalledUP"_qs, 20'000);
         API::Client &client = *m_context->client();
         wait(client.perform(T::add(TorrentFactory::multipartBody({TorrentFactory::torrentPart(slow),
-                                                                  {"savepath", m_server->makeDataDir().serverPath.toUtf8()},
+                                                                  {"savepath", m_server->server().makeDataDir().serverPath.toUtf8()},
                                                                   {"dlLimit", "4096"}}))));
         QTRY_VERIFY_WITH_TIMEOUT(m_context->tntCollection().find(slow.infoHash), 20'000);
-        wait(client.perform(T::addPeers({slow.infoHash}, {u"127.0.0.1:%1"_qs.arg(m_seeder->peerPort())})));
+        wait(client.perform(T::addPeers({slow.infoHash}, {u"127.0.0.1:%1"_qs.arg(m_seeder->server().peerPort())})));
 
         // Listed at once, the peer's client and progress come with its handshake.
         API::PeersData first;
@@ -169,11 +138,11 @@ private Q_SLOTS:
         QCOMPARE(first.fullUpdate, std::optional(true));
         const API::Peer seeder = first.peers.constBegin().value();
         QCOMPARE(seeder.ip, std::optional(u"127.0.0.1"_qs));
-        QCOMPARE(seeder.port, std::optional<qint64>(m_seeder->peerPort()));
+        QCOMPARE(seeder.port, std::optional<qint64>(m_seeder->server().peerPort()));
         QVERIFY(wait(client.peers(slow.infoHash, first.rid)).rid > first.rid); // a delta decodes too
 
         // The 4.5 seeder's side of the same connection.
-        const API::PeersData other = wait(m_seederClient->peers(slow.infoHash, 0));
+        const API::PeersData other = wait(m_seeder->client().peers(slow.infoHash, 0));
         QCOMPARE(other.peers.size(), 1);
         QCOMPARE(other.peers.constBegin()->ip, std::optional(u"127.0.0.1"_qs));
         QVERIFY(other.peers.constBegin()->progress.value_or(1) < 1);

@@ -4,25 +4,21 @@
 #include "api/Errors.h"
 #include "api/Records.h"
 #include "core/AppContext.h"
-#include "core/KeychainStore.h"
 #include "core/ReconnectionCountdown.h"
 #include "support/Await.h"
-#include "support/QbtServer.h"
+#include "support/ConnectedServer.h"
 #include "support/TorrentFactory.h"
 
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include <functional>
-
 using namespace API;
+using QuilloTest::eventually;
 using QuilloTest::wait;
 namespace E = API::Endpoint;
 namespace T = API::Endpoint::TntManagement;
@@ -41,18 +37,6 @@ QJsonObject objectOf(const QByteArray &body)
 QJsonArray arrayOf(const QByteArray &body)
 {
     return QJsonDocument::fromJson(body).array();
-}
-
-// Polls until the server shows the expected state: most actions take effect within a tick.
-bool eventually(const std::function<bool()> &condition)
-{
-    const QDeadlineTimer deadline(20'000);
-    while (!deadline.hasExpired()) {
-        if (condition())
-            return true;
-        QTest::qWait(100);
-    }
-    return condition();
 }
 
 QStringList capturedLog;
@@ -105,13 +89,12 @@ public:
 
 private:
     bool isModern() const { return m_flavor == Flavor::Trixie51; }
-    QByteArray call(const APIEndpoint &endpoint) { return wait(m_client->perform(endpoint)); }
-    QString failure(const APIEndpoint &endpoint) { return failureOf(*m_client, endpoint); }
-
-    QJsonObject torrent(const QString &hash)
-    {
-        return objectOf(call(E::Sync::maindata(0))).value(u"torrents").toObject().value(hash).toObject();
-    }
+    QbtServer &server() { return m_server->server(); }
+    Client &client() { return m_server->client(); }
+    AppContext &context() { return m_server->context(); }
+    QByteArray call(const APIEndpoint &endpoint) { return wait(client().perform(endpoint)); }
+    QString failure(const APIEndpoint &endpoint) { return failureOf(client(), endpoint); }
+    QJsonObject torrent(const QString &hash) { return m_server->torrent(hash); }
 
     bool torrentShows(const QString &hash, const QString &key, const QJsonValue &value)
     {
@@ -121,7 +104,7 @@ private:
     // A torrent over data written into a fresh folder; without its data it stays downloading.
     Torrent addTorrent(const QString &name, bool withData)
     {
-        const QbtServer::DataDir dir = m_server->makeDataDir();
+        const QbtServer::DataDir dir = server().makeDataDir();
         auto made = TorrentFactory::multiFile(
             dir.localPath, name, {{QStringLiteral("a/first.bin"), 40'000}, {QStringLiteral("zweite ü.bin"), 20'000}},
             {.announceUrls = {QStringLiteral("http://127.0.0.1:1/announce")}});
@@ -137,36 +120,8 @@ private:
         return made;
     }
 
-    // A fresh context over empty settings, selecting a saved connection to `server` with `stored` in
-    // the keychain, or nothing.
-    void connectContext(const QbtServer &server, AuthMethod method, const std::optional<UserCredentials> &stored)
-    {
-        QFile::remove(m_settingsDir.filePath(QStringLiteral("Quillo.ini")));
-        m_defaults = std::make_unique<UserDefaults>(m_settingsDir.filePath(QStringLiteral("Quillo.ini")));
-        m_context = std::make_unique<AppContext>(*m_defaults, m_keychain);
-        ClientConfiguration configuration = server.configuration();
-        configuration.authMethod = method;
-        if (stored)
-            wait(m_keychain.save(configuration, *stored));
-        else
-            wait(m_keychain.remove(configuration));
-        m_context->addConfiguration(configuration);
-        wait(m_context->selectConfiguration(configuration.id));
-    }
-
-    QString alert() const
-    {
-        const auto &error = m_context->clientError();
-        return error ? error->title() + u'|' + error->description() : QString();
-    }
-
     const Flavor m_flavor;
-    QTemporaryDir m_settingsDir;
-    KeychainStore m_keychain;
-    std::unique_ptr<UserDefaults> m_defaults;
-    std::unique_ptr<AppContext> m_context;
-    std::unique_ptr<QbtServer> m_server;
-    std::unique_ptr<Client> m_client;
+    std::unique_ptr<ConnectedServer> m_server; // its context connects in each test that asks for one
     WebAPIVersion m_apiVersion;
     Torrent m_seeding;
     Torrent m_queuedA; // without data, so first and second in the download queue
@@ -177,47 +132,34 @@ private Q_SLOTS:
     void initTestCase()
     {
         QVERIFY2(!qEnvironmentVariableIsEmpty("QUILLO_TEST_KEYRING_FILE"), "run through with-secret-service");
-        QbtServer::StartResult started = QbtServer::start(m_flavor);
-        QUILLO_REQUIRE_SERVER(started);
-        m_server = std::move(started.server);
-        m_client = std::make_unique<Client>(m_server->configuration());
-        m_client->setCredentials(m_server->credentials());
-        wait(m_client->login());
-        m_apiVersion = wait(m_client->webapiVersion());
+        QUILLO_CONNECT(m_server, m_flavor, {.localHostAuth = true});
+        m_apiVersion = m_server->apiVersion();
 
         m_seeding = addTorrent(QStringLiteral("Seeding & Co = 100% é ☃"), true);
         m_queuedA = addTorrent(QStringLiteral("Queued A"), false);
         m_queuedB = addTorrent(QStringLiteral("Queued B"), false);
         m_seedingHashes = {m_seeding.infoHash};
         QVERIFY2(eventually([&] {
-                     const STntModel t = wait(m_client->mainData(0)).tnts.value(m_seeding.infoHash);
+                     const STntModel t = wait(client().mainData(0)).tnts.value(m_seeding.infoHash);
                      return t.progress == 1.0 && t.state && *t.state != TntModelState::checkingUP &&
                             *t.state != TntModelState::checkingResumeData;
                  }),
                  "the seeded torrent never completed its check");
     }
 
-    void cleanup()
-    {
-        m_context.reset();
-        m_defaults.reset();
-    }
+    void cleanup() { m_server->disconnect(); }
 
-    void cleanupTestCase()
-    {
-        m_client.reset();
-        m_server.reset();
-    }
+    void cleanupTestCase() { m_server.reset(); }
 
     void applicationReads()
     {
-        QCOMPARE(wait(m_client->version()), isModern() ? QStringLiteral("v5.1.0") : QStringLiteral("v4.5.2"));
+        QCOMPARE(wait(client().version()), isModern() ? QStringLiteral("v5.1.0") : QStringLiteral("v4.5.2"));
         QCOMPARE(m_apiVersion.toString(), isModern() ? QStringLiteral("2.11.4") : QStringLiteral("2.8.19"));
-        const BuildInfo build = wait(m_client->buildInfo());
+        const BuildInfo build = wait(client().buildInfo());
         QVERIFY(build.qt.startsWith(isModern() ? u"6." : u"5."));
         QVERIFY(!build.libtorrent.isEmpty());
         QCOMPARE(build.bitness, 64);
-        QCOMPARE(Client::decodeText(call(E::Application::defaultSavePath())), m_server->defaultSavePath());
+        QCOMPARE(Client::decodeText(call(E::Application::defaultSavePath())), server().defaultSavePath());
         QVERIFY(!arrayOf(call(E::Application::networkInterfaceList())).isEmpty());
         QVERIFY(
             arrayOf(call(E::Application::networkInterfaceAddressList(QStringLiteral("lo")))).contains(u"127.0.0.1"_qs));
@@ -265,7 +207,7 @@ private Q_SLOTS:
 
     void fullUpdate()
     {
-        const MainData data = wait(m_client->mainData(0));
+        const MainData data = wait(client().mainData(0));
         QCOMPARE(data.fullUpdate, std::optional(true));
         QVERIFY(data.rid > 0);
         QVERIFY(data.tntsRemoved.isEmpty());
@@ -302,7 +244,7 @@ private Q_SLOTS:
     // one its hash.
     void deltas()
     {
-        qint64 rid = wait(m_client->mainData(0)).rid;
+        qint64 rid = wait(client().mainData(0)).rid;
         const QString renamed = QStringLiteral("Umbenannt ✓");
         call(T::rename(m_seeding.infoHash, renamed));
         const Torrent added = addTorrent(QStringLiteral("Kommt und geht"), false);
@@ -311,7 +253,7 @@ private Q_SLOTS:
         bool removed = false;
         bool onlyDeltas = true;
         const auto poll = [&] {
-            const MainData delta = wait(m_client->mainData(rid));
+            const MainData delta = wait(client().mainData(rid));
             onlyDeltas = onlyDeltas && delta.fullUpdate != true && delta.rid > rid;
             rid = delta.rid;
             if (delta.tnts.value(m_seeding.infoHash).name)
@@ -335,19 +277,19 @@ private Q_SLOTS:
             return removed;
         }));
         QVERIFY(onlyDeltas);
-        QVERIFY(!wait(m_client->mainData(0)).tnts.contains(added.infoHash));
+        QVERIFY(!wait(client().mainData(0)).tnts.contains(added.infoHash));
     }
 
     void peers()
     {
-        const PeersData full = wait(m_client->peers(m_seeding.infoHash, 0));
+        const PeersData full = wait(client().peers(m_seeding.infoHash, 0));
         QCOMPARE(full.fullUpdate, std::optional(true));
         QVERIFY(full.rid > 0);
-        const PeersData delta = wait(m_client->peers(m_seeding.infoHash, full.rid));
+        const PeersData delta = wait(client().peers(m_seeding.infoHash, full.rid));
         QVERIFY(delta.rid >= full.rid);
         QVERIFY(delta.fullUpdate != true);
 
-        call(T::addPeers(m_seedingHashes, {QStringLiteral("127.0.0.1:%1").arg(m_server->peerPort() + 1)}));
+        call(T::addPeers(m_seedingHashes, {QStringLiteral("127.0.0.1:%1").arg(server().peerPort() + 1)}));
         call(E::TransferInfo::banPeers({QStringLiteral("127.0.0.9:6881")}));
         QVERIFY(eventually([&] {
             return objectOf(call(E::Application::preferences())).value(u"banned_IPs").toString().contains(u"127.0.0.9");
@@ -356,19 +298,19 @@ private Q_SLOTS:
 
     void details()
     {
-        const SGenericProperties p = wait(m_client->properties(m_seeding.infoHash));
+        const SGenericProperties p = wait(client().properties(m_seeding.infoHash));
         QCOMPARE(p.totalSize, m_seeding.totalSize);
         QCOMPARE(p.pieceSize, 16 * 1024);
         QCOMPARE(p.piecesNum, (m_seeding.totalSize + 16'383) / 16'384);
         QCOMPARE(p.piecesHave, p.piecesNum);
         QCOMPARE(p.infohashV1, m_seeding.infoHash);
         QVERIFY(p.savePath.size() > 1);
-        const std::optional<Date> added = wait(m_client->mainData(0)).tnts.value(m_seeding.infoHash).addedOn;
+        const std::optional<Date> added = wait(client().mainData(0)).tnts.value(m_seeding.infoHash).addedOn;
         QVERIFY(added);
         QCOMPARE(p.additionDate.secondsSinceEpoch(), added->secondsSinceEpoch());
         QCOMPARE(arrayOf(call(T::pieceStates(m_seeding.infoHash))).size(), p.piecesNum);
 
-        const QList<File> files = wait(m_client->files(m_seeding.infoHash));
+        const QList<File> files = wait(client().files(m_seeding.infoHash));
         QCOMPARE(files.size(), 2);
         QCOMPARE(files[0].name, m_seeding.name + QStringLiteral("/a/first.bin"));
         QCOMPARE(files[1].name, m_seeding.name + QStringLiteral("/zweite ü.bin"));
@@ -379,7 +321,7 @@ private Q_SLOTS:
         // 40,000 bytes end in the third 16 KiB piece, where the second file begins.
         QCOMPARE(files[0].pieceRange, (QList<qint64>{0, 2}));
         QCOMPARE(files[1].pieceRange, (QList<qint64>{2, 3}));
-        QCOMPARE(wait(m_client->webSeeds(m_seeding.infoHash)), QList<WebSeed>());
+        QCOMPARE(wait(client().webSeeds(m_seeding.infoHash)), QList<WebSeed>());
     }
 
     void refusals_data()
@@ -389,7 +331,7 @@ private Q_SLOTS:
         const QStringList seeding = m_seedingHashes;
         const QString queued = m_queuedB.infoHash;
         // A folder below a file can never be made.
-        const QbtServer::DataDir dir = m_server->makeDataDir();
+        const QbtServer::DataDir dir = server().makeDataDir();
         QFile blocker(dir.localPath + QStringLiteral("/file"));
         QVERIFY(blocker.open(QIODevice::WriteOnly));
         const auto row = [](const char *name, const APIEndpoint &endpoint, const char *shown) {
@@ -441,34 +383,17 @@ private Q_SLOTS:
         QTest::addColumn<QString>("hash");
         QTest::addColumn<QJsonObject>("shown"); // the fields the torrent shows afterwards
         const QString seeding = m_seeding.infoHash;
-        const QString a = m_queuedA.infoHash;
         const QString b = m_queuedB.infoHash;
         const auto row = [](const char *name, const APIEndpoint &action, const QString &hash,
                             const QJsonObject &shown) { QTest::newRow(name) << action << hash << shown; };
-        // In this order: each row changes what the one before set.
-        row("force start", T::setForceStart({seeding}, true), seeding, {{u"force_start"_qs, true}});
-        row("no force start", T::setForceStart({seeding}, false), seeding, {{u"force_start"_qs, false}});
-        row("super seeding", T::setSuperSeeding({seeding}, true), seeding, {{u"super_seeding"_qs, true}});
-        row("no super seeding", T::setSuperSeeding({seeding}, false), seeding, {{u"super_seeding"_qs, false}});
-        row("automatic management", T::setAutoManagement({a}, true), a, {{u"auto_tmm"_qs, true}});
-        row("manual management", T::setAutoManagement({a}, false), a, {{u"auto_tmm"_qs, false}});
-        row("sequential", T::toggleSequentialDownload({a}), a, {{u"seq_dl"_qs, true}});
-        row("not sequential", T::toggleSequentialDownload({a}), a, {{u"seq_dl"_qs, false}});
-        row("first and last pieces first", T::toggleFirstLastPiecePrio({a}), a, {{u"f_l_piece_prio"_qs, true}});
-        row("pieces in order", T::toggleFirstLastPiecePrio({a}), a, {{u"f_l_piece_prio"_qs, false}});
+        // In this order: each row changes what the one before set. (Switches, tags, name and location
+        // are set through the app's own operations, on every flavor, in tst_tntoperations.)
         row("queue top", T::topPrio({b}), b, {{u"priority"_qs, 1}});
         row("queue bottom", T::bottomPrio({b}), b, {{u"priority"_qs, 2}});
         row("queue up", T::increasePrio({b}), b, {{u"priority"_qs, 1}});
         row("queue down", T::decreasePrio({b}), b, {{u"priority"_qs, 2}});
         row("share limits", T::setShareLimits({seeding}, 2, 90, 30, m_apiVersion), seeding,
             {{u"ratio_limit"_qs, 2}, {u"seeding_time_limit"_qs, 90}});
-        row("tags added", T::addTags({seeding}, {QStringLiteral("alpha"), QStringLiteral("gamma")}), seeding,
-            {{u"tags"_qs, u"alpha, gamma"_qs}});
-        row("tag removed", T::removeTags({seeding}, {QStringLiteral("gamma")}), seeding, {{u"tags"_qs, u"alpha"_qs}});
-        const QString name = QStringLiteral("A & B + C = D é");
-        row("renamed", T::rename(b, name), b, {{u"name"_qs, name}});
-        const QString location = m_server->makeDataDir().serverPath + QStringLiteral("/moved here & there");
-        row("moved", T::setLocation({b}, location), b, {{u"save_path"_qs, location}});
     }
 
     void actionsShowInTheTorrent()
@@ -493,12 +418,12 @@ private Q_SLOTS:
     {
         const auto urls = [&] {
             QStringList found;
-            for (const Tracker &tracker : wait(m_client->trackers(m_seeding.infoHash)))
+            for (const Tracker &tracker : wait(client().trackers(m_seeding.infoHash)))
                 found << tracker.url;
             return found;
         };
         // DHT, PeX and LSD come first, on tier -1.
-        QCOMPARE(wait(m_client->trackers(m_seeding.infoHash)).first().tier, -1);
+        QCOMPARE(wait(client().trackers(m_seeding.infoHash)).first().tier, -1);
         const QString second = QStringLiteral("http://127.0.0.1:2/announce?key=a&b=c");
         const QString third = QStringLiteral("udp://127.0.0.1:3");
         call(T::addTrackers(m_seeding.infoHash, {second, third}));
@@ -517,9 +442,9 @@ private Q_SLOTS:
     {
         const QString hash = m_queuedA.infoHash;
         call(T::filePrio(hash, {1}, 0));
-        QVERIFY(eventually([&] { return wait(m_client->files(hash)).at(1).priority == 0; }));
+        QVERIFY(eventually([&] { return wait(client().files(hash)).at(1).priority == 0; }));
         call(T::filePrio(hash, {0, 1}, 7));
-        QVERIFY(eventually([&] { return wait(m_client->files(hash)).at(1).priority == 7; }));
+        QVERIFY(eventually([&] { return wait(client().files(hash)).at(1).priority == 7; }));
     }
 
     void limits()
@@ -547,7 +472,7 @@ private Q_SLOTS:
         const QString hash = m_queuedB.infoHash;
         const auto names = [&] {
             QStringList found;
-            for (const File &file : wait(m_client->files(hash)))
+            for (const File &file : wait(client().files(hash)))
                 found << file.name;
             return found;
         };
@@ -561,8 +486,8 @@ private Q_SLOTS:
     void categories()
     {
         const QString category = QStringLiteral("Films & TV");
-        const QbtServer::DataDir dir = m_server->makeDataDir();
-        const auto categoriesNow = [&] { return wait(m_client->mainData(0)).categories; };
+        const QbtServer::DataDir dir = server().makeDataDir();
+        const auto categoriesNow = [&] { return wait(client().mainData(0)).categories; };
 
         call(T::createCategory(category, dir.serverPath));
         QVERIFY(eventually([&] { return categoriesNow().contains(category); }));
@@ -582,9 +507,11 @@ private Q_SLOTS:
 
     void tags()
     {
-        const auto tagsNow = [&] { return wait(m_client->mainData(0)).tags; };
+        const auto tagsNow = [&] { return wait(client().mainData(0)).tags; };
         call(T::createTags({QStringLiteral("alpha"), QStringLiteral("beta")}));
         QVERIFY(eventually([&] { return tagsNow().contains(u"alpha"_qs) && tagsNow().contains(u"beta"_qs); }));
+        call(T::addTags(m_seedingHashes, {QStringLiteral("alpha")}));
+        QVERIFY(torrentShows(m_seeding.infoHash, QStringLiteral("tags"), QStringLiteral("alpha")));
         call(T::deleteTags({QStringLiteral("alpha"), QStringLiteral("beta"), QStringLiteral("gamma")}));
         QVERIFY(eventually([&] { return tagsNow().isEmpty(); }));
         QVERIFY(torrentShows(m_seeding.infoHash, QStringLiteral("tags"), QString()));
@@ -592,55 +519,53 @@ private Q_SLOTS:
 
     void contextConnectsWithAStoredPasswordAndLogsOut()
     {
-        connectContext(*m_server, AuthMethod::cookieLogin, m_server->credentials());
-        QCOMPARE(alert(), QString());
-        QVERIFY(m_context->isAuthorized());
-        QVERIFY(m_context->isPolling());
-        QVERIFY(!m_context->isLoginPromptPresented());
-        QCOMPARE(m_context->qbtVersion(), isModern() ? QStringLiteral("v5.1.0") : QStringLiteral("v4.5.2"));
-        QCOMPARE(m_context->qbtBuildInfo().bitness, 64);
+        m_server->connect(AuthMethod::cookieLogin, server().credentials());
+        QCOMPARE(m_server->alert(), QString());
+        QVERIFY(context().isAuthorized());
+        QVERIFY(context().isPolling());
+        QVERIFY(!context().isLoginPromptPresented());
+        QCOMPARE(context().qbtVersion(), isModern() ? QStringLiteral("v5.1.0") : QStringLiteral("v4.5.2"));
+        QCOMPARE(context().qbtBuildInfo().bitness, 64);
 
-        QTRY_VERIFY(m_context->tntCollection().size() > 0);
-        wait(m_context->logOut());
-        QVERIFY(!m_context->isAuthorized());
-        QVERIFY(!m_context->isPolling());
-        QCOMPARE(m_context->tntCollection().size(), 0);
-        QVERIFY(!m_context->client()); // the session ended with its client
+        QTRY_VERIFY(context().tntCollection().size() > 0);
+        wait(context().logOut());
+        QVERIFY(!context().isAuthorized());
+        QVERIFY(!context().isPolling());
+        QCOMPARE(context().tntCollection().size(), 0);
+        QVERIFY(!context().client()); // the session ended with its client
     }
 
     void contextAsksAgainForAWrongPassword()
     {
-        connectContext(*m_server, AuthMethod::cookieLogin,
-                       UserCredentials{QStringLiteral("admin"), QStringLiteral("not it"), {}});
-        QCOMPARE(alert(), QStringLiteral("Failed to login.|You are not authorized!"));
-        QVERIFY(m_context->isLoginPromptPresented());
-        QVERIFY(!m_context->isAuthorized());
+        m_server->connect(AuthMethod::cookieLogin,
+                          UserCredentials{QStringLiteral("admin"), QStringLiteral("not it"), {}});
+        QCOMPARE(m_server->alert(), QStringLiteral("Failed to login.|You are not authorized!|Authorization required."));
+        QVERIFY(context().isLoginPromptPresented());
+        QVERIFY(!context().isAuthorized());
 
-        m_context->dismissClientError();
-        wait(m_context->logIn(m_server->credentials(), true));
-        QVERIFY(m_context->isAuthorized());
-        QCOMPARE(wait(m_keychain.read(*m_context->clientConfiguration())), std::optional(m_server->credentials()));
+        context().dismissClientError();
+        wait(context().logIn(server().credentials(), true));
+        QVERIFY(context().isAuthorized());
+        QCOMPARE(wait(m_server->keychain().read(*context().clientConfiguration())),
+                 std::optional(server().credentials()));
     }
 
     void contextNeedsNoCredentialsWithTheBypass()
     {
-        QbtServer::StartResult started = QbtServer::start(m_flavor, {.localHostAuth = false});
-        QUILLO_REQUIRE_SERVER(started);
-        connectContext(*started.server, AuthMethod::none, std::nullopt);
-        QCOMPARE(alert(), QString());
-        QVERIFY(m_context->isAuthorized());
-        wait(m_context->client()->perform(E::Sync::maindata(0)));
-        m_context.reset(); // before its server goes
+        std::unique_ptr<ConnectedServer> bypassed;
+        QUILLO_CONNECT(bypassed, m_flavor);
+        QCOMPARE(bypassed->alert(), QString());
+        wait(bypassed->context().client()->perform(E::Sync::maindata(0)));
     }
 
     void contextFollowsTorrents()
     {
-        connectContext(*m_server, AuthMethod::cookieLogin, m_server->credentials());
-        const QbtServer::DataDir dir = m_server->makeDataDir();
+        m_server->connect(AuthMethod::cookieLogin, server().credentials());
+        const QbtServer::DataDir dir = server().makeDataDir();
         const auto made = TorrentFactory::singleFile(dir.localPath, QStringLiteral("synced.bin"), 40'000);
-        wait(m_context->client()->perform(T::add(TorrentFactory::multipartBody(
+        wait(context().client()->perform(T::add(TorrentFactory::multipartBody(
             {TorrentFactory::torrentPart(made), {"savepath", dir.serverPath.toUtf8()}}))));
-        const auto shown = [&] { return m_context->tntCollection().find(made.infoHash); };
+        const auto shown = [&] { return context().tntCollection().find(made.infoHash); };
         QTRY_VERIFY_WITH_TIMEOUT(shown(), 10'000);
         QTRY_COMPARE_WITH_TIMEOUT(shown()->progress(), 1.0, 15'000);
         QCOMPARE(shown()->name(), QStringLiteral("synced.bin"));
@@ -653,7 +578,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(TntModel::matches(shown()->state(), TntModel::State::uploading) ||
                                      shown()->state() == TntModel::State::stalledUP,
                                  10'000);
-        QVERIFY(m_context->serverState().refreshInterval() > 0); // the server state arrived too
+        QVERIFY(context().serverState().refreshInterval() > 0); // the server state arrived too
 
         // Removed by another client: it leaves at the next poll.
         call(T::deleteTnts(hashes, true));
@@ -691,7 +616,7 @@ private Q_SLOTS:
         QFETCH(bool, singleFile);
         QFETCH(QList<TorrentFactory::File>, files);
         QFETCH(TorrentFactory::Options, options);
-        const QbtServer::DataDir data = m_server->makeDataDir();
+        const QbtServer::DataDir data = server().makeDataDir();
         QVERIFY(!data.localPath.isEmpty());
         QString name = QStringLiteral("made-") + QString::fromUtf8(QTest::currentDataTag());
         for (QChar &c : name) {
@@ -715,7 +640,7 @@ private Q_SLOTS:
         QString listedHash;
         STntModel listed;
         eventually([&] {
-            const MainData all = wait(m_client->mainData(0));
+            const MainData all = wait(client().mainData(0));
             for (auto it = all.tnts.begin(); it != all.tnts.end(); ++it) {
                 if (it->name == torrent.name) {
                     listedHash = it.key();
@@ -736,7 +661,7 @@ private Q_SLOTS:
             expectedTiers.insert(options.announceUrls.at(i), i);
         QMap<QString, qint64> tiers;
         bool sharedOnlyWithTrackers = false;
-        for (const Tracker &tracker : wait(m_client->trackers(torrent.infoHash))) {
+        for (const Tracker &tracker : wait(client().trackers(torrent.infoHash))) {
             if (tracker.url == u"** [DHT] **")
                 sharedOnlyWithTrackers = tracker.msg == u"This torrent is private";
             else if (!tracker.url.startsWith(u"** ["))
@@ -746,68 +671,57 @@ private Q_SLOTS:
         QCOMPARE(sharedOnlyWithTrackers, options.isPrivate);
     }
 
-    void removal()
-    {
-        QVERIFY(QFile::exists(m_seeding.contentPath));
-        call(T::deleteTnts(m_seedingHashes, true));
-        QVERIFY(eventually([&] { return torrent(m_seeding.infoHash).isEmpty(); }));
-        QVERIFY(eventually([&] { return !QFile::exists(m_seeding.contentPath); }));
-
-        call(T::deleteTnts({m_queuedA.infoHash}, false));
-        QVERIFY(eventually([&] { return torrent(m_queuedA.infoHash).isEmpty(); }));
-    }
-
     void logoutEndsTheSession()
     {
-        wait(m_client->logout());
+        wait(client().logout());
         QCOMPARE(failure(E::Sync::maindata(0)), QStringLiteral("You are not authorized! | Authorization required."));
-        wait(m_client->logout()); // a gone session logs out quietly
-        wait(m_client->login());
+        wait(client().logout()); // a gone session logs out quietly
+        wait(client().login());
         QVERIFY(!torrent(m_queuedB.infoHash).isEmpty());
     }
 
     void contextSurvivesAServerRestart()
     {
-        connectContext(*m_server, AuthMethod::cookieLogin, m_server->credentials());
-        QVERIFY(m_context->isPolling());
+        m_server->connect(AuthMethod::cookieLogin, server().credentials());
+        QVERIFY(context().isPolling());
 
         // A loss that was not one: the session is still valid.
-        m_context->reportSyncFailure(
+        context().reportSyncFailure(
             QStringLiteral("Sync"),
             std::make_exception_ptr(TransportError(QNetworkReply::RemoteHostClosedError, QStringLiteral("closed"))));
-        wait(m_context->reconnect());
-        QCOMPARE(m_context->connectionLossCount(), 0);
+        wait(context().reconnect());
+        QCOMPARE(context().connectionLossCount(), 0);
 
-        ReconnectionCountdown countdown(*m_context);
-        m_server->stop();
-        QTRY_COMPARE_WITH_TIMEOUT(m_context->connectionLossCount(), 1, 10'000); // the poller notices
+        ReconnectionCountdown countdown(context());
+        server().stop();
+        QTRY_COMPARE_WITH_TIMEOUT(context().connectionLossCount(), 1, 10'000); // the poller notices
         QTest::qWait(100);
-        QCOMPARE(m_context->connectionLossCount(), 1); // and then stops
-        QVERIFY(!m_context->isPolling());
-        QVERIFY(!m_context->connectionError().isEmpty());
+        QCOMPARE(context().connectionLossCount(), 1); // and then stops
+        QVERIFY(!context().isPolling());
+        QVERIFY(!context().connectionError().isEmpty());
         QVERIFY(countdown.isRunning());
         QCOMPARE(countdown.secondsLeft(), 10);
 
-        QCOMPARE(m_server->restart(), QString());
+        QCOMPARE(server().restart(), QString());
         capturedLog.clear();
         const auto previous = qInstallMessageHandler(captureLog);
         countdown.reconnectNow();
-        QTRY_VERIFY_WITH_TIMEOUT(m_context->isPolling(), 20'000);
+        QTRY_VERIFY_WITH_TIMEOUT(context().isPolling(), 20'000);
         qInstallMessageHandler(previous);
         QVERIFY2(capturedLog.contains(u"Session expired. Logging in again..."_qs), qPrintable(capturedLog.join(u'\n')));
-        QCOMPARE(alert(), QString());
-        QCOMPARE(m_context->connectionLossCount(), 0);
-        QVERIFY(m_context->isAuthorized());
-        QVERIFY(m_context->isPolling());
-        wait(m_context->client()->perform(E::Sync::maindata(0)));
+        QCOMPARE(m_server->alert(), QString());
+        QCOMPARE(context().connectionLossCount(), 0);
+        QVERIFY(context().isAuthorized());
+        QVERIFY(context().isPolling());
+        wait(context().client()->perform(E::Sync::maindata(0)));
     }
 
     void shutdownStopsTheServer()
     {
-        wait(m_client->login()); // the restart forgot the session
+        wait(client().login()); // the restart forgot the session
         call(E::Application::shutdown());
         QVERIFY(eventually([&] {
-            Client probe(m_server->configuration());
+            Client probe(server().configuration());
             return !failureOf(probe, E::Application::version()).startsWith(u"You are not authorized");
         }));
     }
@@ -816,12 +730,7 @@ private Q_SLOTS:
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
-    int failures = 0;
-    for (const Flavor flavor : {Flavor::Bookworm45, Flavor::Trixie51}) {
-        TestRealServers test(flavor);
-        failures += QTest::qExec(&test, argc, argv);
-    }
-    return failures;
+    return QuilloTest::runPerFlavor<TestRealServers>(argc, argv, {Flavor::Bookworm45, Flavor::Trixie51});
 }
 
 #include "tst_realservers.moc"

@@ -1,13 +1,11 @@
 #include "api/Client.h"
 #include "api/Endpoint.h"
 #include "core/AppContext.h"
-#include "core/KeychainStore.h"
 #include "core/NavigationContext.h"
 #include "support/Await.h"
-#include "support/QbtServer.h"
+#include "support/ConnectedServer.h"
 #include "support/TorrentFactory.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 using QuilloTest::wait;
@@ -47,20 +45,13 @@ private:
 private Q_SLOTS:
     void trackerGroupFollowsTheServersMap()
     {
-        QbtServer::StartResult started = QbtServer::start(m_flavor, {.localHostAuth = false});
-        QUILLO_REQUIRE_SERVER(started);
-        QTemporaryDir dir;
-        UserDefaults defaults(dir.filePath(QStringLiteral("Quillo.ini")));
-        KeychainStore keychain;
-        AppContext context(defaults, keychain);
-        ClientConfiguration configuration = started.server->configuration();
-        configuration.authMethod = API::AuthMethod::none;
-        context.addConfiguration(configuration);
-        wait(context.selectConfiguration(configuration.id));
-        NavigationContext navigation(context, defaults);
+        std::unique_ptr<ConnectedServer> server;
+        QUILLO_CONNECT(server, m_flavor);
+        AppContext &context = server->context();
+        NavigationContext navigation(context, server->defaults());
         QVERIFY(navigation.trackerSidebarItems().isEmpty()); // nothing announced yet: no group
 
-        const QbtServer::DataDir data = started.server->makeDataDir();
+        const QbtServer::DataDir data = server->server().makeDataDir();
         const QString twoUrlsOneHost =
             add(context, data, QStringLiteral("a.bin"),
                 {QStringLiteral("http://127.0.0.1:1/announce"), QStringLiteral("udp://127.0.0.1:2/announce")});
@@ -87,15 +78,6 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[])
-{
-    QCoreApplication app(argc, argv);
-    int failures = 0;
-    for (const Flavor flavor : QbtServer::flavors()) {
-        TestSidebarRealServers test(flavor);
-        failures += QTest::qExec(&test, argc, argv);
-    }
-    return failures;
-}
+QUILLO_PER_FLAVOR_MAIN(TestSidebarRealServers)
 
 #include "tst_sidebar_realservers.moc"

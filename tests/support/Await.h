@@ -1,9 +1,12 @@
 #pragma once
 
 #include <QCoroTask>
+#include <QDeadlineTimer>
 #include <QEventLoop>
+#include <QTest>
 
 #include <exception>
+#include <functional>
 #include <optional>
 #include <type_traits>
 
@@ -49,6 +52,18 @@ T wait(QCoro::Task<T> task)
         return;
     else
         return std::move(*result);
+}
+
+// Polls a real server until it shows what is expected: most actions take effect within a tick.
+inline bool eventually(const std::function<bool()> &condition)
+{
+    const QDeadlineTimer deadline(20'000);
+    while (!deadline.hasExpired()) {
+        if (condition())
+            return true;
+        QTest::qWait(100);
+    }
+    return condition();
 }
 
 } // namespace QuilloTest
