@@ -74,7 +74,8 @@ void EditorSheet::addHint(const QString &hint)
     m_form->addRow(label);
 }
 
-QLineEdit *EditorSheet::addFolderLine(const QString &label, const QString &placeholder, const QString &text)
+QLineEdit *EditorSheet::addFolderLine(const QString &label, const QString &placeholder, const QString &text,
+                                      const QString &chooseText, const QString &chooseCaption)
 {
     auto *row = new QWidget(this);
     auto *layout = new QHBoxLayout(row);
@@ -85,14 +86,18 @@ QLineEdit *EditorSheet::addFolderLine(const QString &label, const QString &place
     auto *browse = new QToolButton(row);
     browse->setObjectName(QStringLiteral("chooseFolder"));
     browse->setIcon(QIcon::fromTheme(QStringLiteral("folder-open"), style()->standardIcon(QStyle::SP_DirOpenIcon)));
+    if (!chooseText.isEmpty()) {
+        browse->setText(chooseText);
+        browse->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    }
     layout->addWidget(field, 1);
     layout->addWidget(browse);
     m_form->addRow(label, row);
     m_requiredLines.append(field);
     connect(field, &QLineEdit::textChanged, this, &EditorSheet::updateAction);
     // The folder dialog sees this computer's folders: right for a local server or a shared mount.
-    connect(browse, &QToolButton::clicked, this, [this, field] {
-        const QString folder = QFileDialog::getExistingDirectory(this, QString(), field->text());
+    connect(browse, &QToolButton::clicked, this, [this, field, chooseCaption] {
+        const QString folder = QFileDialog::getExistingDirectory(this, chooseCaption, field->text());
         if (!folder.isEmpty())
             field->setText(folder);
     });

@@ -26,8 +26,10 @@ public:
     // A multi-line field with `prompt` above it; one entry per line.
     QPlainTextEdit *addLines(const QString &prompt, const QString &hint);
     void addHint(const QString &hint);
-    // A required line with a button beside it that picks a folder into it.
-    QLineEdit *addFolderLine(const QString &label, const QString &placeholder, const QString &text = {});
+    // A required line with a button beside it that picks a folder into it; the button shows
+    // `chooseText` when given (an icon otherwise) and the folder dialog `chooseCaption`.
+    QLineEdit *addFolderLine(const QString &label, const QString &placeholder, const QString &text = {},
+                             const QString &chooseText = {}, const QString &chooseCaption = {});
 
     QPushButton *actionButton() const { return m_action; }
 

@@ -76,6 +76,11 @@ void MainMenus::addEditMenu()
     QAction *filter = edit->addAction(QStringLiteral("Filter torrents"));
     filter->setShortcut(QKeySequence::Find);
     connect(filter, &QAction::triggered, m_parts.table, &TntTableView::focusFilter);
+    edit->addSeparator();
+    QAction *preferences = edit->addAction(QStringLiteral("Preferences..."));
+    preferences->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    preferences->setMenuRole(QAction::PreferencesRole);
+    connect(preferences, &QAction::triggered, this, &MainMenus::settingsRequested);
 }
 
 void MainMenus::addViewMenu()

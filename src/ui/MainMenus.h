@@ -37,6 +37,9 @@ public:
     // The text of "About Quillo".
     static QString aboutText();
 
+Q_SIGNALS:
+    void settingsRequested();
+
 private:
     void addFileMenu();
     void addEditMenu();

@@ -12,6 +12,7 @@
 #include "ui/MainMenus.h"
 #include "ui/ReconnectionOverlay.h"
 #include "ui/ServerMenu.h"
+#include "ui/SettingsWindow.h"
 #include "ui/SidebarView.h"
 #include "ui/TntActions.h"
 #include "ui/TntAddingFlow.h"
@@ -150,6 +151,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
                              .navigation = m_navigation,
                              .serverMenu = m_serverMenu,
                              .logInOut = m_logInOut});
+    connect(m_menus, &MainMenus::settingsRequested, this, &MainWindow::openSettings);
     showPanels();
 
     showPage();
@@ -158,6 +160,19 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
 }
 
 MainWindow::~MainWindow() = default;
+
+SettingsWindow *MainWindow::openSettings()
+{
+    // A window closed or cancelled starts again from what is stored.
+    if (m_settingsWindow && !m_settingsWindow->isVisible())
+        delete m_settingsWindow;
+    if (!m_settingsWindow)
+        m_settingsWindow = new SettingsWindow(m_context, this);
+    m_settingsWindow->show();
+    m_settingsWindow->raise();
+    m_settingsWindow->activateWindow();
+    return m_settingsWindow;
+}
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {

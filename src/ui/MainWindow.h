@@ -12,6 +12,7 @@ class ClientErrorPresenter;
 class ConnectionEditor;
 class DropOverlay;
 class MainMenus;
+class SettingsWindow;
 class QAction;
 class QLabel;
 class QSplitter;
@@ -56,6 +57,8 @@ public:
     // The toolbar's item by its identifier ("start_tnt", "delete_tnt", ...).
     QAction *toolbarAction(const QString &identifier) const;
 
+    // The settings window, opened once and brought forward after.
+    SettingsWindow *openSettings();
     // Opens the editor for a new connection, and connects to it once it is saved.
     ConnectionEditor *openConnectionEditor();
     // Opens the editor on a saved connection; the connection in use reconnects with what was saved.
@@ -103,5 +106,6 @@ private:
     ClientErrorPresenter *m_errorPresenter;
     DropOverlay *m_dropOverlay;
     MainMenus *m_menus = nullptr;
+    QPointer<SettingsWindow> m_settingsWindow;
     QPointer<LoginPrompt> m_loginPrompt;
 };

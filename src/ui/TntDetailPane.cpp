@@ -3,6 +3,7 @@
 #include "core/AppContext.h"
 #include "support/Detached.h"
 #include "settings/UserDefaults.h"
+#include "ui/AlternateRows.h"
 #include "ui/ColumnState.h"
 #include "ui/TntCommands.h"
 #include "ui/TntContentTree.h"
@@ -116,7 +117,7 @@ QTreeView *makeTable(QAbstractItemModel *model, UserDefaults &defaults, UserDefa
     view->setModel(proxy);
     view->setRootIsDecorated(false);
     view->setUniformRowHeights(true);
-    view->setAlternatingRowColors(defaults.boolValue(UserDefaultsKey::alternateRows, true));
+    followAlternateRows(view, defaults);
     view->setSelectionMode(QAbstractItemView::ExtendedSelection);
     view->setSelectionBehavior(QAbstractItemView::SelectRows);
     view->setSortingEnabled(true);

@@ -1,6 +1,7 @@
 #include "ui/TntTableView.h"
 
 #include "settings/UserDefaults.h"
+#include "ui/AlternateRows.h"
 #include "ui/TntFilterProxy.h"
 #include "ui/TntTableModel.h"
 
@@ -105,7 +106,7 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_table->setShowGrid(false);
     m_table->setWordWrap(false);
-    m_table->setAlternatingRowColors(defaults.boolValue(UserDefaultsKey::alternateRows, true));
+    followAlternateRows(m_table, defaults);
     m_table->verticalHeader()->hide();
     // Fixed row heights: the view never measures 50,000 rows.
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);

@@ -1,0 +1,197 @@
+#include "support/ScriptedTorrents.h"
+#include "support/Widgets.h"
+#include "ui/EditorSheet.h"
+#include "ui/MainMenus.h"
+#include "ui/MainWindow.h"
+#include "ui/PathMappingPage.h"
+#include "ui/SettingsWindow.h"
+#include "ui/TntTableView.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTest>
+#include <QTreeWidget>
+
+#include <functional>
+
+using Edit = std::function<void(QWidget &page)>;
+using Stored = std::function<QVariant(AppContext &)>;
+Q_DECLARE_METATYPE(Edit)
+Q_DECLARE_METATYPE(Stored)
+
+namespace {
+
+// The field of a form row by its label, or a switch by its own text.
+template<typename Field>
+Field *field(QWidget &page, const QString &text)
+{
+    for (QCheckBox *box : page.findChildren<QCheckBox *>()) {
+        if (box->text() == text)
+            return qobject_cast<Field *>(box);
+    }
+    for (QLabel *label : page.findChildren<QLabel *>()) {
+        if (label->text() == text && label->buddy())
+            return qobject_cast<Field *>(label->buddy());
+    }
+    return nullptr;
+}
+
+} // namespace
+
+// The settings window offscreen, over a scripted server.
+class TestSettingsWindow : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<ScriptedTorrents> m_server;
+    std::unique_ptr<MainWindow> m_window;
+
+    SettingsWindow &openSettings()
+    {
+        QMenu *edit = m_window->menus()->menu(QStringLiteral("Edit"));
+        QuilloTest::menuItem(*edit, QStringLiteral("Preferences..."))->trigger();
+        auto *settings = m_window->findChild<SettingsWindow *>();
+        Q_ASSERT(settings && settings->isVisible());
+        return *settings;
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_server = std::make_unique<ScriptedTorrents>();
+        m_window = std::make_unique<MainWindow>(*m_server->context);
+        m_window->show();
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_server.reset();
+    }
+
+    void ownSettingsWaitForApply_data()
+    {
+        QTest::addColumn<Edit>("edit");
+        QTest::addColumn<Stored>("stored");
+        QTest::addColumn<QVariant>("before");
+        QTest::addColumn<QVariant>("after");
+        QTest::newRow("switch") << Edit([](QWidget &page) {
+            field<QCheckBox>(page, QStringLiteral("Ask before removing torrents"))->setChecked(false);
+        }) << Stored([](AppContext &c) {
+            return QVariant(c.settings().defaults().boolValue(UserDefaultsKey::confirmTntDeleting, true));
+        }) << QVariant(true) << QVariant(false);
+        QTest::newRow("number") << Edit([](QWidget &page) {
+            field<QSpinBox>(page, QStringLiteral("Refresh interval:"))->setValue(4500);
+        }) << Stored([](AppContext &c) { return QVariant(c.settings().refreshInterval()); })
+                                << QVariant(2000) << QVariant(4500);
+        QTest::newRow("setting of the context") << Edit([](QWidget &page) {
+            field<QCheckBox>(page, QStringLiteral("Notify when downloads complete"))->setChecked(false);
+        }) << Stored([](AppContext &c) { return QVariant(c.settings().notifyDownloadsComplete()); })
+                                                << QVariant(true) << QVariant(false);
+    }
+
+    void ownSettingsWaitForApply()
+    {
+        QFETCH(Edit, edit);
+        QFETCH(Stored, stored);
+        QFETCH(QVariant, before);
+        QFETCH(QVariant, after);
+        SettingsWindow &settings = openSettings();
+        QWidget &page = *settings.page(QStringLiteral("quillo"));
+        QVERIFY(!settings.applyButton()->isEnabled());
+        edit(page);
+        QVERIFY(settings.applyButton()->isEnabled());
+        QCOMPARE(stored(*m_server->context), before);
+        settings.applyButton()->click();
+        QCOMPARE(stored(*m_server->context), after);
+        QVERIFY(!settings.applyButton()->isEnabled());
+
+        // Cancel leaves what was stored.
+        settings.reject();
+        SettingsWindow &again = openSettings();
+        QWidget &reopened = *again.page(QStringLiteral("quillo"));
+        edit(reopened); // the same edit again changes nothing stored
+        QVERIFY(!again.applyButton()->isEnabled());
+    }
+
+    void boundsAreTheSettingsBounds()
+    {
+        QWidget &page = *openSettings().page(QStringLiteral("quillo"));
+        QSpinBox *interval = field<QSpinBox>(page, QStringLiteral("Refresh interval:"));
+        QCOMPARE(interval->minimum(), AppSettings::refreshIntervalBounds.minimum);
+        QCOMPARE(interval->maximum(), AppSettings::refreshIntervalBounds.maximum);
+        QSpinBox *window = field<QSpinBox>(page, QStringLiteral("Speeds averaged over:"));
+        QCOMPARE(window->maximum(), AppSettings::averagingWindowBounds.maximum);
+        // The interval is the server's while following it.
+        field<QCheckBox>(page, QStringLiteral("Follow the server's refresh interval"))->setChecked(true);
+        QVERIFY(!interval->isEnabled());
+    }
+
+    void alternateRowsFollowAtOnce()
+    {
+        SettingsWindow &settings = openSettings();
+        QTableView *table = m_window->tntTable()->table();
+        QVERIFY(table->alternatingRowColors());
+        field<QCheckBox>(*settings.page(QStringLiteral("quillo")), QStringLiteral("Alternate row colors"))
+            ->setChecked(false);
+        settings.applyButton()->click();
+        QVERIFY(!table->alternatingRowColors());
+    }
+
+    void pathMappingsAreEditedThenApplied()
+    {
+        SettingsWindow &settings = openSettings();
+        auto &page = *static_cast<PathMappingPage *>(settings.page(QStringLiteral("pathMapping")));
+        QVERIFY(!page.removeButton()->isEnabled());
+        const auto add = [&page](const QString &remote, const QString &local) {
+            page.addButton()->click();
+            auto *sheet = page.findChild<EditorSheet *>();
+            QVERIFY(sheet && sheet->isVisible());
+            QList<QLineEdit *> lines = sheet->findChildren<QLineEdit *>();
+            QCOMPARE(lines.size(), 2);
+            QCOMPARE(lines.at(0)->placeholderText(), QStringLiteral("/opt/etc/downloads/"));
+            QVERIFY(!sheet->actionButton()->isEnabled());
+            lines.at(0)->setText(remote);
+            lines.at(1)->setText(local);
+            sheet->actionButton()->click();
+            delete sheet;
+        };
+        add(QStringLiteral("/data"), QStringLiteral("/mnt/a"));
+        add(QStringLiteral("/data/movies"), QStringLiteral("/mnt/b"));
+        QCOMPARE(page.list()->topLevelItemCount(), 2);
+        QVERIFY(m_server->context->settings().pathMapping().isEmpty());
+        QVERIFY(settings.applyButton()->isEnabled());
+        settings.applyButton()->click();
+        const QList<PathMap> stored = m_server->context->settings().pathMapping();
+        QCOMPARE(stored.size(), 2);
+        QCOMPARE(stored.at(0).remotePath, QStringLiteral("/data")); // the order they are tried in
+        QCOMPARE(stored.at(1).bookmarkData, QByteArray("/mnt/b"));
+
+        page.list()->setCurrentItem(page.list()->topLevelItem(0));
+        page.removeButton()->click();
+        settings.applyButton()->click();
+        QCOMPARE(m_server->context->settings().pathMapping().size(), 1);
+        QCOMPARE(m_server->context->settings().pathMapping().constFirst().remotePath, QStringLiteral("/data/movies"));
+    }
+
+    void reopensTheLastPage()
+    {
+        SettingsWindow &settings = openSettings();
+        QCOMPARE(settings.tabs()->tabText(settings.tabs()->currentIndex()), QStringLiteral("Quillo"));
+        settings.tabs()->setCurrentIndex(1);
+        settings.close();
+        SettingsWindow &reopened = openSettings();
+        QCOMPARE(reopened.tabs()->tabText(reopened.tabs()->currentIndex()), QStringLiteral("Path Mapping"));
+    }
+};
+
+QTEST_MAIN(TestSettingsWindow)
+#include "tst_settingswindow.moc"
