@@ -3,6 +3,7 @@
 #include "api/Client.h"
 #include "api/Endpoint.h"
 #include "core/AppContext.h"
+#include "support/CheckedMath.h"
 #include "support/Detached.h"
 #include "core/TntMetadataFetch.h"
 #include "ui/AddTntOptionsForm.h"
@@ -43,9 +44,10 @@ qint64 totalSize(const TntMetadata &metadata)
         return 0;
     if (metadata.info->files.isEmpty())
         return metadata.info->length;
+    // The metadata was refused at reading if its sizes overflow: a sum that does not fit here is a fault.
     qint64 sum = 0;
     for (const TntMetadata::Info::File &file : metadata.info->files)
-        sum += file.length;
+        sum = CheckedMath::add(sum, file.length);
     return sum;
 }
 

@@ -107,15 +107,26 @@ QCoro::Task<> TntAddingFlow::openFile(QString path)
 {
     // A large .torrent takes a noticeable time to read and hash: never on the main thread.
     const QPointer<TntAddingFlow> self(this);
-    QFuture<std::optional<TntMetadata>> reading = QtConcurrent::run(&TntMetadata::fromFile, path);
-    const std::optional<TntMetadata> metadata = co_await reading;
+    struct Reading
+    {
+        std::optional<TntMetadata> metadata;
+        QString refusal;
+    };
+    QFuture<Reading> reading = QtConcurrent::run([path] {
+        Reading read;
+        read.metadata = TntMetadata::fromFile(path, &read.refusal);
+        return read;
+    });
+    const Reading read = co_await reading;
     if (!self)
         co_return;
-    if (!metadata || !metadata->info) {
+    const std::optional<TntMetadata> &metadata = read.metadata;
+    if (!metadata) {
         auto *alert = new QMessageBox(QMessageBox::Warning, QStringLiteral("Failed to add torrent!"),
                                       QStringLiteral("\"%1\" is not a valid torrent file.").arg(QFileInfo(path).fileName()),
                                       QMessageBox::Ok, m_window);
         alert->setObjectName(QStringLiteral("invalidTntFile"));
+        alert->setInformativeText(read.refusal);
         alert->setAttribute(Qt::WA_DeleteOnClose);
         alert->open();
         co_return;

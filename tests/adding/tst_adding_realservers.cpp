@@ -116,7 +116,8 @@ private Q_SLOTS:
         API::TntAddingOptions options;
         options.tnts = QStringList{writeFile(m_files.path(), u"page.torrent"_qs, "<html><body>Not found</body></html>")};
         QTest::ignoreMessage(QtInfoMsg, qPrintable(u"Failed to initialize tnt metadata from "_qs
-                                                   + QUrl::fromLocalFile(options.tnts->constFirst()).toString()));
+                                                   + QUrl::fromLocalFile(options.tnts->constFirst()).toString()
+                                                   + u": The file's format is invalid."_qs));
         try {
             wait(TntAdder::add(*m_client, options));
             QFAIL("a page was added as a torrent");

@@ -440,16 +440,34 @@ private Q_SLOTS:
         QCOMPARE(found, sent);
     }
 
+    void notATorrentIsNotSent_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("reason");
+        const QByteArray pieces = "12:piece lengthi16384e6:pieces20:aaaaaaaaaaaaaaaaaaaa";
+        QTest::newRow("a page") << QByteArray("<html>Not found</html>") << u"The file's format is invalid."_qs;
+        // Sizes that overflow when summed are a malformed file, not a reason to stop.
+        QTest::newRow("sizes past 64 bits")
+            << "d4:infod5:filesld6:lengthi9000000000000000000e4:pathl1:beed6:lengthi9000000000000000000e4:pathl1:ceee"
+               "4:name1:a" + pieces + "ee"
+            << u"The file's format is invalid."_qs;
+        QTest::newRow("negative size") << "d4:infod6:lengthi-425e4:name1:a" + pieces + "ee"
+                                       << u"The torrent has a file of negative size."_qs;
+    }
+
     void notATorrentIsNotSent()
     {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, reason);
         connectTo("2.15.0");
-        const QString page = write(u"page.torrent"_qs, "<html>Not found</html>");
+        const QString page = write(u"page.torrent"_qs, bytes);
         QTest::ignoreMessage(QtInfoMsg, qPrintable(u"Failed to initialize tnt metadata from "_qs
-                                                   + QUrl::fromLocalFile(page).toString()));
+                                                   + QUrl::fromLocalFile(page).toString() + u": "_qs + reason));
         m_window->addingFlow()->open({QUrl::fromLocalFile(page)});
         QTRY_VERIFY(m_window->findChild<QMessageBox *>(u"invalidTntFile"_qs));
         auto *alert = m_window->findChild<QMessageBox *>(u"invalidTntFile"_qs);
         QCOMPARE(alert->text(), u"\"page.torrent\" is not a valid torrent file."_qs);
+        QCOMPARE(alert->informativeText(), reason);
         QVERIFY(!m_window->findChild<AddTntWindow *>());
         addSentinel();
         QCOMPARE(adds(), 1);
