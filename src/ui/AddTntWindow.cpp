@@ -1,5 +1,6 @@
 #include "ui/AddTntWindow.h"
 
+#include "adding/TntLinks.h"
 #include "api/Client.h"
 #include "api/Endpoint.h"
 #include "core/AppContext.h"
@@ -15,6 +16,7 @@
 #include <QLocale>
 #include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -71,6 +73,7 @@ AddTntWindow::AddTntWindow(AppContext &context, QString source, std::optional<Tn
     , m_options(new AddTntOptionsForm(context, m_metadata.info ? m_metadata.info->name : QString(), this))
     , m_tree(new TntContentTree(context.settings().defaults(), this))
     , m_status(new QLabel(this))
+    , m_hasMetadata(m_isTntFile)
 {
     setWindowTitle(QStringLiteral("Add Torrent"));
     resize(900, 640);
@@ -162,10 +165,20 @@ QCoro::Task<> AddTntWindow::fetchMetadata()
     if (!self || !fetched)
         co_return;
     m_metadata = std::move(*fetched);
+    m_hasMetadata = true;
     showPreview();
     m_status->hide();
     QCoro::Task<> building = buildTree();
     co_await std::move(building);
+}
+
+QString AddTntWindow::tntHash() const
+{
+    // The loading record's placeholder, or a server's record without a hash, is no id.
+    static const QRegularExpression id(QStringLiteral("^[0-9a-f]{40}$"));
+    if (m_hasMetadata && id.match(m_metadata.hash).hasMatch())
+        return m_metadata.hash;
+    return m_isTntFile ? QString() : TntLinks::infoHashOf(m_source);
 }
 
 QList<int> AddTntWindow::filePriorities() const

@@ -163,11 +163,7 @@ void TntAddingFlow::openWindow(const QString &source, const std::optional<TntMet
             options.tnts = QStringList{window->source()};
         else
             options.urls = QStringList{window->source()};
-        // A magnet whose metadata has not come yet is known by the hash its link names.
-        const QString hash = window->metadata().hash.isEmpty() && !window->isTntFile()
-                                 ? TntLinks::infoHashOf(window->source())
-                                 : window->metadata().hash;
-        detached(addTnt(std::move(options), window->optionsForm()->startsTnt(), hash, window->filePriorities(),
+        detached(addTnt(std::move(options), window->optionsForm()->startsTnt(), window->tntHash(), window->filePriorities(),
                         window->isTntFile() ? window->source() : QString()));
     });
     connect(window, &QDialog::rejected, this, [this, window] {
@@ -201,9 +197,13 @@ QCoro::Task<> TntAddingFlow::addTnt(API::TntAddingOptions options, bool start, Q
                                     QList<int> filePriorities, QString tntFile)
 {
     const QPointer<TntAddingFlow> self(this);
+    ++m_additionsUnderWay;
     QCoro::Task<bool> adding = m_context.addTnts(std::move(options), start, hash, filePriorities);
     const bool added = co_await std::move(adding);
-    if (self && added && !tntFile.isEmpty() && m_context.settings().autoDeleteTntFile())
+    if (!self)
+        co_return;
+    --m_additionsUnderWay;
+    if (added && !tntFile.isEmpty() && m_context.settings().autoDeleteTntFile())
         trash(tntFile);
 }
 

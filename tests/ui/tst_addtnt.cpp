@@ -79,6 +79,8 @@ class TestAddTnt : public QObject
     int m_adds = 0;
     int m_addsLost = 0; // adds the server answers but never lists, as 5.3 may lose a magnet
     int m_metadataAsked = 0;
+    bool m_metadataComes = true;
+    QByteArray m_magnetId; // what the server lists the magnet's torrent under
 
     void connectTo(const QByteArray &apiVersion)
     {
@@ -87,6 +89,8 @@ class TestAddTnt : public QObject
         m_adds = 0;
         m_addsLost = 0;
         m_metadataAsked = 0;
+        m_metadataComes = true;
+        m_magnetId = "0123456789abcdef0123456789abcdef01234567";
         // The scripted server lists the album once it was added.
         m_server->server.setHandler([this](const FakeServer::Request &request) {
             if (request.target.endsWith("/app/webapiVersion"))
@@ -97,7 +101,7 @@ class TestAddTnt : public QObject
                 m_added = ++m_adds > m_addsLost;
             // Still fetching at first, as the server answers while it looks for peers.
             if (request.target.endsWith("/torrents/fetchMetadata"))
-                return ++m_metadataAsked < 2 ? FakeServer::Response::text(202, "")
+                return ++m_metadataAsked < 2 || !m_metadataComes ? FakeServer::Response::text(202, "")
                                               : FakeServer::Response::json(R"({"hash":"0123456789abcdef0123456789abcdef01234567",
                                                     "comment":"Live","createdBy":"mktorrent","creationDate":1700000000,
                                                     "info":{"name":"Show","length":0,"pieceLength":16384,"piecesNum":3,
@@ -109,7 +113,7 @@ class TestAddTnt : public QObject
             if (m_added)
                 data.replace("\"torrents\":{",
                              "\"torrents\":{\"" + m_album.infoHash.toLatin1() + "\":{\"name\":\"Album\",\"state\":\"stoppedDL\"},"
-                             "\"0123456789abcdef0123456789abcdef01234567\":{\"name\":\"Show\",\"state\":\"metaDL\"},");
+                             "\"" + m_magnetId + "\":{\"name\":\"Show\",\"state\":\"metaDL\"},");
             return FakeServer::Response::json(data);
         });
         m_window = std::make_unique<MainWindow>(*m_server->context);
@@ -577,6 +581,44 @@ private Q_SLOTS:
         }
         QCOMPARE(afterFirstAdd, (QStringList{u"add"_qs, u"fetchMetadata"_qs, u"add"_qs}));
         QTRY_VERIFY(m_server->context->tntCollection().find(u"0123456789abcdef0123456789abcdef01234567"_qs));
+        QVERIFY(!m_server->context->clientError());
+    }
+
+    void magnetAddedBeforeItsMetadata_data()
+    {
+        QTest::addColumn<QString>("magnet");
+        QTest::addColumn<QByteArray>("listedAs");
+        const QByteArray v1 = "0123456789abcdef0123456789abcdef01234567";
+        const QByteArray v2 = "cb8a0d2df5d1a2f1a0b9e1c7e2f3a4b5c6d7e8f90a1b2c3d4e5f60718293a4b5";
+        QTest::newRow("hex") << u"magnet:?xt=urn:btih:0123456789ABCDEF0123456789abcdef01234567"_qs << v1;
+        QTest::newRow("base32") << u"magnet:?xt=urn:btih:AERUKZ4JVPG66AJDIVTYTK6N54ASGRLH&dn=Show"_qs << v1;
+        QTest::newRow("v2") << u"magnet:?xt=urn:btmh:1220"_qs + QString::fromLatin1(v2) << v2.left(40);
+        QTest::newRow("hybrid") << u"magnet:?xt=urn:btih:"_qs + QString::fromLatin1(v1) + u"&xt=urn:btmh:1220"_qs
+                                       + QString::fromLatin1(v2)
+                                << v2.left(40);
+    }
+
+    // Added at once, while the server still looks for its metadata: found under the id its link
+    // names, added once.
+    void magnetAddedBeforeItsMetadata()
+    {
+        QFETCH(QString, magnet);
+        QFETCH(QByteArray, listedAs);
+        connectTo("2.15.0");
+        m_metadataComes = false;
+        m_magnetId = listedAs;
+        m_window->addingFlow()->enterLinks({magnet});
+        auto *links = m_window->findChild<LinksDialog *>();
+        QVERIFY(links);
+        links->addButton()->click();
+        auto *window = m_window->findChild<AddTntWindow *>();
+        QVERIFY(window);
+        QVERIFY(window->addButton()->isEnabled());
+        window->addButton()->click();
+        QTRY_VERIFY(m_server->context->tntCollection().find(QString::fromLatin1(listedAs)));
+        // Listed at the first add, so nothing is asked or added again.
+        QTRY_COMPARE_WITH_TIMEOUT(m_window->addingFlow()->additionsUnderWay(), 0, 30'000);
+        QCOMPARE(adds(), 1);
         QVERIFY(!m_server->context->clientError());
     }
 
