@@ -55,6 +55,9 @@ private:
     TntContentTree *m_tree;
     QPushButton *m_add;
     QLabel *m_status;
+    QWidget *m_savePathFailure; // why the server's default save path could not be read, and a retry
+    QLabel *m_savePathError;
+    QPushButton *m_retrySavePath;
     QHash<QString, QLabel *> m_values;
     bool m_treeReady = false;
     bool m_hasMetadata;

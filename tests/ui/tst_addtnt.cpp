@@ -80,6 +80,7 @@ class TestAddTnt : public QObject
     int m_addsLost = 0; // adds the server answers but never lists, as 5.3 may lose a magnet
     int m_metadataAsked = 0;
     bool m_metadataComes = true;
+    int m_savePathFailures = 0; // answers to app/defaultSavePath that fail before it answers
     QByteArray m_magnetId; // what the server lists the magnet's torrent under
 
     void connectTo(const QByteArray &apiVersion)
@@ -90,13 +91,15 @@ class TestAddTnt : public QObject
         m_addsLost = 0;
         m_metadataAsked = 0;
         m_metadataComes = true;
+        m_savePathFailures = 0;
         m_magnetId = "0123456789abcdef0123456789abcdef01234567";
         // The scripted server lists the album once it was added.
         m_server->server.setHandler([this](const FakeServer::Request &request) {
             if (request.target.endsWith("/app/webapiVersion"))
                 return FakeServer::Response::text(200, m_server->apiVersion);
             if (request.target.endsWith("/app/defaultSavePath"))
-                return FakeServer::Response::text(200, "/srv/downloads");
+                return m_savePathFailures-- > 0 ? FakeServer::Response::text(500, "Internal Server Error")
+                                                : FakeServer::Response::text(200, "/srv/downloads");
             if (request.target.endsWith("/torrents/add"))
                 m_added = ++m_adds > m_addsLost;
             // Still fetching at first, as the server answers while it looks for peers.
@@ -221,6 +224,42 @@ private Q_SLOTS:
         QVERIFY(next);
         QCOMPARE(next->contentTree()->header()->sectionSize(TntContentModel::sizeColumn), 151);
         QCOMPARE(next->contentTree()->header()->visualIndex(TntContentModel::priorityColumn), 0);
+    }
+
+    void defaultSavePathFails_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("afterRetry");
+        QTest::newRow("nothing typed: filled on retry") << QString() << u"/srv/downloads"_qs;
+        QTest::newRow("typed: kept") << u"/mine"_qs << u"/mine"_qs;
+    }
+
+    // The failure shows in the window, and the user may try again; what they typed stays.
+    void defaultSavePathFails()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, afterRetry);
+        connectTo("2.15.0");
+        m_savePathFailures = 1;
+        AddTntWindow *window = openAlbum();
+        QVERIFY(window);
+        QLineEdit *field = window->optionsForm()->savePathField();
+        field->setText(typed);
+        QTRY_VERIFY(window->findChild<QLabel *>(u"savePathError"_qs) && window->findChild<QLabel *>(u"savePathError"_qs)->isVisible());
+        QVERIFY2(window->findChild<QLabel *>(u"savePathError"_qs)->text().startsWith(u"Failed to get the default save path: "_qs),
+                 qPrintable(window->findChild<QLabel *>(u"savePathError"_qs)->text()));
+        QCOMPARE(field->text(), typed);
+        window->findChild<QPushButton *>(u"retrySavePath"_qs)->click();
+        QTRY_VERIFY(!window->findChild<QLabel *>(u"savePathError"_qs)->isVisible());
+        const auto asked = [this] {
+            const auto &requests = m_server->server.requests();
+            return std::count_if(requests.cbegin(), requests.cend(), [](const FakeServer::Request &r) {
+                return r.target.endsWith("/app/defaultSavePath");
+            });
+        };
+        QTRY_COMPARE(asked(), 2);
+        QTRY_COMPARE(field->text(), afterRetry);
+        QVERIFY(!window->findChild<QLabel *>(u"savePathError"_qs)->isVisible());
     }
 
     void uncheckedFolder_data()
