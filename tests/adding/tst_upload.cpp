@@ -118,6 +118,26 @@ private Q_SLOTS:
                      + torrentPart("zwei \xc3\xbc.torrent", QByteArray("d4:infod4:name1:b\r\n\0ee", 22)) + closing);
     }
 
+    // A file name cannot end its header early: quotes and line breaks are escaped as browsers do.
+    void fileNameInTheHeader_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("sent");
+        QTest::newRow("quotes") << u"say \"hi\".torrent"_qs << QByteArray("say %22hi%22.torrent");
+        QTest::newRow("line breaks") << u"a\r\nb\nc\r.torrent"_qs << QByteArray("a%0D%0Ab%0Ac%0D.torrent");
+        QTest::newRow("percent and UTF-8 as they are") << u"100% é;x=1.torrent"_qs << QByteArray("100% \xc3\xa9;x=1.torrent");
+    }
+
+    void fileNameInTheHeader()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, sent);
+        QTemporaryDir folder;
+        const QString path = writeFile(folder.path(), name, validTorrent);
+        const API::TntFilesUpload upload{.boundary = boundary, .files = {path}};
+        QCOMPARE(upload.multipartBody().bytes, torrentPart(sent, validTorrent) + closing);
+    }
+
     void freshBoundaries()
     {
         const QString first = TntAddingOptions().boundary;
