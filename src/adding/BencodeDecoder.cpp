@@ -12,15 +12,6 @@ using Kind = BencodeNode::Kind;
     throw BencodeDecodeError::invalidFormat;
 }
 
-bool isAscii(QByteArrayView bytes)
-{
-    for (const char c : bytes) {
-        if (static_cast<unsigned char>(c) >= 0x80)
-            return false;
-    }
-    return true;
-}
-
 } // namespace
 
 BencodeDecoder::BencodeDecoder(QByteArray bencodedData)
@@ -156,10 +147,8 @@ void BencodeDecoder::readByteString()
 void BencodeDecoder::readKey(Frame &frame)
 {
     const auto [offset, length] = stringAtPosition();
-    const QByteArrayView key(data + offset, qsizetype{length});
-    if (!isAscii(key) && !key.isValidUtf8())
-        fail();
-    if (key == "info") {
+    // A key that is not text is kept as bytes: v2 files key "piece layers" by raw hashes.
+    if (QByteArrayView(data + offset, qsizetype{length}) == "info") {
         // The info-hash is taken over the exact bytes of this value: kept as a "hash" entry placed
         // before "info", so that a later "hash" key of the file still wins.
         appendNode(Kind::hashKey);

@@ -151,3 +151,12 @@ QList<QByteArrayView> BencodeResult::Dictionary::keys() const
     }
     return keys;
 }
+
+QList<std::pair<QByteArrayView, BencodeResult>> BencodeResult::Dictionary::entries() const
+{
+    const auto &nodes = m_document->nodes;
+    QList<std::pair<QByteArrayView, BencodeResult>> entries;
+    for (std::uint32_t at = m_index + 1; at < nodes[m_index].next; at = nodes[at + 1].next)
+        entries.append({m_document->bytesOf(nodes[at]), BencodeResult(m_document, at + 1)});
+    return entries;
+}

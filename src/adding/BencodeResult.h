@@ -82,6 +82,8 @@ public:
     std::optional<BencodeResult> value(QByteArrayView key) const;
     // Each key once, in the order of its first occurrence.
     QList<QByteArrayView> keys() const;
+    // Every entry in file order, a repeated key as often as it occurs: one pass, for large dictionaries.
+    QList<std::pair<QByteArrayView, BencodeResult>> entries() const;
 
 private:
     friend class BencodeResult;

@@ -29,6 +29,11 @@ QString TntLinks::urlOf(const QString &line)
 
 QString TntLinks::infoHashOf(const QString &magnet)
 {
+    // A v2 hash names the torrent wherever there is one, a hybrid's included: libtorrent-2 servers
+    // list it under the SHA-256 digest (multihash 0x12, 32 bytes) cut to 40 hex digits.
+    static const QRegularExpression btmh(QStringLiteral("[?&]xt=urn:btmh:1220([0-9a-fA-F]{64})(&|$)"));
+    if (const QRegularExpressionMatch v2 = btmh.match(magnet); v2.hasMatch())
+        return v2.captured(1).left(40).toLower();
     static const QRegularExpression btih(QStringLiteral("[?&]xt=urn:btih:([0-9a-fA-F]{40}|[A-Za-z2-7]{32})(&|$)"));
     const QString hash = btih.match(magnet).captured(1);
     if (hash.size() == 40)

@@ -13,7 +13,7 @@ struct TntLinks
     static TntLinks parse(const QString &text);
     // One line's link; empty when the line is none.
     static QString urlOf(const QString &line);
-    // The v1 info-hash of a magnet link in lower-case hex, as the server keys torrents; empty when
-    // the link names none.
+    // The id the server lists a magnet's torrent under, in lower-case hex: its v2 info-hash ("btmh")
+    // cut to 40 digits, else its v1 info-hash ("btih", hex or base32); empty when the link names none.
     static QString infoHashOf(const QString &magnet);
 };

@@ -47,18 +47,20 @@ struct TntMetadata
     QString comment = QString(67, u'x');
     QString createdBy = QString(14, u'x');
     API::Date creationDate = API::Date::fromDateTime(QDateTime::currentDateTimeUtc());
+    // The id the server lists the torrent under: the v1 info-hash, or for a torrent with v2
+    // metadata its v2 info-hash cut to 40 hex digits.
     QString hash = QString(40, u'x');
     QString infohashV1 = QString(40, u'x');
-    QString infohashV2 = QString(40, u'x'); // never filled from a local file: not a real hash
+    QString infohashV2 = QString(40, u'x');
     std::optional<Info> info;
     QList<Tracker> trackers;
     QStringList webseeds;
 
-    // The metadata of a .torrent file's bytes; nothing when they do not decode to a dictionary.
-    // Fields the file lacks or holds malformed take their fallbacks.
-    static std::optional<TntMetadata> fromTorrentData(const QByteArray &bencodedData);
+    // The metadata of a .torrent file's bytes; nothing, and why in `refusal`, for a file that
+    // libtorrent-based servers refuse. Optional fields the file lacks take their fallbacks.
+    static std::optional<TntMetadata> fromTorrentData(const QByteArray &bencodedData, QString *refusal = nullptr);
     // As fromTorrentData(), reading the file; a failure is logged with the file's location.
-    static std::optional<TntMetadata> fromFile(const QString &path);
+    static std::optional<TntMetadata> fromFile(const QString &path, QString *refusal = nullptr);
     // The server's record of fetched metadata. Keys come camelCase or snake_case; a key that is
     // absent keeps its placeholder. Throws API::ResponseDecodingError for a value of the wrong type.
     static TntMetadata fromJson(const QByteArray &json);

@@ -19,6 +19,15 @@ constexpr char crlf[] = "\r\n";
                             QStringLiteral("Could not read \"%1\": %2").arg(path, file.errorString()));
 }
 
+// As browsers write a file name into the header (WHATWG, RFC 7578): a quote or a line break would
+// end the header early; everything else goes as UTF-8.
+QByteArray quotedFileName(const QString &name)
+{
+    QByteArray bytes = name.toUtf8();
+    bytes.replace('"', "%22").replace('\r', "%0D").replace('\n', "%0A");
+    return bytes;
+}
+
 } // namespace
 
 QString MultipartWriter::newBoundary()
@@ -58,7 +67,7 @@ void MultipartWriter::addTntFile(const QString &path)
     if (file.error() != QFileDevice::NoError)
         failReading(path, file);
     addDelimiter();
-    m_bytes += "Content-Disposition: form-data; name=\"torrents\"; filename=\"" + QFileInfo(path).fileName().toUtf8() + "\""
+    m_bytes += "Content-Disposition: form-data; name=\"torrents\"; filename=\"" + quotedFileName(QFileInfo(path).fileName()) + "\""
         + crlf;
     m_bytes += "Content-Type: application/x-bittorrent\r\n";
     m_bytes += crlf;

@@ -1,8 +1,10 @@
 #include "ui/AddTntWindow.h"
 
+#include "adding/TntLinks.h"
 #include "api/Client.h"
 #include "api/Endpoint.h"
 #include "core/AppContext.h"
+#include "support/CheckedMath.h"
 #include "support/Detached.h"
 #include "core/TntMetadataFetch.h"
 #include "ui/AddTntOptionsForm.h"
@@ -10,10 +12,12 @@
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
 #include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -43,9 +47,10 @@ qint64 totalSize(const TntMetadata &metadata)
         return 0;
     if (metadata.info->files.isEmpty())
         return metadata.info->length;
+    // The metadata was refused at reading if its sizes overflow: a sum that does not fit here is a fault.
     qint64 sum = 0;
     for (const TntMetadata::Info::File &file : metadata.info->files)
-        sum += file.length;
+        sum = CheckedMath::add(sum, file.length);
     return sum;
 }
 
@@ -69,6 +74,10 @@ AddTntWindow::AddTntWindow(AppContext &context, QString source, std::optional<Tn
     , m_options(new AddTntOptionsForm(context, m_metadata.info ? m_metadata.info->name : QString(), this))
     , m_tree(new TntContentTree(context.settings().defaults(), this))
     , m_status(new QLabel(this))
+    , m_savePathFailure(new QWidget(this))
+    , m_savePathError(new QLabel(m_savePathFailure))
+    , m_retrySavePath(new QPushButton(QStringLiteral("Try Again"), m_savePathFailure))
+    , m_hasMetadata(m_isTntFile)
 {
     setWindowTitle(QStringLiteral("Add Torrent"));
     resize(900, 640);
@@ -95,8 +104,23 @@ AddTntWindow::AddTntWindow(AppContext &context, QString source, std::optional<Tn
     split->setStretchFactor(0, 1);
     split->setChildrenCollapsible(false);
 
+    m_savePathError->setObjectName(QStringLiteral("savePathError"));
+    m_savePathError->setWordWrap(true);
+    m_savePathError->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_retrySavePath->setObjectName(QStringLiteral("retrySavePath"));
+    auto *failureLayout = new QHBoxLayout(m_savePathFailure);
+    failureLayout->setContentsMargins(0, 0, 0, 0);
+    failureLayout->addWidget(m_savePathError, 1);
+    failureLayout->addWidget(m_retrySavePath);
+    m_savePathFailure->hide();
+    connect(m_retrySavePath, &QPushButton::clicked, this, [this] {
+        m_savePathFailure->hide();
+        detached(loadDefaultSavePath());
+    });
+
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(split, 1);
+    layout->addWidget(m_savePathFailure);
     layout->addWidget(buttons);
 
     connect(m_tree->contentModel(), &QAbstractItemModel::dataChanged, this, &AddTntWindow::enableAdd);
@@ -160,10 +184,20 @@ QCoro::Task<> AddTntWindow::fetchMetadata()
     if (!self || !fetched)
         co_return;
     m_metadata = std::move(*fetched);
+    m_hasMetadata = true;
     showPreview();
     m_status->hide();
     QCoro::Task<> building = buildTree();
     co_await std::move(building);
+}
+
+QString AddTntWindow::tntHash() const
+{
+    // The loading record's placeholder, or a server's record without a hash, is no id.
+    static const QRegularExpression id(QStringLiteral("^[0-9a-f]{40}$"));
+    if (m_hasMetadata && id.match(m_metadata.hash).hasMatch())
+        return m_metadata.hash;
+    return m_isTntFile ? QString() : TntLinks::infoHashOf(m_source);
 }
 
 QList<int> AddTntWindow::filePriorities() const
@@ -199,14 +233,20 @@ QCoro::Task<> AddTntWindow::loadDefaultSavePath()
         co_return;
     const QPointer<AddTntWindow> self(this);
     QString path;
+    std::optional<QString> failure;
     try {
         QCoro::Task<QString> reading = client->performText(API::Endpoint::Application::defaultSavePath());
         path = co_await std::move(reading);
     } catch (const std::exception &error) {
-        // The field stays empty and the server's own default applies.
-        qWarning("Failed to read the default save path: %s", error.what());
+        failure = QString::fromUtf8(error.what());
+    }
+    if (!self)
+        co_return;
+    if (failure) {
+        // Without it the server's own default applies; the user may type a path or try again.
+        m_savePathError->setText(QStringLiteral("Failed to get the default save path: %1").arg(*failure));
+        m_savePathFailure->show();
         co_return;
     }
-    if (self)
-        m_options->setSavePath(path);
+    m_options->setSavePath(path);
 }

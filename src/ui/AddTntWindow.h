@@ -32,6 +32,9 @@ public:
     AddTntOptionsForm *optionsForm() const { return m_options; }
     TntContentTree *contentTree() const { return m_tree; }
     QPushButton *addButton() const { return m_add; }
+    // The id the server will list the torrent under: from its metadata, or a magnet's own hash while
+    // the metadata has not come; empty when neither is known.
+    QString tntHash() const;
     // The file selection in index order: 0 for a file not to download; empty while not known.
     QList<int> filePriorities() const;
 
@@ -52,6 +55,10 @@ private:
     TntContentTree *m_tree;
     QPushButton *m_add;
     QLabel *m_status;
+    QWidget *m_savePathFailure; // why the server's default save path could not be read, and a retry
+    QLabel *m_savePathError;
+    QPushButton *m_retrySavePath;
     QHash<QString, QLabel *> m_values;
     bool m_treeReady = false;
+    bool m_hasMetadata;
 };

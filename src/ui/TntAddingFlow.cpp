@@ -107,15 +107,26 @@ QCoro::Task<> TntAddingFlow::openFile(QString path)
 {
     // A large .torrent takes a noticeable time to read and hash: never on the main thread.
     const QPointer<TntAddingFlow> self(this);
-    QFuture<std::optional<TntMetadata>> reading = QtConcurrent::run(&TntMetadata::fromFile, path);
-    const std::optional<TntMetadata> metadata = co_await reading;
+    struct Reading
+    {
+        std::optional<TntMetadata> metadata;
+        QString refusal;
+    };
+    QFuture<Reading> reading = QtConcurrent::run([path] {
+        Reading read;
+        read.metadata = TntMetadata::fromFile(path, &read.refusal);
+        return read;
+    });
+    const Reading read = co_await reading;
     if (!self)
         co_return;
-    if (!metadata || !metadata->info) {
+    const std::optional<TntMetadata> &metadata = read.metadata;
+    if (!metadata) {
         auto *alert = new QMessageBox(QMessageBox::Warning, QStringLiteral("Failed to add torrent!"),
                                       QStringLiteral("\"%1\" is not a valid torrent file.").arg(QFileInfo(path).fileName()),
                                       QMessageBox::Ok, m_window);
         alert->setObjectName(QStringLiteral("invalidTntFile"));
+        alert->setInformativeText(read.refusal);
         alert->setAttribute(Qt::WA_DeleteOnClose);
         alert->open();
         co_return;
@@ -152,11 +163,7 @@ void TntAddingFlow::openWindow(const QString &source, const std::optional<TntMet
             options.tnts = QStringList{window->source()};
         else
             options.urls = QStringList{window->source()};
-        // A magnet whose metadata has not come yet is known by the hash its link names.
-        const QString hash = window->metadata().hash.isEmpty() && !window->isTntFile()
-                                 ? TntLinks::infoHashOf(window->source())
-                                 : window->metadata().hash;
-        detached(addTnt(std::move(options), window->optionsForm()->startsTnt(), hash, window->filePriorities(),
+        detached(addTnt(std::move(options), window->optionsForm()->startsTnt(), window->tntHash(), window->filePriorities(),
                         window->isTntFile() ? window->source() : QString()));
     });
     connect(window, &QDialog::rejected, this, [this, window] {
@@ -190,9 +197,13 @@ QCoro::Task<> TntAddingFlow::addTnt(API::TntAddingOptions options, bool start, Q
                                     QList<int> filePriorities, QString tntFile)
 {
     const QPointer<TntAddingFlow> self(this);
+    ++m_additionsUnderWay;
     QCoro::Task<bool> adding = m_context.addTnts(std::move(options), start, hash, filePriorities);
     const bool added = co_await std::move(adding);
-    if (self && added && !tntFile.isEmpty() && m_context.settings().autoDeleteTntFile())
+    if (!self)
+        co_return;
+    --m_additionsUnderWay;
+    if (added && !tntFile.isEmpty() && m_context.settings().autoDeleteTntFile())
         trash(tntFile);
 }
 

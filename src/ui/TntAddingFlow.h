@@ -32,6 +32,8 @@ public:
     void enterLinks(const QStringList &links = {});
 
     const QList<QUrl> &pendingTntURLs() const { return m_pendingTntURLs; }
+    // Additions begun from a window and not yet ended, their waits for the server's listing included.
+    int additionsUnderWay() const { return m_additionsUnderWay; }
 
 private:
     void openPending();
@@ -48,4 +50,5 @@ private:
     AppContext &m_context;
     QWidget *m_window;
     QList<QUrl> m_pendingTntURLs;
+    int m_additionsUnderWay = 0;
 };

@@ -110,13 +110,35 @@ private Q_SLOTS:
                  qPrintable(torrents().value(torrent.infoHash).toObject().value(u"state").toString()));
     }
 
+    void fileNameThatCouldBreakTheHeader_data()
+    {
+        QTest::addColumn<QString>("fileName");
+        // Unescaped, the quote would end the name and make the part another field.
+        QTest::newRow("quotes") << u"x\"; name=\"savepath.torrent"_qs;
+        QTest::newRow("line breaks") << u"a\r\nX-Header: b\r\n\r\nc\n.torrent"_qs;
+    }
+
+    // A file name is the user's, whatever it holds: the upload still carries the torrent.
+    void fileNameThatCouldBreakTheHeader()
+    {
+        QFETCH(QString, fileName);
+        const QbtServer::DataDir data = m_server->makeDataDir();
+        const auto torrent = TorrentFactory::singleFile(data.localPath, QString::fromLatin1(QTest::currentDataTag()), 20'000);
+        API::TntAddingOptions options;
+        options.tnts = QStringList{writeFile(m_files.path(), fileName, torrent.bytes)};
+        options.savepath = data.serverPath;
+        wait(TntAdder::add(*m_client, options));
+        QVERIFY(eventually([&] { return torrents().contains(torrent.infoHash); }));
+    }
+
     void notATorrentIsNotSent()
     {
         const QStringList before = torrents().keys();
         API::TntAddingOptions options;
         options.tnts = QStringList{writeFile(m_files.path(), u"page.torrent"_qs, "<html><body>Not found</body></html>")};
         QTest::ignoreMessage(QtInfoMsg, qPrintable(u"Failed to initialize tnt metadata from "_qs
-                                                   + QUrl::fromLocalFile(options.tnts->constFirst()).toString()));
+                                                   + QUrl::fromLocalFile(options.tnts->constFirst()).toString()
+                                                   + u": The file's format is invalid."_qs));
         try {
             wait(TntAdder::add(*m_client, options));
             QFAIL("a page was added as a torrent");

@@ -64,7 +64,14 @@ private Q_SLOTS:
         const QString hash = u"0123456789abcdef0123456789abcdef01234567"_qs;
         QTest::newRow("hex") << u"magnet:?dn=x&xt=urn:btih:0123456789ABCDEF0123456789abcdef01234567&tr=t"_qs << hash;
         QTest::newRow("base32") << u"magnet:?xt=urn:btih:aeruKZ4JVPG66AJDIVTYTK6N54ASGRLH"_qs << hash;
-        QTest::newRow("v2 only") << u"magnet:?xt=urn:btmh:1220abcd"_qs << QString();
+        const QString v2 = u"CB8A0D2DF5D1A2F1A0B9E1C7E2F3A4B5C6D7E8F90A1B2C3D4E5F60718293A4B5"_qs;
+        QTest::newRow("v2 only") << u"magnet:?xt=urn:btmh:1220"_qs + v2 << v2.left(40).toLower();
+        QTest::newRow("hybrid: the v2 hash, either order")
+            << u"magnet:?xt=urn:btih:"_qs + hash + u"&xt=urn:btmh:1220"_qs + v2 + u"&dn=x"_qs << v2.left(40).toLower();
+        QTest::newRow("v2 digest cut short") << u"magnet:?xt=urn:btmh:1220abcd"_qs << QString();
+        QTest::newRow("not a SHA-256 multihash, v1 beside it")
+            << u"magnet:?xt=urn:btmh:1120"_qs + v2 + u"&xt=urn:btih:"_qs + hash << hash;
+        QTest::newRow("no hash") << u"magnet:?dn=x"_qs << QString();
         QTest::newRow("hash too long") << (u"magnet:?xt=urn:btih:"_qs + hash + u"0"_qs) << QString();
     }
 

@@ -34,6 +34,8 @@ QByteArray torrentPart(const QByteArray &fileName, const QByteArray &content)
 
 const QByteArray closing = "--B0UND--\r\n";
 
+const QByteArray validTorrent = "d4:infod6:lengthi1e4:name1:a12:piece lengthi16384e6:pieces20:aaaaaaaaaaaaaaaaaaaaee";
+
 // The failure a user would read: description | reason.
 QString failureOf(const std::function<void()> &work)
 {
@@ -58,7 +60,7 @@ class TestUpload : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        m_first = writeFile(m_folder.path(), u"first.torrent"_qs, "d4:infod4:name1:aee");
+        m_first = writeFile(m_folder.path(), u"first.torrent"_qs, validTorrent);
         m_second = writeFile(m_folder.path(), u"zwei ü.torrent"_qs, QByteArray("d4:infod4:name1:b\r\n\0ee", 22));
     }
 
@@ -87,7 +89,7 @@ private Q_SLOTS:
                                 .autoTMM = false, .sequentialDownload = true, .firstLastPiecePrio = true,
                                 .contentLayout = API::TntContentLayout::noSubfolder,
                                 .stopCondition = API::TntStopCondition::metaReceived, .filePriorities = u"0,1,6"_qs}
-            << torrentPart("first.torrent", "d4:infod4:name1:aee") + field("savepath", "/data/A & B \xc3\xa9")
+            << torrentPart("first.torrent", validTorrent) + field("savepath", "/data/A & B \xc3\xa9")
                    + field("useDownloadPath", "true") + field("downloadPath", "/incomplete")
                    + field("addToTopOfQueue", "true") + field("cookie", "c=1") + field("category", "Films")
                    + field("tags", "a,b") + field("skip_checking", "true") + field("paused", "true")
@@ -112,8 +114,28 @@ private Q_SLOTS:
     {
         const API::TntFilesUpload upload{.boundary = boundary, .files = {m_first, m_second}};
         QCOMPARE(upload.multipartBody().bytes,
-                 torrentPart("first.torrent", "d4:infod4:name1:aee")
+                 torrentPart("first.torrent", validTorrent)
                      + torrentPart("zwei \xc3\xbc.torrent", QByteArray("d4:infod4:name1:b\r\n\0ee", 22)) + closing);
+    }
+
+    // A file name cannot end its header early: quotes and line breaks are escaped as browsers do.
+    void fileNameInTheHeader_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("sent");
+        QTest::newRow("quotes") << u"say \"hi\".torrent"_qs << QByteArray("say %22hi%22.torrent");
+        QTest::newRow("line breaks") << u"a\r\nb\nc\r.torrent"_qs << QByteArray("a%0D%0Ab%0Ac%0D.torrent");
+        QTest::newRow("percent and UTF-8 as they are") << u"100% é;x=1.torrent"_qs << QByteArray("100% \xc3\xa9;x=1.torrent");
+    }
+
+    void fileNameInTheHeader()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, sent);
+        QTemporaryDir folder;
+        const QString path = writeFile(folder.path(), name, validTorrent);
+        const API::TntFilesUpload upload{.boundary = boundary, .files = {path}};
+        QCOMPARE(upload.multipartBody().bytes, torrentPart(sent, validTorrent) + closing);
     }
 
     void freshBoundaries()

@@ -9,6 +9,7 @@
 #include "ui/LinksDialog.h"
 #include "ui/MainWindow.h"
 #include "ui/TntAddingFlow.h"
+#include "ui/TntContentModel.h"
 #include "ui/TntContentTree.h"
 
 #include <QApplication>
@@ -124,6 +125,66 @@ private Q_SLOTS:
         QVERIFY(asAsked());
         QVERIFY(!m_context->clientError());
         QTRY_VERIFY(!QFile::exists(tntFile));
+    }
+
+    void v2FilesThroughTheWindow_data()
+    {
+        QTest::addColumn<TorrentFactory::Version>("version");
+        QTest::addColumn<QStringList>("entries");
+        QStringList nine;
+        for (int i = 1; i <= 9; ++i)
+            nine << u"f%1.bin=%2"_qs.arg(i).arg(1000 * i + 7);
+        // Odd sizes: a hybrid pads every file but the last to a piece, and the server numbers none of the pads.
+        QTest::newRow("hybrid, nine files and their pads") << TorrentFactory::Version::hybrid << nine;
+        QTest::newRow("v2 only, in folders") << TorrentFactory::Version::v2
+                                             << QStringList{u"a/x.bin=40001"_qs, u"b/y.bin=9"_qs, u"c.bin=20003"_qs};
+    }
+
+    // A torrent with v2 metadata is found under the id the server gives it, at once, and the file
+    // skipped in the window is the one the server skips.
+    void v2FilesThroughTheWindow()
+    {
+        QFETCH(TorrentFactory::Version, version);
+        QFETCH(QStringList, entries);
+        m_context->settings().setAutoDeleteTntFile(false);
+        const QbtServer::DataDir data = m_server->makeDataDir();
+        const QString name = u"Made %1"_qs.arg(QString::fromLatin1(QTest::currentDataTag()).left(6));
+        const auto made = TorrentFactory::madeByLibtorrent(version, data.localPath, name, entries);
+        const QString tntFile = m_dir.filePath(u"made.torrent"_qs);
+        QFile file(tntFile);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(made.bytes) == made.bytes.size());
+        file.close();
+
+        m_window->addingFlow()->open({QUrl::fromLocalFile(tntFile)});
+        QTRY_VERIFY(m_window->findChild<AddTntWindow *>());
+        auto *window = m_window->findChild<AddTntWindow *>();
+        QTRY_VERIFY(window->addButton()->isEnabled());
+        window->optionsForm()->savePathField()->setText(data.serverPath);
+        // The second file of the server's list is skipped.
+        const QString skipped = made.files.at(1).path.section(u'/', -1);
+        TntContentModel &content = *window->contentTree()->contentModel();
+        const QModelIndexList found = content.match(content.index(0, 0), Qt::DisplayRole, skipped, 1,
+                                                    Qt::MatchExactly | Qt::MatchRecursive);
+        QCOMPARE(found.size(), 1);
+        QVERIFY(content.setData(found.constFirst(), Qt::Unchecked, Qt::CheckStateRole));
+        window->addButton()->click();
+
+        QList<std::pair<QString, int>> expected;
+        for (const TorrentFactory::File &f : made.files)
+            expected.append({f.path, f.path.endsWith(u'/' + skipped) ? 0 : 1});
+        const auto listed = [&] {
+            QList<std::pair<QString, int>> files;
+            for (const API::File &f : wait(m_context->client()->files(made.id)))
+                files.append({f.name, static_cast<int>(f.priority)});
+            return files;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(m_context->tntCollection().find(made.id), 20'000);
+        QTRY_COMPARE_WITH_TIMEOUT(listed(), expected, 20'000);
+        QTRY_COMPARE_WITH_TIMEOUT(m_window->addingFlow()->additionsUnderWay(), 0, 20'000);
+        QVERIFY(!m_context->clientError());
+        // Started once its files were set, as the window asked.
+        QTRY_VERIFY_WITH_TIMEOUT(!TntModel::matches(m_context->tntCollection().find(made.id)->state(), TntModel::State::stopped),
+                                 20'000);
     }
 
     // An info-hash typed into the links dialog arrives as a magnet the server adds.

@@ -5,6 +5,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHostAddress>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QRandomGenerator>
 #include <QUrl>
 
@@ -235,6 +240,29 @@ API::MultipartBody multipartBody(const QList<FormPart> &parts)
 FormPart torrentPart(const Torrent &torrent)
 {
     return {"torrents", torrent.bytes, torrent.name.toUtf8() + ".torrent", "application/x-bittorrent"};
+}
+
+LibtorrentMade madeByLibtorrent(Version version, const QString &folder, const QString &name, const QStringList &entries)
+{
+    const QString kind = version == Version::v1 ? u"v1"_qs : version == Version::v2 ? u"v2"_qs : u"hybrid"_qs;
+    QTemporaryDir out;
+    const QString file = out.filePath(u"made.torrent"_qs);
+    QProcess script;
+    script.start(u"/usr/bin/python3"_qs, QStringList{QString::fromUtf8(QUILLO_MAKE_TORRENT), kind, folder, name, file} + entries);
+    if (!script.waitForFinished(60'000) || script.exitStatus() != QProcess::NormalExit || script.exitCode() != 0)
+        throw std::runtime_error("make_torrent.py failed (is python3-libtorrent installed?): "
+                                 + script.readAllStandardError().toStdString());
+    const QJsonObject made = QJsonDocument::fromJson(script.readAllStandardOutput()).object();
+    QFile torrent(file);
+    if (!torrent.open(QIODevice::ReadOnly))
+        throw std::runtime_error("make_torrent.py wrote no torrent");
+    LibtorrentMade result{.bytes = torrent.readAll(),
+                          .id = made.value(u"id").toString(),
+                          .v1 = made.value(u"v1").toString(),
+                          .v2 = made.value(u"v2").toString()};
+    for (const QJsonValue &entry : made.value(u"files").toArray())
+        result.files.append({entry[u"path"].toString(), entry[u"size"].toInteger()});
+    return result;
 }
 
 } // namespace TorrentFactory

@@ -42,6 +42,23 @@ Torrent singleFile(const QString &folder, const QString &name, qint64 size, cons
 Torrent multiFile(const QString &folder, const QString &name, const QList<File> &files,
                   const Options &options = {});
 
+// A torrent made by libtorrent itself (tests/support/make_torrent.py through /usr/bin/python3 and
+// python3-libtorrent), with libtorrent's own reading of it. Throws std::runtime_error when the
+// script fails.
+enum class Version { v1, v2, hybrid };
+
+struct LibtorrentMade
+{
+    QByteArray bytes;
+    QString id;     // what a libtorrent-2 server lists it under
+    QString v1;     // empty without v1 metadata
+    QString v2;     // all 64 hex digits; empty without v2 metadata
+    QList<File> files; // as the server numbers them: pad files left out, paths from the torrent's name
+};
+
+// `entries` as make_torrent.py takes them: "path=size" for a file, "path->target" for a symbolic link.
+LibtorrentMade madeByLibtorrent(Version version, const QString &folder, const QString &name, const QStringList &entries);
+
 // One field of a multipart/form-data body; a file part has a file name and usually a content type.
 struct FormPart
 {
@@ -59,3 +76,4 @@ FormPart torrentPart(const Torrent &torrent);
 
 Q_DECLARE_METATYPE(TorrentFactory::File)
 Q_DECLARE_METATYPE(TorrentFactory::Options)
+Q_DECLARE_METATYPE(TorrentFactory::Version)

@@ -79,6 +79,9 @@ class TestAddTnt : public QObject
     int m_adds = 0;
     int m_addsLost = 0; // adds the server answers but never lists, as 5.3 may lose a magnet
     int m_metadataAsked = 0;
+    bool m_metadataComes = true;
+    int m_savePathFailures = 0; // answers to app/defaultSavePath that fail before it answers
+    QByteArray m_magnetId; // what the server lists the magnet's torrent under
 
     void connectTo(const QByteArray &apiVersion)
     {
@@ -87,17 +90,21 @@ class TestAddTnt : public QObject
         m_adds = 0;
         m_addsLost = 0;
         m_metadataAsked = 0;
+        m_metadataComes = true;
+        m_savePathFailures = 0;
+        m_magnetId = "0123456789abcdef0123456789abcdef01234567";
         // The scripted server lists the album once it was added.
         m_server->server.setHandler([this](const FakeServer::Request &request) {
             if (request.target.endsWith("/app/webapiVersion"))
                 return FakeServer::Response::text(200, m_server->apiVersion);
             if (request.target.endsWith("/app/defaultSavePath"))
-                return FakeServer::Response::text(200, "/srv/downloads");
+                return m_savePathFailures-- > 0 ? FakeServer::Response::text(500, "Internal Server Error")
+                                                : FakeServer::Response::text(200, "/srv/downloads");
             if (request.target.endsWith("/torrents/add"))
                 m_added = ++m_adds > m_addsLost;
             // Still fetching at first, as the server answers while it looks for peers.
             if (request.target.endsWith("/torrents/fetchMetadata"))
-                return ++m_metadataAsked < 2 ? FakeServer::Response::text(202, "")
+                return ++m_metadataAsked < 2 || !m_metadataComes ? FakeServer::Response::text(202, "")
                                               : FakeServer::Response::json(R"({"hash":"0123456789abcdef0123456789abcdef01234567",
                                                     "comment":"Live","createdBy":"mktorrent","creationDate":1700000000,
                                                     "info":{"name":"Show","length":0,"pieceLength":16384,"piecesNum":3,
@@ -109,7 +116,7 @@ class TestAddTnt : public QObject
             if (m_added)
                 data.replace("\"torrents\":{",
                              "\"torrents\":{\"" + m_album.infoHash.toLatin1() + "\":{\"name\":\"Album\",\"state\":\"stoppedDL\"},"
-                             "\"0123456789abcdef0123456789abcdef01234567\":{\"name\":\"Show\",\"state\":\"metaDL\"},");
+                             "\"" + m_magnetId + "\":{\"name\":\"Show\",\"state\":\"metaDL\"},");
             return FakeServer::Response::json(data);
         });
         m_window = std::make_unique<MainWindow>(*m_server->context);
@@ -217,6 +224,42 @@ private Q_SLOTS:
         QVERIFY(next);
         QCOMPARE(next->contentTree()->header()->sectionSize(TntContentModel::sizeColumn), 151);
         QCOMPARE(next->contentTree()->header()->visualIndex(TntContentModel::priorityColumn), 0);
+    }
+
+    void defaultSavePathFails_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("afterRetry");
+        QTest::newRow("nothing typed: filled on retry") << QString() << u"/srv/downloads"_qs;
+        QTest::newRow("typed: kept") << u"/mine"_qs << u"/mine"_qs;
+    }
+
+    // The failure shows in the window, and the user may try again; what they typed stays.
+    void defaultSavePathFails()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, afterRetry);
+        connectTo("2.15.0");
+        m_savePathFailures = 1;
+        AddTntWindow *window = openAlbum();
+        QVERIFY(window);
+        QLineEdit *field = window->optionsForm()->savePathField();
+        field->setText(typed);
+        QTRY_VERIFY(window->findChild<QLabel *>(u"savePathError"_qs) && window->findChild<QLabel *>(u"savePathError"_qs)->isVisible());
+        QVERIFY2(window->findChild<QLabel *>(u"savePathError"_qs)->text().startsWith(u"Failed to get the default save path: "_qs),
+                 qPrintable(window->findChild<QLabel *>(u"savePathError"_qs)->text()));
+        QCOMPARE(field->text(), typed);
+        window->findChild<QPushButton *>(u"retrySavePath"_qs)->click();
+        QTRY_VERIFY(!window->findChild<QLabel *>(u"savePathError"_qs)->isVisible());
+        const auto asked = [this] {
+            const auto &requests = m_server->server.requests();
+            return std::count_if(requests.cbegin(), requests.cend(), [](const FakeServer::Request &r) {
+                return r.target.endsWith("/app/defaultSavePath");
+            });
+        };
+        QTRY_COMPARE(asked(), 2);
+        QTRY_COMPARE(field->text(), afterRetry);
+        QVERIFY(!window->findChild<QLabel *>(u"savePathError"_qs)->isVisible());
     }
 
     void uncheckedFolder_data()
@@ -440,16 +483,34 @@ private Q_SLOTS:
         QCOMPARE(found, sent);
     }
 
+    void notATorrentIsNotSent_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("reason");
+        const QByteArray pieces = "12:piece lengthi16384e6:pieces20:aaaaaaaaaaaaaaaaaaaa";
+        QTest::newRow("a page") << QByteArray("<html>Not found</html>") << u"The file's format is invalid."_qs;
+        // Sizes that overflow when summed are a malformed file, not a reason to stop.
+        QTest::newRow("sizes past 64 bits")
+            << "d4:infod5:filesld6:lengthi9000000000000000000e4:pathl1:beed6:lengthi9000000000000000000e4:pathl1:ceee"
+               "4:name1:a" + pieces + "ee"
+            << u"The file's format is invalid."_qs;
+        QTest::newRow("negative size") << "d4:infod6:lengthi-425e4:name1:a" + pieces + "ee"
+                                       << u"The torrent has a file of negative size."_qs;
+    }
+
     void notATorrentIsNotSent()
     {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, reason);
         connectTo("2.15.0");
-        const QString page = write(u"page.torrent"_qs, "<html>Not found</html>");
+        const QString page = write(u"page.torrent"_qs, bytes);
         QTest::ignoreMessage(QtInfoMsg, qPrintable(u"Failed to initialize tnt metadata from "_qs
-                                                   + QUrl::fromLocalFile(page).toString()));
+                                                   + QUrl::fromLocalFile(page).toString() + u": "_qs + reason));
         m_window->addingFlow()->open({QUrl::fromLocalFile(page)});
         QTRY_VERIFY(m_window->findChild<QMessageBox *>(u"invalidTntFile"_qs));
         auto *alert = m_window->findChild<QMessageBox *>(u"invalidTntFile"_qs);
         QCOMPARE(alert->text(), u"\"page.torrent\" is not a valid torrent file."_qs);
+        QCOMPARE(alert->informativeText(), reason);
         QVERIFY(!m_window->findChild<AddTntWindow *>());
         addSentinel();
         QCOMPARE(adds(), 1);
@@ -559,6 +620,44 @@ private Q_SLOTS:
         }
         QCOMPARE(afterFirstAdd, (QStringList{u"add"_qs, u"fetchMetadata"_qs, u"add"_qs}));
         QTRY_VERIFY(m_server->context->tntCollection().find(u"0123456789abcdef0123456789abcdef01234567"_qs));
+        QVERIFY(!m_server->context->clientError());
+    }
+
+    void magnetAddedBeforeItsMetadata_data()
+    {
+        QTest::addColumn<QString>("magnet");
+        QTest::addColumn<QByteArray>("listedAs");
+        const QByteArray v1 = "0123456789abcdef0123456789abcdef01234567";
+        const QByteArray v2 = "cb8a0d2df5d1a2f1a0b9e1c7e2f3a4b5c6d7e8f90a1b2c3d4e5f60718293a4b5";
+        QTest::newRow("hex") << u"magnet:?xt=urn:btih:0123456789ABCDEF0123456789abcdef01234567"_qs << v1;
+        QTest::newRow("base32") << u"magnet:?xt=urn:btih:AERUKZ4JVPG66AJDIVTYTK6N54ASGRLH&dn=Show"_qs << v1;
+        QTest::newRow("v2") << u"magnet:?xt=urn:btmh:1220"_qs + QString::fromLatin1(v2) << v2.left(40);
+        QTest::newRow("hybrid") << u"magnet:?xt=urn:btih:"_qs + QString::fromLatin1(v1) + u"&xt=urn:btmh:1220"_qs
+                                       + QString::fromLatin1(v2)
+                                << v2.left(40);
+    }
+
+    // Added at once, while the server still looks for its metadata: found under the id its link
+    // names, added once.
+    void magnetAddedBeforeItsMetadata()
+    {
+        QFETCH(QString, magnet);
+        QFETCH(QByteArray, listedAs);
+        connectTo("2.15.0");
+        m_metadataComes = false;
+        m_magnetId = listedAs;
+        m_window->addingFlow()->enterLinks({magnet});
+        auto *links = m_window->findChild<LinksDialog *>();
+        QVERIFY(links);
+        links->addButton()->click();
+        auto *window = m_window->findChild<AddTntWindow *>();
+        QVERIFY(window);
+        QVERIFY(window->addButton()->isEnabled());
+        window->addButton()->click();
+        QTRY_VERIFY(m_server->context->tntCollection().find(QString::fromLatin1(listedAs)));
+        // Listed at the first add, so nothing is asked or added again.
+        QTRY_COMPARE_WITH_TIMEOUT(m_window->addingFlow()->additionsUnderWay(), 0, 30'000);
+        QCOMPARE(adds(), 1);
         QVERIFY(!m_server->context->clientError());
     }
 
