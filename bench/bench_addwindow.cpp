@@ -58,7 +58,7 @@ Opening open(AppContext &context, const QString &path)
         window = new AddTntWindow(context, path, reading.result());
         window->show();
     });
-    reading.setFuture(QtConcurrent::run(&TntMetadata::fromFile, path));
+    reading.setFuture(QtConcurrent::run([path] { return TntMetadata::fromFile(path); }));
 
     QTimer heartbeat;
     heartbeat.setInterval(1);

@@ -147,13 +147,10 @@ private Q_SLOTS:
         QFETCH(TorrentFactory::Version, version);
         QFETCH(QStringList, entries);
         m_context->settings().setAutoDeleteTntFile(false);
-        const QbtServer::DataDir data = m_server->makeDataDir();
+        const QbtServer::DataDir data = m_server->server().makeDataDir();
         const QString name = u"Made %1"_qs.arg(QString::fromLatin1(QTest::currentDataTag()).left(6));
         const auto made = TorrentFactory::madeByLibtorrent(version, data.localPath, name, entries);
-        const QString tntFile = m_dir.filePath(u"made.torrent"_qs);
-        QFile file(tntFile);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(made.bytes) == made.bytes.size());
-        file.close();
+        const QString tntFile = writeFile(m_server->scratchDir(), u"made.torrent"_qs, made.bytes);
 
         m_window->addingFlow()->open({QUrl::fromLocalFile(tntFile)});
         QTRY_VERIFY(m_window->findChild<AddTntWindow *>());
