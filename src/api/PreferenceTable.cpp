@@ -147,7 +147,24 @@ const QList<PreferenceKey> &preferenceKeys()
         const QString wireKey = key == u"bannedIps" ? u"banned_IPs"_qs : snakeCased(key);
         return PreferenceKey{key.toString(), wireKey, type, group, std::move(enumerations)};
     };
-    static const QList<PreferenceKey> keys{
+    const auto pairs = [](QList<PreferenceKey> keys) {
+        static constexpr std::pair<const char16_t *, const char16_t *> together[]{
+            {u"scheduleFromHour", u"scheduleFromMin"},
+            {u"scheduleToHour", u"scheduleToMin"},
+            {u"maxRatioEnabled", u"maxRatio"},
+            {u"maxSeedingTimeEnabled", u"maxSeedingTime"},
+            {u"maxInactiveSeedingTimeEnabled", u"maxInactiveSeedingTime"},
+        };
+        const auto at = [&keys](QStringView key) {
+            return std::find_if(keys.begin(), keys.end(), [key](const PreferenceKey &k) { return k.key == key; });
+        };
+        for (const auto &[first, second] : together) {
+            at(first)->writtenWith = QString::fromUtf16(second);
+            at(second)->writtenWith = QString::fromUtf16(first);
+        }
+        return keys;
+    };
+    static const QList<PreferenceKey> keys = pairs({
         row(u"locale", T::string, G::webUi),
         row(u"startPausedEnabled", T::boolean, G::downloads),
         row(u"addStoppedEnabled", T::boolean, G::downloads),
@@ -350,7 +367,7 @@ const QList<PreferenceKey> &preferenceKeys()
         row(u"i2pInboundLength", T::integer, G::advanced),
         row(u"i2pOutboundLength", T::integer, G::advanced),
         row(u"webUiApiKey", T::string, G::webUi),
-    };
+    });
     return keys;
 }
 

@@ -46,6 +46,9 @@ struct PreferenceKey
     // For an enumeration, the forms it may arrive in: a server that changed the form of a key (the
     // proxy type became a word in 4.6) is read in either.
     QList<const Enumeration *> enumerations;
+    // A key the server reads only together with this one (a limit and its switch, an hour and its
+    // minute): a change to either sends both.
+    QString writtenWith;
 };
 
 namespace Enumerations {

@@ -44,6 +44,11 @@ qint64 readWhole(const PreferenceKey &key, const QJsonValue &value)
     return *whole;
 }
 
+QString valuesOf(const Enumeration &enumeration)
+{
+    return u"one of the "_qs + enumeration.name + u" values"_qs;
+}
+
 EnumChoice readChoice(const PreferenceKey &key, const QJsonValue &value)
 {
     for (const Enumeration *enumeration : key.enumerations) {
@@ -51,9 +56,9 @@ EnumChoice readChoice(const PreferenceKey &key, const QJsonValue &value)
             continue;
         if (const auto index = enumeration->indexOf(value))
             return {enumeration, *index};
-        refuse(key, value, u"a "_qs + enumeration->name);
+        refuse(key, value, valuesOf(*enumeration));
     }
-    refuse(key, value, u"a "_qs + key.enumerations.constFirst()->name);
+    refuse(key, value, valuesOf(*key.enumerations.constFirst()));
 }
 
 QList<ScanDir> readScanDirs(const PreferenceKey &key, const QJsonValue &value)
@@ -211,8 +216,12 @@ QJsonObject QBTPreferences::changes() const
 {
     QJsonObject changed;
     for (auto it = m_values.cbegin(); it != m_values.cend(); ++it) {
-        if (m_read.value(it.key()) != it.value())
-            changed.insert(findPreference(it.key())->wireKey, written(it.value()));
+        if (m_read.value(it.key()) == it.value())
+            continue;
+        const PreferenceKey *key = findPreference(it.key());
+        changed.insert(key->wireKey, written(it.value()));
+        if (const auto partner = m_values.constFind(key->writtenWith); partner != m_values.cend())
+            changed.insert(findPreference(partner.key())->wireKey, written(*partner));
     }
     return changed;
 }

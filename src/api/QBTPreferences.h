@@ -68,7 +68,8 @@ public:
     // What the server sent that Quillo has no key for, as sent.
     const QJsonObject &unknownKeys() const { return m_unknown; }
 
-    // The edited keys whose value differs from what was read, in the server's spelling.
+    // The keys whose value differs from what was read, each with the key the server reads it
+    // with, in the server's spelling.
     QJsonObject changes() const;
     // After a successful write: the edits are now what the server holds.
     void acceptChanges() { m_read = m_values; }

@@ -27,8 +27,8 @@ QByteArray compact(const QJsonObject &object)
 }
 
 // One of each kind of key, in the server's spelling, as 5.1 sends them.
-const QByteArray serverAnswer = R"({"dht":false,"listen_port":6881,"save_path":"/downloads","max_ratio":-1,
-    "dl_limit":0,"encryption":0,"proxy_type":"None","scan_dirs":{},"max_connec_per_torrent":100,
+const QByteArray serverAnswer = R"({"dht":false,"listen_port":6881,"save_path":"/downloads","max_ratio":-1,"max_ratio_enabled":false,
+    "schedule_from_hour":8,"schedule_from_min":0,"dl_limit":0,"encryption":0,"proxy_type":"None","scan_dirs":{},"max_connec_per_torrent":100,
     "i2p_inbound_quantity":3,"banned_IPs":"","use_category_paths_in_manual_mode":false})";
 
 } // namespace
@@ -234,7 +234,10 @@ private Q_SLOTS:
         row("i2p quantity", u"i2pInboundQuantity"_qs, qint64{4}, R"({"i2p_inbound_quantity":4})");
         row("banned addresses", u"bannedIps"_qs, u"10.0.0.1"_qs, R"({"banned_IPs":"10.0.0.1"})");
         row("string", u"savePath"_qs, u"/data & more"_qs, R"({"save_path":"/data & more"})");
-        row("double", u"maxRatio"_qs, 1.5, R"({"max_ratio":1.5})");
+        // 4.5 and 5.1 read a limit only with its switch, and all read an hour only with its minute.
+        row("double with its switch", u"maxRatio"_qs, 1.5, R"({"max_ratio":1.5,"max_ratio_enabled":false})");
+        row("switch with its limit", u"maxRatioEnabled"_qs, true, R"({"max_ratio":-1,"max_ratio_enabled":true})");
+        row("hour with its minute", u"scheduleFromHour"_qs, qint64{9}, R"({"schedule_from_hour":9,"schedule_from_min":0})");
         row("rate", u"dlLimit"_qs, DataRate{2048}, R"({"dl_limit":2048})");
         row("numbered enumeration", u"encryption"_qs, EnumChoice{&E::encryptionMode, 2}, R"({"encryption":2})");
         row("worded enumeration", u"proxyType"_qs, EnumChoice{&E::proxyType, 3}, R"({"proxy_type":"SOCKS5"})");
