@@ -5,6 +5,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace API {
@@ -150,6 +151,16 @@ constexpr std::size_t alternativeOf(PreferenceType type)
     return std::variant_npos;
 }
 
+// The server holds the folders as a map: in its order, and each folder once.
+void sortByPath(QList<ScanDir> &dirs)
+{
+    std::sort(dirs.begin(), dirs.end(), [](const ScanDir &a, const ScanDir &b) { return a.path < b.path; });
+    const auto twice = std::adjacent_find(dirs.cbegin(), dirs.cend(),
+                                          [](const ScanDir &a, const ScanDir &b) { return a.path == b.path; });
+    if (twice != dirs.cend())
+        throw std::invalid_argument("The folder " + twice->path.toStdString() + " is monitored twice.");
+}
+
 } // namespace
 
 QString ScanDir::savePathText(SavePath savePath)
@@ -209,6 +220,8 @@ void QBTPreferences::setValue(QStringView key, PreferenceValue value)
         choice && (!entry->enumerations.contains(choice->enumeration) || choice->index < 0
                    || choice->index >= choice->enumeration->cases.size()))
         throw std::invalid_argument(entry->key.toStdString() + " takes one of its listed values.");
+    if (auto *dirs = std::get_if<QList<ScanDir>>(&value))
+        sortByPath(*dirs);
     m_values.insert(entry->key, std::move(value));
 }
 

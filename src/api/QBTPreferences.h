@@ -61,8 +61,8 @@ public:
 
     // Empty when the server did not send the key.
     std::optional<PreferenceValue> value(QStringView key) const;
-    // Throws std::invalid_argument when the key is unknown, was not sent by the server, or the value
-    // is not of the key's type.
+    // Throws std::invalid_argument when the key is unknown, was not sent by the server, the value is
+    // not of the key's type, or a folder is monitored twice. Folders are kept in path order.
     void setValue(QStringView key, PreferenceValue value);
 
     // What the server sent that Quillo has no key for, as sent.

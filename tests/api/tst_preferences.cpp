@@ -242,9 +242,9 @@ private Q_SLOTS:
         row("numbered enumeration", u"encryption"_qs, EnumChoice{&E::encryptionMode, 2}, R"({"encryption":2})");
         row("worded enumeration", u"proxyType"_qs, EnumChoice{&E::proxyType, 3}, R"({"proxy_type":"SOCKS5"})");
         row("folders", u"scanDirs"_qs,
-            QList<ScanDir>{{u"/a"_qs, ScanDir::SavePath::monitoredFolder, {}},
-                           {u"/b"_qs, ScanDir::SavePath::defaultSavePath, {}},
-                           {u"/c"_qs, ScanDir::SavePath::other, u"/d"_qs}},
+            QList<ScanDir>{{u"/c"_qs, ScanDir::SavePath::other, u"/d"_qs},
+                           {u"/a"_qs, ScanDir::SavePath::monitoredFolder, {}},
+                           {u"/b"_qs, ScanDir::SavePath::defaultSavePath, {}}},
             R"({"scan_dirs":{"/a":0,"/b":1,"/c":"/d"}})");
     }
 
@@ -256,6 +256,8 @@ private Q_SLOTS:
         QBTPreferences preferences = decoded(serverAnswer);
         preferences.setValue(key, value);
         QCOMPARE(compact(preferences.changes()), written);
+        preferences.acceptChanges();
+        QVERIFY(preferences.changes().isEmpty());
     }
 
     void onlyWhatDiffersFromTheReadIsWritten()
@@ -304,6 +306,9 @@ private Q_SLOTS:
         QTest::newRow("plain integer for a rate") << u"dlLimit"_qs << PreferenceValue(qint64{1});
         QTest::newRow("another enumeration") << u"encryption"_qs << PreferenceValue(EnumChoice{&E::btProtocol, 0});
         QTest::newRow("case past the end") << u"encryption"_qs << PreferenceValue(EnumChoice{&E::encryptionMode, 3});
+        QTest::newRow("a folder twice") << u"scanDirs"_qs
+                                        << PreferenceValue(QList<ScanDir>{{u"/a"_qs, ScanDir::SavePath::monitoredFolder, {}},
+                                                                          {u"/a"_qs, ScanDir::SavePath::defaultSavePath, {}}});
     }
 
     void editsOfTheWrongKindAreRefused()
