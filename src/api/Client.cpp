@@ -7,6 +7,7 @@
 #include <QCoroFuture>
 #include <QCoroNetworkReply>
 #include <QHostAddress>
+#include <QJsonDocument>
 #include <QLoggingCategory>
 #include <QNetworkReply>
 #include <QPointer>
@@ -353,6 +354,30 @@ QCoro::Task<WebAPIVersion> Client::webapiVersion()
 QCoro::Task<BuildInfo> Client::buildInfo()
 {
     co_return BuildInfo::decode(co_await perform(Endpoint::Application::buildInfo()));
+}
+
+QCoro::Task<QBTPreferences> Client::preferences()
+{
+    co_return QBTPreferences::decode(co_await perform(Endpoint::Application::preferences()));
+}
+
+QCoro::Task<void> Client::setPreferences(QBTPreferences edited)
+{
+    const QJsonObject changes = edited.changes();
+    if (changes.isEmpty())
+        co_return;
+    co_await perform(Endpoint::Application::setPreferences(QJsonDocument(changes).toJson(QJsonDocument::Compact)));
+}
+
+QCoro::Task<QList<NetworkInterface>> Client::networkInterfaces()
+{
+    co_return NetworkInterface::decodeList(co_await perform(Endpoint::Application::networkInterfaceList()));
+}
+
+QCoro::Task<QList<NetworkAddress>> Client::networkAddresses(QString interfaceValue)
+{
+    co_return NetworkAddress::decodeList(
+        co_await perform(Endpoint::Application::networkInterfaceAddressList(interfaceValue)));
 }
 
 QCoro::Task<MainData> Client::mainData(qint64 rid)

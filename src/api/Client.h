@@ -3,6 +3,8 @@
 #include "api/APIEndpoint.h"
 #include "api/AuthMethod.h"
 #include "api/BuildInfo.h"
+#include "api/NetworkInterface.h"
+#include "api/QBTPreferences.h"
 #include "api/Records.h"
 #include "api/RedirectPolicy.h"
 #include "api/ServerAddress.h"
@@ -62,6 +64,13 @@ public:
     QCoro::Task<QString> version();
     QCoro::Task<WebAPIVersion> webapiVersion();
     QCoro::Task<BuildInfo> buildInfo();
+
+    // The preferences are read whole and written as the edited keys only; writing nothing edited
+    // sends nothing.
+    QCoro::Task<QBTPreferences> preferences();
+    QCoro::Task<void> setPreferences(QBTPreferences edited);
+    QCoro::Task<QList<NetworkInterface>> networkInterfaces();
+    QCoro::Task<QList<NetworkAddress>> networkAddresses(QString interfaceValue);
 
     // The sync and detail reads: the request runs here, the body is decoded on a worker thread so
     // that a large answer never stalls the interface. A body that does not decode throws
