@@ -285,7 +285,8 @@ QByteArray Client::vet(QNetworkReply &reply, const APIEndpoint &endpoint) const
 }
 
 // Every group treats 401 and 403 as authorisation failures (every action but login needs a session);
-// the torrent group adds 404 and its per-action rules. Any other status passes through as data.
+// the torrent group adds 404 and its per-action rules, a change of the application's settings any
+// other 4xx. Any other status passes through as data.
 void Client::checkStatus(int status, const QByteArray &body, const APIEndpoint &endpoint) const
 {
     const bool isTorrentAction = endpoint.group == APIEndpoint::Group::tntManagement;
@@ -314,6 +315,10 @@ void Client::checkStatus(int status, const QByteArray &body, const APIEndpoint &
         break;
     default: break;
     }
+    // A change of the server's settings it will not take: newer servers say why with a 400.
+    if (endpoint.group == APIEndpoint::Group::application && endpoint.method == HttpMethod::post && status >= 400
+        && status < 500)
+        throw RefusalError(QString::fromUtf8(body).trimmed());
 }
 
 QCoro::Task<QString> Client::performText(APIEndpoint endpoint)

@@ -154,4 +154,9 @@ TransportError::TransportError(QNetworkReply::NetworkError code, const QString &
 {
 }
 
+RefusalError::RefusalError(const QString &serverText)
+    : Error(QStringLiteral("The server refused the change."), serverText)
+{
+}
+
 } // namespace API

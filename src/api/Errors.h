@@ -56,6 +56,14 @@ private:
     std::optional<QString> m_decoderError;
 };
 
+// A change of the server's own settings that it refused, in its own words ("WebUI username must be
+// at least 3 characters long").
+class RefusalError : public Error
+{
+public:
+    explicit RefusalError(const QString &serverText);
+};
+
 class TntManagmentError : public Error
 {
 public:

@@ -1,44 +1,85 @@
 #include "ui/SettingsWindow.h"
 
 #include "core/AppContext.h"
+#include "support/Detached.h"
 #include "ui/PathMappingPage.h"
+#include "ui/PreferencesPage.h"
 #include "ui/QuilloSettingsPage.h"
+#include "ui/ServerPreferences.h"
 
 #include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+namespace {
+
+QString pageName(API::PreferenceGroup group)
+{
+    switch (group) {
+    case API::PreferenceGroup::downloads: return QStringLiteral("downloads");
+    case API::PreferenceGroup::connection: return QStringLiteral("connection");
+    case API::PreferenceGroup::speed: return QStringLiteral("speed");
+    case API::PreferenceGroup::bitTorrent: return QStringLiteral("bitTorrent");
+    case API::PreferenceGroup::rss: return QStringLiteral("rss");
+    case API::PreferenceGroup::webUi: return QStringLiteral("webUi");
+    case API::PreferenceGroup::advanced: return QStringLiteral("advanced");
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
+
 SettingsWindow::SettingsWindow(AppContext &context, QWidget *parent)
     : QDialog(parent)
     , m_context(context)
+    , m_server(new ServerPreferences(context, this))
     , m_tabs(new QTabWidget(this))
+    , m_failure(new QLabel(this))
+    , m_retry(new QPushButton(QStringLiteral("Try Again"), this))
     , m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Apply, this))
 {
     setWindowTitle(QStringLiteral("Preferences"));
     setModal(false);
-    resize(720, 640);
+    resize(760, 680);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_tabs, 1);
+    auto *failureRow = new QHBoxLayout;
+    m_failure->setWordWrap(true);
+    m_failure->setStyleSheet(QStringLiteral("color: palette(bright-text); background: #b3261e; padding: 6px"));
+    failureRow->addWidget(m_failure, 1);
+    failureRow->addWidget(m_retry);
+    layout->addLayout(failureRow);
     layout->addWidget(m_buttons);
+    m_failure->hide();
+    m_retry->hide();
 
     addPage(new QuilloSettingsPage(context.settings()), QStringLiteral("quillo"), QStringLiteral("Quillo"));
     addPage(new PathMappingPage(context.settings()), QStringLiteral("pathMapping"), QStringLiteral("Path Mapping"));
-
-    UserDefaults &defaults = context.settings().defaults();
-    const QString remembered = defaults.stringValue(UserDefaultsKey::selectedSettingsTab, QString());
-    for (int index = 0; index < m_tabs->count(); ++index) {
-        if (m_tabs->widget(index)->objectName() == remembered)
-            m_tabs->setCurrentIndex(index);
-    }
-    connect(m_tabs, &QTabWidget::currentChanged, this, [this, &defaults](int index) {
-        defaults.setValue(UserDefaultsKey::selectedSettingsTab, m_tabs->widget(index)->objectName());
+    restoreTab();
+    connect(m_tabs, &QTabWidget::currentChanged, this, [this](int index) {
+        m_context.settings().defaults().setValue(UserDefaultsKey::selectedSettingsTab,
+                                                 m_tabs->widget(index)->objectName());
     });
-    connect(m_buttons->button(QDialogButtonBox::Apply), &QPushButton::clicked, this, &SettingsWindow::apply);
+
+    connect(m_server, &ServerPreferences::readFinished, this, &SettingsWindow::showServerPages);
+    connect(m_server, &ServerPreferences::writeFinished, this, &SettingsWindow::showWritten);
+    connect(m_retry, &QPushButton::clicked, this, [this] {
+        m_retry->hide();
+        if (m_server->record())
+            detached(m_server->write());
+        else
+            detached(m_server->read());
+    });
+    detached(m_server->read());
+
+    connect(applyButton(), &QPushButton::clicked, this, &SettingsWindow::apply);
     connect(m_buttons, &QDialogButtonBox::accepted, this, [this] {
+        m_closeWhenWritten = true;
         apply();
-        accept();
     });
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     showChanges();
@@ -64,7 +105,14 @@ void SettingsWindow::apply()
         if (page->hasChanges())
             page->apply();
     }
+    if (m_server->hasChanges()) {
+        m_buttons->setEnabled(false);
+        detached(m_server->write());
+        return;
+    }
     showChanges();
+    if (std::exchange(m_closeWhenWritten, false))
+        accept();
 }
 
 void SettingsWindow::addPage(SettingsPage *page, const QString &name, const QString &title)
@@ -78,9 +126,47 @@ void SettingsWindow::addPage(SettingsPage *page, const QString &name, const QStr
     connect(page, &SettingsPage::edited, this, &SettingsWindow::showChanges);
 }
 
+void SettingsWindow::showServerPages()
+{
+    API::QBTPreferences *record = m_server->record();
+    m_failure->setText(m_server->failure());
+    m_failure->setVisible(!m_server->failure().isEmpty());
+    m_retry->setVisible(!record && !m_server->failure().isEmpty());
+    if (!record)
+        return;
+    for (const API::PreferenceGroup group :
+         {API::PreferenceGroup::downloads, API::PreferenceGroup::connection, API::PreferenceGroup::speed,
+          API::PreferenceGroup::bitTorrent, API::PreferenceGroup::rss, API::PreferenceGroup::webUi,
+          API::PreferenceGroup::advanced})
+        addPage(new PreferencesPage(*record, group), pageName(group), API::groupTitle(group));
+    restoreTab();
+}
+
+void SettingsWindow::showWritten()
+{
+    m_buttons->setEnabled(true);
+    const bool failed = !m_server->failure().isEmpty();
+    m_failure->setText(m_server->failure());
+    m_failure->setVisible(failed);
+    m_retry->setVisible(failed);
+    showChanges();
+    if (std::exchange(m_closeWhenWritten, false) && !failed)
+        accept();
+}
+
 void SettingsWindow::showChanges()
 {
     const QList<SettingsPage *> pages = findChildren<SettingsPage *>();
     applyButton()->setEnabled(
         std::any_of(pages.cbegin(), pages.cend(), [](const SettingsPage *page) { return page->hasChanges(); }));
+}
+
+void SettingsWindow::restoreTab()
+{
+    const QString remembered =
+        m_context.settings().defaults().stringValue(UserDefaultsKey::selectedSettingsTab, QString());
+    for (int index = 0; index < m_tabs->count(); ++index) {
+        if (m_tabs->widget(index)->objectName() == remembered)
+            m_tabs->setCurrentIndex(index);
+    }
 }

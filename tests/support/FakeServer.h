@@ -80,6 +80,7 @@ public:
 
     // Every request gets the handler's answer; by default 200 with the body "Ok.".
     void setHandler(Handler handler) { m_handler = std::move(handler); }
+    const Handler &handler() const { return m_handler; }
     void answerAll(const Response &response);
 
     const QList<Request> &requests() const { return m_requests; }

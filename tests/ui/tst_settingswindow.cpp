@@ -4,11 +4,16 @@
 #include "ui/MainMenus.h"
 #include "ui/MainWindow.h"
 #include "ui/PathMappingPage.h"
+#include "ui/PreferencesPage.h"
+#include "ui/ServerPreferences.h"
 #include "ui/SettingsWindow.h"
 #include "ui/TntTableView.h"
 
 #include <QCheckBox>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -53,6 +58,27 @@ class TestSettingsWindow : public QObject
 
     std::unique_ptr<ScriptedTorrents> m_server;
     std::unique_ptr<MainWindow> m_window;
+    QByteArray m_preferences;
+    int m_writeStatus = 200;
+    QByteArray m_writeAnswer;
+    QList<QJsonObject> m_written;
+
+    // The server's preferences answer the window reads, and what its writes carried.
+    void servePreferences()
+    {
+        const FakeServer::Handler scripted = m_server->server.handler();
+        m_server->server.setHandler([this, scripted](const FakeServer::Request &request) {
+            if (request.target.endsWith("/app/preferences"))
+                return FakeServer::Response::json(m_preferences);
+            if (request.target.endsWith("/app/setPreferences")) {
+                const QByteArray form = request.body;
+                const QByteArray json = QByteArray::fromPercentEncoding(form.mid(form.indexOf('=') + 1).replace('+', ' '));
+                m_written.append(QJsonDocument::fromJson(json).object());
+                return FakeServer::Response::text(m_writeStatus, m_writeAnswer);
+            }
+            return scripted(request);
+        });
+    }
 
     SettingsWindow &openSettings()
     {
@@ -180,6 +206,76 @@ private Q_SLOTS:
         settings.applyButton()->click();
         QCOMPARE(m_server->context->settings().pathMapping().size(), 1);
         QCOMPARE(m_server->context->settings().pathMapping().constFirst().remotePath, QStringLiteral("/data/movies"));
+    }
+
+    void serverPreferencesWriteOnlyWhatWasEdited()
+    {
+        m_preferences = R"({"save_path":"/downloads","listen_port":6881,"dht":true,"dl_limit":0,
+                            "encryption":0,"max_ratio":1.5,"max_ratio_enabled":true,"scan_dirs":{},
+                            "a_key_of_a_newer_server":"kept"})";
+        servePreferences();
+        SettingsWindow &settings = openSettings();
+        QTRY_VERIFY(settings.page(QStringLiteral("connection")));
+        auto &connection = *static_cast<PreferencesPage *>(settings.page(QStringLiteral("connection")));
+        auto *port = qobject_cast<QSpinBox *>(connection.field(QStringLiteral("listenPort")));
+        QVERIFY(port);
+        QCOMPARE(port->value(), 6881);
+        // What the server did not send is not shown.
+        QVERIFY(!connection.field(QStringLiteral("upnp")));
+        QVERIFY(!settings.applyButton()->isEnabled());
+
+        port->setValue(7000);
+        auto &speed = *static_cast<PreferencesPage *>(settings.page(QStringLiteral("speed")));
+        qobject_cast<QSpinBox *>(speed.field(QStringLiteral("dlLimit")))->setValue(500);
+        QVERIFY(settings.applyButton()->isEnabled());
+        settings.applyButton()->click();
+        QTRY_COMPARE(m_written.size(), 1);
+        QCOMPARE(m_written.constFirst(), (QJsonObject{{QStringLiteral("listen_port"), 7000},
+                                                      {QStringLiteral("dl_limit"), 500 * 1024}}));
+        QTRY_VERIFY(!settings.applyButton()->isEnabled());
+        QVERIFY(settings.failureLabel()->isHidden());
+    }
+
+    void refusedWriteKeepsTheEdits()
+    {
+        m_preferences = R"({"web_ui_username":"admin","listen_port":6881})";
+        m_writeStatus = 400;
+        m_writeAnswer = "WebUI username must be at least 3 characters long";
+        servePreferences();
+        SettingsWindow &settings = openSettings();
+        QTRY_VERIFY(settings.page(QStringLiteral("webUi")));
+        auto &webUi = *static_cast<PreferencesPage *>(settings.page(QStringLiteral("webUi")));
+        auto *user = qobject_cast<QLineEdit *>(webUi.field(QStringLiteral("webUiUsername")));
+        QVERIFY(user);
+        user->setText(QStringLiteral("ab"));
+        Q_EMIT user->textEdited(user->text());
+        QPushButton *ok = settings.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
+        ok->click();
+        QTRY_VERIFY(settings.failureLabel()->isVisible());
+        QVERIFY(settings.failureLabel()->text().startsWith(QStringLiteral("Failed to set QBt preferences.")));
+        QVERIFY(settings.failureLabel()->text().contains(QString::fromLatin1(m_writeAnswer)));
+        // Still open, with the edit and Apply to send it again.
+        QVERIFY(settings.isVisible());
+        QCOMPARE(user->text(), QStringLiteral("ab"));
+        QVERIFY(settings.applyButton()->isEnabled());
+        m_writeStatus = 200;
+        settings.applyButton()->click();
+        QTRY_COMPARE(m_written.size(), 2);
+        QTRY_VERIFY(settings.failureLabel()->isHidden());
+    }
+
+    void failedReadCanBeTriedAgain()
+    {
+        m_preferences = R"({"listen_port":"not a number"})";
+        servePreferences();
+        SettingsWindow &settings = openSettings();
+        QTRY_VERIFY(settings.failureLabel()->isVisible());
+        QVERIFY(settings.failureLabel()->text().startsWith(QStringLiteral("Failed to get QBt preferences.")));
+        QVERIFY(!settings.page(QStringLiteral("connection")));
+        m_preferences = R"({"listen_port":6881})";
+        QuilloTest::button(settings, QStringLiteral("Try Again"))->click();
+        QTRY_VERIFY(settings.page(QStringLiteral("connection")));
+        QVERIFY(settings.failureLabel()->isHidden());
     }
 
     void reopensTheLastPage()

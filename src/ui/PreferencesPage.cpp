@@ -1,0 +1,211 @@
+#include "ui/PreferencesPage.h"
+
+#include "api/QBTPreferences.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include <limits>
+
+using API::PreferenceType;
+
+namespace {
+
+// "maxConnecPerTorrent" as "Max connec per torrent", until the table names every key.
+QString titleOf(const API::PreferenceKey &key)
+{
+    QString title;
+    for (const QChar c : key.key) {
+        if (c.isUpper() && !title.isEmpty())
+            title += u' ';
+        title += title.isEmpty() ? c.toUpper() : c.toLower();
+    }
+    return title;
+}
+
+constexpr int intMaximum = std::numeric_limits<int>::max();
+
+} // namespace
+
+PreferencesPage::PreferencesPage(API::QBTPreferences &record, API::PreferenceGroup group, QWidget *parent)
+    : SettingsPage(parent)
+    , m_record(record)
+    , m_group(group)
+    , m_form(new QFormLayout(this))
+{
+    for (const API::PreferenceKey &key : API::preferenceKeys()) {
+        if (key.group == group && m_record.value(key.key))
+            addField(key);
+    }
+    if (m_form->rowCount() == 0)
+        m_form->addRow(new QLabel(QStringLiteral("This server has no preferences of this group."), this));
+}
+
+bool PreferencesPage::hasChanges() const
+{
+    const QJsonObject changes = m_record.changes();
+    for (const API::PreferenceKey &key : API::preferenceKeys()) {
+        if (key.group == m_group && changes.contains(key.wireKey))
+            return true;
+    }
+    return false;
+}
+
+QWidget *PreferencesPage::field(const QString &key) const
+{
+    return findChild<QWidget *>(key);
+}
+
+void PreferencesPage::set(const API::PreferenceKey &key, const auto &value)
+{
+    m_record.setValue(key.key, API::PreferenceValue(value));
+    Q_EMIT edited();
+}
+
+void PreferencesPage::addField(const API::PreferenceKey &key)
+{
+    const API::PreferenceValue value = *m_record.value(key.key);
+    const QString title = titleOf(key);
+    QWidget *field = nullptr;
+    switch (key.type) {
+    case PreferenceType::boolean: {
+        auto *box = new QCheckBox(title, this);
+        box->setChecked(std::get<bool>(value));
+        connect(box, &QCheckBox::toggled, this, [this, &key](bool on) { set(key, on); });
+        box->setObjectName(key.key);
+        m_form->addRow(box);
+        return;
+    }
+    case PreferenceType::integer: {
+        const qint64 number = std::get<qint64>(value);
+        auto *spin = new QSpinBox(this);
+        // Wider than any value the server holds but what the field can show.
+        spin->setRange(-intMaximum, intMaximum);
+        spin->setValue(static_cast<int>(std::clamp<qint64>(number, -intMaximum, intMaximum)));
+        spin->setEnabled(number == spin->value()); // a value beyond the field stays as it is
+        connect(spin, &QSpinBox::valueChanged, this, [this, &key](int typed) { set(key, qint64(typed)); });
+        field = spin;
+        break;
+    }
+    case PreferenceType::rate: {
+        auto *spin = new QSpinBox(this);
+        spin->setRange(0, intMaximum);
+        spin->setSuffix(QStringLiteral(" KiB/s"));
+        spin->setSpecialValueText(QStringLiteral("No limit"));
+        spin->setValue(static_cast<int>(std::get<API::DataRate>(value).bytesPerSecond / rateUnit));
+        connect(spin, &QSpinBox::valueChanged, this,
+                [this, &key](int kib) { set(key, API::DataRate{qint64(kib) * rateUnit}); });
+        field = spin;
+        break;
+    }
+    case PreferenceType::real: {
+        auto *spin = new QDoubleSpinBox(this);
+        spin->setRange(-1, 1'000'000);
+        spin->setDecimals(2);
+        spin->setValue(std::get<double>(value));
+        connect(spin, &QDoubleSpinBox::valueChanged, this, [this, &key](double typed) { set(key, typed); });
+        field = spin;
+        break;
+    }
+    case PreferenceType::string: {
+        auto *line = new QLineEdit(std::get<QString>(value), this);
+        connect(line, &QLineEdit::textEdited, this, [this, &key](const QString &text) { set(key, text); });
+        field = line;
+        break;
+    }
+    case PreferenceType::enumeration: {
+        const API::EnumChoice choice = std::get<API::EnumChoice>(value);
+        auto *combo = new QComboBox(this);
+        for (const API::EnumCase &enumCase : choice.enumeration->cases)
+            combo->addItem(enumCase.text);
+        combo->setCurrentIndex(static_cast<int>(choice.index));
+        connect(combo, &QComboBox::currentIndexChanged, this, [this, &key, choice](int index) {
+            set(key, API::EnumChoice{choice.enumeration, index});
+        });
+        field = combo;
+        break;
+    }
+    case PreferenceType::scanDirs: field = scanDirsEditor(key); break;
+    }
+    field->setObjectName(key.key);
+    m_form->addRow(title + u':', field);
+}
+
+QWidget *PreferencesPage::scanDirsEditor(const API::PreferenceKey &key)
+{
+    auto *editor = new QWidget(this);
+    auto *layout = new QVBoxLayout(editor);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto *table = new QTableWidget(0, 2, editor);
+    table->setObjectName(QStringLiteral("scanDirsTable"));
+    table->setHorizontalHeaderLabels({QStringLiteral("Monitored Folder"), QStringLiteral("Save to")});
+    table->horizontalHeader()->setStretchLastSection(true);
+    table->verticalHeader()->hide();
+    table->setToolTip(API::ScanDir::savePathHelp());
+    using SavePath = API::ScanDir::SavePath;
+    const auto shownTarget = [](const API::ScanDir &dir) {
+        return dir.savePath == SavePath::other ? dir.otherPath : API::ScanDir::savePathText(dir.savePath);
+    };
+    const QList<API::ScanDir> read = std::get<QList<API::ScanDir>>(*m_record.value(key.key));
+    for (const API::ScanDir &dir : read) {
+        const int row = table->rowCount();
+        table->insertRow(row);
+        table->setItem(row, 0, new QTableWidgetItem(dir.path));
+        table->setItem(row, 1, new QTableWidgetItem(shownTarget(dir)));
+    }
+    layout->addWidget(table);
+    auto *buttons = new QHBoxLayout;
+    auto *add = new QPushButton(QStringLiteral("Add Folder"), editor);
+    auto *remove = new QPushButton(QStringLiteral("Remove Folder"), editor);
+    buttons->addWidget(add);
+    buttons->addWidget(remove);
+    buttons->addStretch(1);
+    layout->addLayout(buttons);
+
+    // The table is read whole into the record after every edit; rows without a folder wait.
+    const auto store = [this, &key, table] {
+        QList<API::ScanDir> dirs;
+        for (int row = 0; row < table->rowCount(); ++row) {
+            const QString path = table->item(row, 0) ? table->item(row, 0)->text().trimmed() : QString();
+            const QString target = table->item(row, 1) ? table->item(row, 1)->text().trimmed() : QString();
+            if (path.isEmpty())
+                continue;
+            API::ScanDir dir{path, SavePath::other, target};
+            for (const SavePath named : {SavePath::monitoredFolder, SavePath::defaultSavePath}) {
+                if (target.isEmpty() || target == API::ScanDir::savePathText(named)) {
+                    dir.savePath = target.isEmpty() ? SavePath::monitoredFolder : named;
+                    dir.otherPath.clear();
+                }
+            }
+            if (std::any_of(dirs.cbegin(), dirs.cend(), [&dir](const API::ScanDir &d) { return d.path == dir.path; }))
+                continue; // a folder is watched once; the first row holds it
+            dirs.append(dir);
+        }
+        set(key, dirs);
+    };
+    connect(table, &QTableWidget::itemChanged, this, store);
+    connect(add, &QPushButton::clicked, table, [table] {
+        const int row = table->rowCount();
+        table->insertRow(row);
+        table->setItem(row, 1, new QTableWidgetItem(API::ScanDir::savePathText(SavePath::monitoredFolder)));
+        table->editItem(table->item(row, 1));
+        table->setCurrentCell(row, 0);
+    });
+    connect(remove, &QPushButton::clicked, table, [table, store] {
+        if (table->currentRow() >= 0) {
+            table->removeRow(table->currentRow());
+            store();
+        }
+    });
+    return editor;
+}
