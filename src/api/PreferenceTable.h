@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <optional>
+#include <utility>
 
 // What each of the server's preferences is: its key, how its value travels and where the settings
 // window shows it. The decoder, the encoder and the window all read this one table.
@@ -49,6 +50,10 @@ struct PreferenceKey
     // A key the server reads only together with this one (a limit and its switch, an hour and its
     // minute): a change to either sends both.
     QString writtenWith;
+    // The label in the settings window; carries the unit where the value has one the window cannot know.
+    QString title;
+    // Lowest and highest whole number the server takes, checked before sending; none for other kinds.
+    std::optional<std::pair<qint64, qint64>> range;
 };
 
 namespace Enumerations {

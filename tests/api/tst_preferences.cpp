@@ -208,6 +208,43 @@ private Q_SLOTS:
             QVERIFY2(!text.contains(u"tnt", Qt::CaseInsensitive), qPrintable(text));
     }
 
+    void everyKeyHasItsOwnTitle()
+    {
+        QMap<PreferenceGroup, QSet<QString>> titles;
+        for (const PreferenceKey &key : preferenceKeys()) {
+            QVERIFY2(!key.title.trimmed().isEmpty(), qPrintable(key.key));
+            QVERIFY2(!key.title.contains(u"tnt", Qt::CaseInsensitive), qPrintable(key.title));
+            QVERIFY2(!titles[key.group].contains(key.title), qPrintable(key.title));
+            titles[key.group].insert(key.title);
+            const bool whole = key.type == PreferenceType::integer || key.type == PreferenceType::rate;
+            QVERIFY2(key.range.has_value() == whole, qPrintable(key.key));
+        }
+    }
+
+    void ranges_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<qint64>("lowest");
+        QTest::addColumn<qint64>("highest");
+        for (const auto key : {u"listenPort", u"webUiPort", u"proxyPort", u"embeddedTrackerPort", u"announcePort",
+                               u"outgoingPortsMin", u"outgoingPortsMax"})
+            QTest::newRow(qPrintable(QString::fromUtf16(key))) << QString::fromUtf16(key) << qint64{0} << qint64{65535};
+        QTest::newRow("hour") << u"scheduleToHour"_qs << qint64{0} << qint64{23};
+        QTest::newRow("minute") << u"scheduleFromMin"_qs << qint64{0} << qint64{59};
+        QTest::newRow("-1 is unlimited") << u"maxActiveDownloads"_qs << qint64{-1} << qint64{2147483647};
+    }
+
+    void ranges()
+    {
+        QFETCH(QString, key);
+        QFETCH(qint64, lowest);
+        QFETCH(qint64, highest);
+        const PreferenceKey *preference = findPreference(key);
+        QVERIFY(preference && preference->range);
+        QCOMPARE(preference->range->first, lowest);
+        QCOMPARE(preference->range->second, highest);
+    }
+
     void everyKeyOnceInBothSpellings()
     {
         QSet<QString> keys;
