@@ -21,18 +21,6 @@ using API::PreferenceType;
 
 namespace {
 
-// "maxConnecPerTorrent" as "Max connec per torrent", until the table names every key.
-QString titleOf(const API::PreferenceKey &key)
-{
-    QString title;
-    for (const QChar c : key.key) {
-        if (c.isUpper() && !title.isEmpty())
-            title += u' ';
-        title += title.isEmpty() ? c.toUpper() : c.toLower();
-    }
-    return title;
-}
-
 constexpr int intMaximum = std::numeric_limits<int>::max();
 
 } // namespace
@@ -75,7 +63,7 @@ void PreferencesPage::set(const API::PreferenceKey &key, const auto &value)
 void PreferencesPage::addField(const API::PreferenceKey &key)
 {
     const API::PreferenceValue value = *m_record.value(key.key);
-    const QString title = titleOf(key);
+    const QString &title = key.title;
     QWidget *field = nullptr;
     switch (key.type) {
     case PreferenceType::boolean: {
@@ -89,9 +77,11 @@ void PreferencesPage::addField(const API::PreferenceKey &key)
     case PreferenceType::integer: {
         const qint64 number = std::get<qint64>(value);
         auto *spin = new QSpinBox(this);
-        // Wider than any value the server holds but what the field can show.
-        spin->setRange(-intMaximum, intMaximum);
-        spin->setValue(static_cast<int>(std::clamp<qint64>(number, -intMaximum, intMaximum)));
+        // What the server takes: a value outside cannot be typed, so none is sent.
+        const auto [minimum, maximum] = key.range.value_or(std::pair<qint64, qint64>{-intMaximum, intMaximum});
+        spin->setRange(static_cast<int>(std::clamp<qint64>(minimum, -intMaximum, intMaximum)),
+                       static_cast<int>(std::clamp<qint64>(maximum, -intMaximum, intMaximum)));
+        spin->setValue(static_cast<int>(std::clamp<qint64>(number, spin->minimum(), spin->maximum())));
         spin->setEnabled(number == spin->value()); // a value beyond the field stays as it is
         connect(spin, &QSpinBox::valueChanged, this, [this, &key](int typed) { set(key, qint64(typed)); });
         field = spin;

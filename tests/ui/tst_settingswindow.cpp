@@ -220,6 +220,7 @@ private Q_SLOTS:
         auto *port = qobject_cast<QSpinBox *>(connection.field(QStringLiteral("listenPort")));
         QVERIFY(port);
         QCOMPARE(port->value(), 6881);
+        QCOMPARE(port->maximum(), 65535); // a port the server would refuse cannot be typed
         // What the server did not send is not shown.
         QVERIFY(!connection.field(QStringLiteral("upnp")));
         QVERIFY(!settings.applyButton()->isEnabled());
