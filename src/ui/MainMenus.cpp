@@ -112,7 +112,9 @@ void MainMenus::addTntMenu()
             tnt->addAction(actions.action(id));
         tnt->addSeparator();
     };
-    add({Id::start, Id::stop, Id::forceStart, Id::remove});
+    add({Id::start, Id::stop, Id::forceStart, Id::remove, Id::removeWithFiles});
+    // Its key acts where the torrents are, as Delete does.
+    m_parts.table->table()->addAction(actions.action(Id::removeWithFiles));
     tnt->addMenu(actions.copyMenu());
     tnt->addSeparator();
     add({Id::reannounce, Id::recheck});

@@ -1,6 +1,10 @@
 #include "ui/PreferencesPage.h"
 
+#include "api/Client.h"
+#include "api/NetworkInterface.h"
 #include "api/QBTPreferences.h"
+#include "support/Captured.h"
+#include "support/Detached.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -23,18 +27,32 @@ namespace {
 
 constexpr int intMaximum = std::numeric_limits<int>::max();
 
+const QString interfaceKey = QStringLiteral("currentNetworkInterface");
+const QString interfaceNameKey = QStringLiteral("currentInterfaceName");
+const QString addressKey = QStringLiteral("currentInterfaceAddress");
+
+// Text the server must not be given empty: it would save downloads nowhere.
+bool isRequired(const API::PreferenceKey &key)
+{
+    return key.key == u"savePath";
+}
+
 } // namespace
 
-PreferencesPage::PreferencesPage(API::QBTPreferences &record, API::PreferenceGroup group, QWidget *parent)
+PreferencesPage::PreferencesPage(API::QBTPreferences &record, API::PreferenceGroup group, API::Client *client,
+                                 QWidget *parent)
     : SettingsPage(parent)
     , m_record(record)
     , m_group(group)
+    , m_client(client)
     , m_form(new QFormLayout(this))
 {
     for (const API::PreferenceKey &key : API::preferenceKeys()) {
         if (key.group == group && m_record.value(key.key))
             addField(key);
     }
+    if (findChild<QComboBox *>(interfaceKey))
+        detached(listInterfaces());
     if (m_form->rowCount() == 0)
         m_form->addRow(new QLabel(QStringLiteral("This server has no preferences of this group."), this));
 }
@@ -47,6 +65,11 @@ bool PreferencesPage::hasChanges() const
             return true;
     }
     return false;
+}
+
+bool PreferencesPage::isValid() const
+{
+    return m_emptyRequired.isEmpty();
 }
 
 QWidget *PreferencesPage::field(const QString &key) const
@@ -108,8 +131,22 @@ void PreferencesPage::addField(const API::PreferenceKey &key)
         break;
     }
     case PreferenceType::string: {
+        if (key.key == interfaceKey || key.key == addressKey) {
+            field = picker(key);
+            break;
+        }
         auto *line = new QLineEdit(std::get<QString>(value), this);
-        connect(line, &QLineEdit::textEdited, this, [this, &key](const QString &text) { set(key, text); });
+        connect(line, &QLineEdit::textEdited, this, [this, &key, line](const QString &text) {
+            const bool missing = isRequired(key) && text.trimmed().isEmpty();
+            line->setProperty("invalid", missing);
+            line->setStyleSheet(missing ? QStringLiteral("border: 1px solid #b3261e") : QString());
+            line->setToolTip(missing ? QStringLiteral("%1 must not be empty.").arg(key.title) : QString());
+            if (missing)
+                m_emptyRequired.insert(key.key);
+            else
+                m_emptyRequired.remove(key.key);
+            set(key, text);
+        });
         field = line;
         break;
     }
@@ -129,6 +166,64 @@ void PreferencesPage::addField(const API::PreferenceKey &key)
     }
     field->setObjectName(key.key);
     m_form->addRow(title + u':', field);
+}
+
+QComboBox *PreferencesPage::picker(const API::PreferenceKey &key)
+{
+    auto *combo = new QComboBox(this);
+    const QString current = std::get<QString>(*m_record.value(key.key));
+    combo->addItem(current, current); // until the server's list comes
+    connect(combo, &QComboBox::activated, this, [this, &key, combo](int index) {
+        const QString chosen = combo->itemData(index).toString();
+        set(key, chosen);
+        if (key.key != interfaceKey)
+            return;
+        if (m_record.value(interfaceNameKey))
+            set(*API::findPreference(interfaceNameKey), index == 0 ? QString() : combo->itemText(index));
+        detached(listAddresses(chosen));
+    });
+    return combo;
+}
+
+QCoro::Task<> PreferencesPage::listInterfaces()
+{
+    const QPointer<PreferencesPage> self = this;
+    if (!m_client)
+        co_return;
+    QCoro::Task<Captured<QList<API::NetworkInterface>>> listing = captured(m_client->networkInterfaces());
+    const Captured<QList<API::NetworkInterface>> answer = co_await std::move(listing);
+    if (!self || !answer)
+        co_return; // the current value stays, as text
+    auto *combo = findChild<QComboBox *>(interfaceKey);
+    const QString current = combo->currentData().toString();
+    combo->clear();
+    for (const API::NetworkInterface &choice : API::NetworkInterface::choices(*answer.value))
+        combo->addItem(choice.name, choice.value);
+    if (combo->findData(current) < 0)
+        combo->addItem(current, current);
+    combo->setCurrentIndex(combo->findData(current));
+    QCoro::Task<> addresses = listAddresses(current);
+    co_await std::move(addresses);
+}
+
+QCoro::Task<> PreferencesPage::listAddresses(QString interfaceValue)
+{
+    const QPointer<PreferencesPage> self = this;
+    auto *combo = findChild<QComboBox *>(addressKey);
+    if (!m_client || !combo)
+        co_return;
+    QCoro::Task<Captured<QList<API::NetworkAddress>>> listing =
+        captured(m_client->networkAddresses(std::move(interfaceValue)));
+    const Captured<QList<API::NetworkAddress>> answer = co_await std::move(listing);
+    if (!self || !answer)
+        co_return;
+    const QString current = combo->currentData().toString();
+    combo->clear();
+    for (const API::AddressChoice &choice : API::AddressChoice::choices(*answer.value))
+        combo->addItem(choice.text, choice.value);
+    if (combo->findData(current) < 0)
+        combo->addItem(current, current);
+    combo->setCurrentIndex(combo->findData(current));
 }
 
 QWidget *PreferencesPage::scanDirsEditor(const API::PreferenceKey &key)

@@ -21,6 +21,8 @@ public:
     using QWidget::QWidget;
 
     virtual bool hasChanges() const = 0;
+    // Whether what the page holds may be stored; a field that may not is marked on the page.
+    virtual bool isValid() const { return true; }
     // Stores what changed; the page then shows the stored values as its starting point.
     virtual void apply() = 0;
 

@@ -138,7 +138,7 @@ void SettingsWindow::showServerPages()
          {API::PreferenceGroup::downloads, API::PreferenceGroup::connection, API::PreferenceGroup::speed,
           API::PreferenceGroup::bitTorrent, API::PreferenceGroup::rss, API::PreferenceGroup::webUi,
           API::PreferenceGroup::advanced})
-        addPage(new PreferencesPage(*record, group), pageName(group), API::groupTitle(group));
+        addPage(new PreferencesPage(*record, group, m_context.client()), pageName(group), API::groupTitle(group));
     restoreTab();
 }
 
@@ -157,8 +157,12 @@ void SettingsWindow::showWritten()
 void SettingsWindow::showChanges()
 {
     const QList<SettingsPage *> pages = findChildren<SettingsPage *>();
-    applyButton()->setEnabled(
-        std::any_of(pages.cbegin(), pages.cend(), [](const SettingsPage *page) { return page->hasChanges(); }));
+    const bool changed =
+        std::any_of(pages.cbegin(), pages.cend(), [](const SettingsPage *page) { return page->hasChanges(); });
+    const bool valid =
+        std::all_of(pages.cbegin(), pages.cend(), [](const SettingsPage *page) { return page->isValid(); });
+    applyButton()->setEnabled(changed && valid);
+    m_buttons->button(QDialogButtonBox::Ok)->setEnabled(valid);
 }
 
 void SettingsWindow::restoreTab()

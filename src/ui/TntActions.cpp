@@ -41,6 +41,11 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
     // Remove, Start and Stop are titled for the menu they are in: see showState.
     onToolbar(add(Id::remove, QString(), [this](bool) { m_commands.remove(targetSet()); }), "delete_tnt",
               u"edit-delete", u"actions/delete", QKeySequence::Delete);
+    QAction *withFiles = add(Id::removeWithFiles, QStringLiteral("Remove with Files"),
+                             [this](bool) { m_commands.remove(targetSet(), TntCommands::Removal::withFiles); });
+    withFiles->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Delete));
+    withFiles->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    withFiles->setShortcutVisibleInContextMenu(false);
     onToolbar(add(Id::start, QString(), [this](bool) { m_commands.start(targetSet()); }), "start_tnt",
               u"media-playback-start", u"actions/start", QKeySequence(Qt::CTRL | Qt::Key_S));
     onToolbar(add(Id::stop, QString(), [this](bool) { m_commands.stop(targetSet()); }), "stop_tnt",

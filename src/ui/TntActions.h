@@ -32,6 +32,7 @@ public:
         stop,
         forceStart,
         remove,
+        removeWithFiles,
         reannounce,
         recheck,
         rename,

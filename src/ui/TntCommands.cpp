@@ -49,11 +49,13 @@ void TntCommands::stop(const QSet<QString> &hashes)
     detached(m_context.stopTnts(hashes));
 }
 
-void TntCommands::remove(const QSet<QString> &hashes)
+void TntCommands::remove(const QSet<QString> &hashes, Removal removal)
 {
     // Every torrent of the server is always asked about, whatever the setting says.
     const bool everyTorrent = hashes.isEmpty();
-    if (!everyTorrent && !m_context.settings().defaults().boolValue(UserDefaultsKey::confirmTntDeleting, true)) {
+    const bool withFiles = removal == Removal::withFiles;
+    if (!everyTorrent && !withFiles
+        && !m_context.settings().defaults().boolValue(UserDefaultsKey::confirmTntDeleting, true)) {
         detached(m_context.removeTnts(hashes, false));
         return;
     }
@@ -67,7 +69,7 @@ void TntCommands::remove(const QSet<QString> &hashes)
     QPushButton *everywhere = alert->addButton(QStringLiteral("Remove Everywhere"), QMessageBox::DestructiveRole);
     QPushButton *cancel = alert->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
     // Return must never remove every torrent.
-    alert->setDefaultButton(everyTorrent ? cancel : fromList);
+    alert->setDefaultButton(everyTorrent ? cancel : withFiles ? everywhere : fromList);
     connect(alert, &QMessageBox::finished, this, [this, alert, fromList, everywhere, hashes] {
         if (alert->clickedButton() == fromList || alert->clickedButton() == everywhere)
             detached(m_context.removeTnts(hashes, alert->clickedButton() == everywhere));

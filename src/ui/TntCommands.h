@@ -23,7 +23,9 @@ public:
     void stop(const QSet<QString> &hashes);
     // Asks first while "confirmTntDeleting" is on; without asking it removes from the list only,
     // never the data. An empty set is every torrent.
-    void remove(const QSet<QString> &hashes);
+    // Removing with the files always asks: they cannot be had back.
+    enum class Removal { asSettingsSay, withFiles };
+    void remove(const QSet<QString> &hashes, Removal removal = Removal::asSettingsSay);
     void editLocation(const QSet<QString> &hashes);
     void rename(const QString &hash);
     void addPeers(const QSet<QString> &hashes);

@@ -9,6 +9,8 @@
 #include "ui/TntTableView.h"
 
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTest>
 #include <QToolBar>
@@ -46,6 +48,8 @@ private Q_SLOTS:
         m_server = std::make_unique<ScriptedTorrents>();
         m_window = std::make_unique<MainWindow>(*m_server->context);
         m_window->show();
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     }
 
     void cleanup()
@@ -121,8 +125,23 @@ private Q_SLOTS:
         }
         for (const QKeyCombination key : {Qt::CTRL | Qt::Key_O, Qt::CTRL | Qt::Key_U, Qt::CTRL | Qt::Key_Q,
                                           Qt::CTRL | Qt::Key_A, Qt::CTRL | Qt::Key_F, QKeyCombination(Qt::Key_Delete),
-                                          Qt::CTRL | Qt::Key_S, Qt::CTRL | Qt::Key_P})
+                                          Qt::CTRL | Qt::Key_S, Qt::CTRL | Qt::Key_P, Qt::CTRL | Qt::Key_Delete,
+                                          Qt::CTRL | Qt::Key_Comma})
             QVERIFY2(owners.contains(QKeySequence(key)), qPrintable(QKeySequence(key).toString()));
+    }
+
+    // Files cannot be had back: Ctrl+Delete asks even where removing is not asked about.
+    void removeWithFilesAlwaysAsks()
+    {
+        m_server->defaults.setValue(UserDefaultsKey::confirmTntDeleting, false);
+        QuilloTest::selectRows(*m_window->tntTable()->table(), {QStringLiteral("bbb")});
+        m_window->tntTable()->table()->setFocus();
+        QTest::keyClick(m_window->tntTable()->table(), Qt::Key_Delete, Qt::ControlModifier);
+        QMessageBox *asked = nullptr;
+        QTRY_VERIFY((asked = m_window->findChild<QMessageBox *>(QStringLiteral("removeConfirmation"))));
+        QCOMPARE(asked->defaultButton()->text(), QStringLiteral("Remove Everywhere"));
+        asked->defaultButton()->click();
+        QTRY_COMPARE(m_server->lastRequest(), QByteArray("/api/v2/torrents/delete?hashes=bbb&deleteFiles=true"));
     }
 
     void panelsHideAndStayHidden_data()

@@ -70,6 +70,11 @@ class TestSettingsWindow : public QObject
         m_server->server.setHandler([this, scripted](const FakeServer::Request &request) {
             if (request.target.endsWith("/app/preferences"))
                 return FakeServer::Response::json(m_preferences);
+            if (request.target.endsWith("/app/networkInterfaceList"))
+                return FakeServer::Response::json(R"([{"name":"Ethernet","value":"eth0"},{"name":"Loopback","value":"lo"}])");
+            if (request.target.endsWith("/app/networkInterfaceAddressList"))
+                return FakeServer::Response::json(request.body.contains("iface=lo") ? R"(["127.0.0.1"])"
+                                                                                    : R"(["192.168.1.2"])");
             if (request.target.endsWith("/app/setPreferences")) {
                 const QByteArray form = request.body;
                 const QByteArray json = QByteArray::fromPercentEncoding(form.mid(form.indexOf('=') + 1).replace('+', ' '));
@@ -92,6 +97,9 @@ class TestSettingsWindow : public QObject
 private Q_SLOTS:
     void init()
     {
+        m_written.clear();
+        m_writeStatus = 200;
+        m_writeAnswer.clear();
         m_server = std::make_unique<ScriptedTorrents>();
         m_window = std::make_unique<MainWindow>(*m_server->context);
         m_window->show();
@@ -235,6 +243,56 @@ private Q_SLOTS:
                                                       {QStringLiteral("dl_limit"), 500 * 1024}}));
         QTRY_VERIFY(!settings.applyButton()->isEnabled());
         QVERIFY(settings.failureLabel()->isHidden());
+
+        // An empty save path is marked and never sent.
+        auto &downloads = *static_cast<PreferencesPage *>(settings.page(QStringLiteral("downloads")));
+        auto *savePath = qobject_cast<QLineEdit *>(downloads.field(QStringLiteral("savePath")));
+        savePath->setText(QStringLiteral(" "));
+        Q_EMIT savePath->textEdited(savePath->text());
+        QVERIFY(savePath->property("invalid").toBool());
+        QVERIFY(!settings.applyButton()->isEnabled());
+        QVERIFY(!settings.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->isEnabled());
+        savePath->setText(QStringLiteral("/downloads/new"));
+        Q_EMIT savePath->textEdited(savePath->text());
+        QVERIFY(!savePath->property("invalid").toBool());
+        QVERIFY(settings.applyButton()->isEnabled());
+    }
+
+    void networkPickersOfferWhatTheServerLists()
+    {
+        m_preferences = R"({"current_network_interface":"eth0","current_interface_name":"Ethernet",
+                            "current_interface_address":"192.168.1.2"})";
+        servePreferences();
+        SettingsWindow &settings = openSettings();
+        QTRY_VERIFY(settings.page(QStringLiteral("advanced")));
+        auto &advanced = *static_cast<PreferencesPage *>(settings.page(QStringLiteral("advanced")));
+        auto *interfaces = qobject_cast<QComboBox *>(advanced.field(QStringLiteral("currentNetworkInterface")));
+        auto *addresses = qobject_cast<QComboBox *>(advanced.field(QStringLiteral("currentInterfaceAddress")));
+        QVERIFY(interfaces && addresses);
+        const auto texts = [](const QComboBox &combo) {
+            QStringList found;
+            for (int index = 0; index < combo.count(); ++index)
+                found << combo.itemText(index);
+            return found;
+        };
+        QTRY_COMPARE(texts(*interfaces),
+                     (QStringList{QStringLiteral("Any interface"), QStringLiteral("Ethernet"), QStringLiteral("Loopback")}));
+        QCOMPARE(interfaces->currentText(), QStringLiteral("Ethernet"));
+        QTRY_COMPARE(texts(*addresses), (QStringList{QStringLiteral("All addresses"), QStringLiteral("All IPv4 addresses"),
+                                                     QStringLiteral("All IPv6 addresses"), QStringLiteral("192.168.1.2")}));
+        QCOMPARE(addresses->currentText(), QStringLiteral("192.168.1.2"));
+        QVERIFY(!settings.applyButton()->isEnabled());
+
+        Q_EMIT interfaces->activated(2);
+        interfaces->setCurrentIndex(2);
+        QTRY_VERIFY(texts(*addresses).contains(QStringLiteral("127.0.0.1")));
+        Q_EMIT addresses->activated(addresses->findText(QStringLiteral("127.0.0.1")));
+        settings.applyButton()->click();
+        QTRY_COMPARE(m_written.size(), 1);
+        QCOMPARE(m_written.constFirst(), (QJsonObject{{QStringLiteral("current_network_interface"), QStringLiteral("lo")},
+                                                      {QStringLiteral("current_interface_name"), QStringLiteral("Loopback")},
+                                                      {QStringLiteral("current_interface_address"),
+                                                       QStringLiteral("127.0.0.1")}}));
     }
 
     void refusedWriteKeepsTheEdits()
