@@ -1,5 +1,7 @@
 #include "settings/AppSettings.h"
+#include "settings/PathResolution.h"
 
+#include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -147,6 +149,60 @@ private Q_SLOTS:
         QTEST(map->remotePath, "remotePath");
         QTEST(map->bookmarkData, "bookmark");
         QCOMPARE(PathMap::fromStoredText(map->storedText())->remotePath, map->remotePath);
+    }
+
+    void pathResolution_data()
+    {
+        using Maps = QList<std::pair<QString, QString>>; // remote path, local folder under the test's own
+        using O = PathResolution::Outcome;
+        QTest::addColumn<Maps>("maps");
+        QTest::addColumn<QString>("remotePath");
+        QTest::addColumn<bool>("serverIsLocal");
+        QTest::addColumn<O>("outcome");
+        QTest::addColumn<QString>("expected"); // under the test's folder, or as it stands when absolute
+        const Maps twoPrefixes{{u"/data"_qs, u"A"_qs}, {u"/data/movies"_qs, u"B"_qs}};
+        QTest::newRow("first match wins over a longer later one")
+            << twoPrefixes << u"/data/movies/x"_qs << false << O::found << u"A/movies/x"_qs;
+        QTest::newRow("a plain text prefix") << Maps{{u"/data"_qs, u"A"_qs}} << u"/database/x"_qs << false << O::found
+                                             << u"A/base/x"_qs;
+        QTest::newRow("remote path with its slash") << Maps{{u"/downloads/"_qs, u"A"_qs}}
+                                                    << u"/downloads/show/ep1.mkv"_qs << false << O::found
+                                                    << u"A/show/ep1.mkv"_qs;
+        QTest::newRow("the folder itself") << Maps{{u"/downloads"_qs, u"A"_qs}} << u"/downloads/"_qs << false
+                                           << O::found << u"A"_qs;
+        QTest::newRow("case matters") << Maps{{u"/downloads"_qs, u"A"_qs}} << u"/Downloads/x"_qs << false
+                                      << O::notMapped << QString();
+        QTest::newRow("a local server's paths are its own")
+            << twoPrefixes << u"/data/movies/x"_qs << true << O::found << u"/data/movies/x"_qs;
+        QTest::newRow("a share not mounted") << Maps{{u"/data"_qs, u"unmounted"_qs}} << u"/data/x"_qs << false
+                                             << O::notMounted << u"unmounted"_qs;
+    }
+
+    void pathResolution()
+    {
+        using Maps = QList<std::pair<QString, QString>>;
+        QFETCH(Maps, maps);
+        QFETCH(QString, remotePath);
+        QFETCH(bool, serverIsLocal);
+        QFETCH(PathResolution::Outcome, outcome);
+        QFETCH(QString, expected);
+        QTemporaryDir root;
+        QDir(root.path()).mkpath(u"A"_qs);
+        QDir(root.path()).mkpath(u"B"_qs);
+        QList<PathMap> pathMaps;
+        for (const auto &[remote, local] : maps)
+            pathMaps.append({.remotePath = remote, .bookmarkData = root.filePath(local).toUtf8()});
+        if (outcome == PathResolution::Outcome::notMapped)
+            QTest::ignoreMessage(QtCriticalMsg, qPrintable(u"Failed to find path mapping for "_qs + remotePath));
+        if (outcome == PathResolution::Outcome::notMounted)
+            QTest::ignoreMessage(QtWarningMsg, qPrintable(u"Folder not mounted: "_qs + root.filePath(expected)));
+
+        const PathResolution resolved = PathResolution::resolve(pathMaps, remotePath, serverIsLocal);
+        QCOMPARE(resolved.outcome, outcome);
+        if (outcome == PathResolution::Outcome::found)
+            QCOMPARE(resolved.localPath, expected.startsWith(u'/') ? expected : root.filePath(expected));
+        if (outcome == PathResolution::Outcome::notMounted)
+            QCOMPARE(resolved.localFolder, root.filePath(expected));
     }
 
     void averagingWindowChangeIsAnnounced()
