@@ -39,7 +39,7 @@ QMenu *MainMenus::menu(const QString &title) const
 
 QAction *MainMenus::showAction(Panel panel) const
 {
-    return findChild<QAction *>(QStringLiteral("show_panel_%1").arg(static_cast<int>(panel)));
+    return m_showActions.at(static_cast<std::size_t>(panel));
 }
 
 QString MainMenus::aboutText()
@@ -88,8 +88,7 @@ void MainMenus::addViewMenu()
     QMenu *view = m_parts.window->menuBar()->addMenu(QStringLiteral("View"));
     const auto addSwitch = [this, view](Panel panel, const QString &title) {
         QAction *action = view->addAction(title);
-        action->setObjectName(QStringLiteral("show_panel_%1").arg(static_cast<int>(panel)));
-        action->setParent(this);
+        m_showActions.at(static_cast<std::size_t>(panel)) = action;
         action->setCheckable(true);
         action->setChecked(!m_parts.navigation->isHidden(panel));
         connect(action, &QAction::toggled, m_parts.navigation,

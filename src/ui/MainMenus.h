@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <array>
+
 class QAction;
 class QMainWindow;
 class QMenu;
@@ -49,4 +51,5 @@ private:
     void addHelpMenu();
 
     Parts m_parts;
+    std::array<QAction *, 4> m_showActions{}; // by panel
 };

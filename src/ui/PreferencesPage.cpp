@@ -31,6 +31,18 @@ const QString interfaceKey = QStringLiteral("currentNetworkInterface");
 const QString interfaceNameKey = QStringLiteral("currentInterfaceName");
 const QString addressKey = QStringLiteral("currentInterfaceAddress");
 
+// Fills a picker with (text, value) choices, keeping its value chosen, listed or not.
+void offer(QComboBox &combo, const QList<std::pair<QString, QString>> &choices)
+{
+    const QString current = combo.currentData().toString();
+    combo.clear();
+    for (const auto &[text, value] : choices)
+        combo.addItem(text, value);
+    if (combo.findData(current) < 0)
+        combo.addItem(current, current);
+    combo.setCurrentIndex(combo.findData(current));
+}
+
 // Text the server must not be given empty: it would save downloads nowhere.
 bool isRequired(const API::PreferenceKey &key)
 {
@@ -196,12 +208,10 @@ QCoro::Task<> PreferencesPage::listInterfaces()
         co_return; // the current value stays, as text
     auto *combo = findChild<QComboBox *>(interfaceKey);
     const QString current = combo->currentData().toString();
-    combo->clear();
+    QList<std::pair<QString, QString>> choices;
     for (const API::NetworkInterface &choice : API::NetworkInterface::choices(*answer.value))
-        combo->addItem(choice.name, choice.value);
-    if (combo->findData(current) < 0)
-        combo->addItem(current, current);
-    combo->setCurrentIndex(combo->findData(current));
+        choices.append({choice.name, choice.value});
+    offer(*combo, choices);
     QCoro::Task<> addresses = listAddresses(current);
     co_await std::move(addresses);
 }
@@ -217,13 +227,10 @@ QCoro::Task<> PreferencesPage::listAddresses(QString interfaceValue)
     const Captured<QList<API::NetworkAddress>> answer = co_await std::move(listing);
     if (!self || !answer)
         co_return;
-    const QString current = combo->currentData().toString();
-    combo->clear();
+    QList<std::pair<QString, QString>> choices;
     for (const API::AddressChoice &choice : API::AddressChoice::choices(*answer.value))
-        combo->addItem(choice.text, choice.value);
-    if (combo->findData(current) < 0)
-        combo->addItem(current, current);
-    combo->setCurrentIndex(combo->findData(current));
+        choices.append({choice.text, choice.value});
+    offer(*combo, choices);
 }
 
 QWidget *PreferencesPage::scanDirsEditor(const API::PreferenceKey &key)

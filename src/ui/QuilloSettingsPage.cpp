@@ -13,13 +13,10 @@ QuilloSettingsPage::QuilloSettingsPage(AppSettings &settings, QWidget *parent)
     AppSettings *s = &settings;
     UserDefaults *d = &settings.defaults();
     using K = UserDefaultsKey;
-    const auto stored = [d](K key, bool fallback) {
-        return std::pair{[d, key, fallback] { return d->boolValue(key, fallback); },
-                         [d, key](bool value) { d->setValue(key, value); }};
-    };
-    const auto addStored = [this, &stored](const QString &title, K key, bool fallback) {
-        auto [read, write] = stored(key, fallback);
-        return addSwitch(title, read, write);
+    // A switch stored in the settings file alone: views read it from there.
+    const auto addStored = [this, d](const QString &title, K key, bool fallback) {
+        return addSwitch(title, [d, key, fallback] { return d->boolValue(key, fallback); },
+                         [d, key](bool value) { d->setValue(key, value); });
     };
 
     addSection(QStringLiteral("Updates from the server"));

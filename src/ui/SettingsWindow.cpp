@@ -92,11 +92,8 @@ QPushButton *SettingsWindow::applyButton() const
 
 SettingsPage *SettingsWindow::page(const QString &name) const
 {
-    for (int index = 0; index < m_tabs->count(); ++index) {
-        if (m_tabs->widget(index)->objectName() == name)
-            return qobject_cast<SettingsPage *>(static_cast<QScrollArea *>(m_tabs->widget(index))->widget());
-    }
-    return nullptr;
+    const auto *scroll = m_tabs->findChild<QScrollArea *>(name);
+    return scroll ? qobject_cast<SettingsPage *>(scroll->widget()) : nullptr;
 }
 
 void SettingsWindow::apply()
@@ -169,8 +166,6 @@ void SettingsWindow::restoreTab()
 {
     const QString remembered =
         m_context.settings().defaults().stringValue(UserDefaultsKey::selectedSettingsTab, QString());
-    for (int index = 0; index < m_tabs->count(); ++index) {
-        if (m_tabs->widget(index)->objectName() == remembered)
-            m_tabs->setCurrentIndex(index);
-    }
+    if (auto *scroll = remembered.isEmpty() ? nullptr : m_tabs->findChild<QScrollArea *>(remembered))
+        m_tabs->setCurrentWidget(scroll);
 }
