@@ -18,6 +18,7 @@
 #include "model/TrackerIndex.h"
 #include "platform/SystemEvents.h"
 #include "settings/AppSettings.h"
+#include "settings/PathResolution.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -88,6 +89,17 @@ public:
     void setProbeSettings(HTTPSRedirectSuggestion::ProbeSettings settings)
     {
         m_secureOffer.setProbeSettings(std::move(settings));
+    }
+
+    // Where a path the server reports (a torrent's content path, or one of its files) is on this
+    // computer, through the path mapping unless the open connection is this computer's own server.
+    PathResolution localLocation(const QString &remotePath) const
+    {
+        return PathResolution::resolve(m_settings.pathMapping(), remotePath, serverIsLocal());
+    }
+    bool isMapped(const QString &remotePath) const
+    {
+        return PathResolution::isMapped(m_settings.pathMapping(), remotePath, serverIsLocal());
     }
 
     // The saved list. Adding or saving a connection equal to another fails with
@@ -220,6 +232,7 @@ Q_SIGNALS:
 
 private:
     static TntTargets orAll(QSet<QString> hashes);
+    bool serverIsLocal() const { return m_connections.selected() && m_connections.selected()->isLocal; }
     QCoro::Task<> moveSelection(TntOperations::QueueMove move)
     {
         return m_operations.moveInQueue(orAll(m_selectedTnts), move);

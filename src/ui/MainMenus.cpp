@@ -112,6 +112,7 @@ void MainMenus::addTntMenu()
         tnt->addSeparator();
     };
     add({Id::start, Id::stop, Id::forceStart, Id::remove, Id::removeWithFiles});
+    add({Id::showInFileManager});
     // Its key acts where the torrents are, as Delete does.
     m_parts.table->table()->addAction(actions.action(Id::removeWithFiles));
     tnt->addMenu(actions.copyMenu());
@@ -124,6 +125,7 @@ void MainMenus::addTntMenu()
     add({Id::addTrackers, Id::addPeers});
     add({Id::maximumPriority, Id::increasePriority, Id::decreasePriority, Id::minimumPriority});
     add({Id::autoManagement, Id::firstLastPiecesFirst, Id::sequentialDownload, Id::superSeeding});
+    connect(tnt, &QMenu::aboutToShow, &actions, &TntActions::readTnts);
 }
 
 void MainMenus::addServerMenu()

@@ -5,6 +5,7 @@
 #include "ui/ThemedIcon.h"
 #include "ui/TntAddingFlow.h"
 #include "ui/TntCommands.h"
+#include "ui/TntReveal.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -13,10 +14,12 @@
 
 #include <algorithm>
 
-TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow &adding, QWidget *window)
+TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow &adding, TntReveal &reveal,
+                       QWidget *window)
     : QObject(window)
     , m_context(context)
     , m_commands(commands)
+    , m_reveal(reveal)
     , m_copyMenu(new QMenu(QStringLiteral("Copy"), window))
     , m_categoryMenu(new QMenu(QStringLiteral("Category"), window))
     , m_tagsMenu(new QMenu(QStringLiteral("Tags"), window))
@@ -73,6 +76,8 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
     add(Id::addTrackers, QStringLiteral("Add trackers..."),
         [this](bool) { m_commands.addTrackers(*targetSet().cbegin()); });
     add(Id::addPeers, QStringLiteral("Add peers..."), [this](bool) { m_commands.addPeers(targetSet()); });
+    add(Id::showInFileManager, QStringLiteral("Show in File Manager"),
+        [this](bool) { m_reveal.showTnts(targetList().value_or(QStringList())); });
 
     const auto toggle = [this](Id id, const QString &title, std::function<void(bool)> run) {
         add(id, title, std::move(run))->setCheckable(true);
@@ -175,7 +180,8 @@ void TntActions::showState()
         case Id::maximumPriority: enabled = connected; break;
         case Id::rename:
         case Id::addTrackers: enabled = connected && count == 1; break;
-        case Id::addPeers: enabled = connected && listed; break; // sends nothing for no list
+        case Id::addPeers: // sends nothing for no list
+        case Id::showInFileManager: enabled = connected && listed; break;
         default: break;
         }
         m_actions[index]->setEnabled(enabled);
@@ -209,6 +215,9 @@ void TntActions::readTnts()
     action(Id::superSeeding)->setChecked(everyTnt(&TntModel::superSeeding));
     fillCategoryMenu(tnts);
     fillTagsMenu(tnts, listed.size());
+    action(Id::showInFileManager)
+        ->setText(listed.isEmpty() || m_reveal.isConfigured(listed) ? QStringLiteral("Show in File Manager")
+                                                                    : QStringLiteral("Show in File Manager(not configured)"));
 }
 
 void TntActions::fillCategoryMenu(const QList<const TntModel *> &tnts)

@@ -15,6 +15,8 @@ TntContextMenu::TntContextMenu(TntActions &actions, QStringList hashes, QWidget 
     };
     add({Id::start, Id::stop, Id::forceStart, Id::remove});
     addSeparator();
+    add({Id::showInFileManager});
+    addSeparator();
     addMenu(actions.copyMenu());
     addSeparator();
     add({Id::reannounce, Id::recheck});

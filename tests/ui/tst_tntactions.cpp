@@ -290,9 +290,10 @@ private Q_SLOTS:
         QFETCH(QStringList, toggles);
         TntContextMenu menu(actions(), hashes.values());
         const QStringList top = titles(menu);
-        QCOMPARE(top.mid(0, 12),
+        QCOMPARE(top.mid(0, 13),
                  (QStringList{QStringLiteral("Start"), QStringLiteral("Stop"), QStringLiteral("Force start"),
-                              QStringLiteral("Remove"), QStringLiteral("Copy"), QStringLiteral("Force reannounce"),
+                              QStringLiteral("Remove"), QStringLiteral("Show in File Manager(not configured)"),
+                              QStringLiteral("Copy"), QStringLiteral("Force reannounce"),
                               QStringLiteral("Force recheck"), QStringLiteral("Rename..."),
                               QStringLiteral("Set location..."), QStringLiteral("Category"), QStringLiteral("Tags"),
                               QStringLiteral("Add trackers...")}));
