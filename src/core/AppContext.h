@@ -9,6 +9,7 @@
 #include "core/Sync.h"
 #include "core/TntDetailLoader.h"
 #include "core/TntOperations.h"
+#include "core/TransferLimits.h"
 #include "model/CompletionNotifier.h"
 #include "model/GlobalTransferInfo.h"
 #include "model/ServerLabels.h"
@@ -209,6 +210,10 @@ public:
     }
     QCoro::Task<> banPeers(QSet<QString> peers) { return m_operations.banPeers(peers); }
     QCoro::Task<> toggleSpeedLimitsMode() { return m_operations.toggleSpeedLimitsMode(); }
+    // Speed limits of torrents and of the transfer.
+    TransferLimits &limits() { return m_limits; }
+    // Once the server took it, the connection ends here as after logging out, without an alert.
+    QCoro::Task<> shutDownServer();
     // Adds torrents; false when the server refused or the connection went. See TntAddition.
     QCoro::Task<bool> addTnts(API::TntAddingOptions options, bool start, QString hash = {},
                               QList<int> filePriorities = {});
@@ -254,6 +259,7 @@ private:
     Connector m_connector{m_connections, m_keychain, m_sync, m_errors};
     TntDetailLoader m_detailLoader{m_connector, m_sync, m_tntDetails, m_settings};
     TntOperations m_operations{m_connector, m_tntCollection, m_labels, m_errors};
+    TransferLimits m_limits{m_connector, m_operations, m_errors};
     TntAddition m_addition;
     Platform::SystemEvents m_systemEvents;
 };

@@ -152,6 +152,9 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     connect(m_reveal, &TntReveal::mappingWanted, this, &MainWindow::openPathMapping);
     connect(m_transferStatus, &TransferStatus::altSpeedToggleRequested, this,
             [this] { detached(m_context.toggleSpeedLimitsMode()); });
+    connect(m_transferStatus, &TransferStatus::globalLimitRequested, m_commands, [this](bool upload) {
+        m_commands->limitGlobalRate(upload ? TransferLimits::Direction::up : TransferLimits::Direction::down);
+    });
     connect(m_transferStatus, &TransferStatus::tntDetailsToggleRequested, this, [this] {
         m_navigation->setHidden(Panel::tntDetails, !m_navigation->isHidden(Panel::tntDetails));
     });

@@ -18,7 +18,7 @@ class TntCommands;
 class TntModel;
 class TntReveal;
 
-// The window's torrent actions, made once: the toolbar, the table's context menu and the sidebar's
+// The window's torrent and transfer actions, made once: the toolbar, the table's context menu and the sidebar's
 // entry menus show these same objects, so what is enabled or checked agrees wherever they appear.
 // They act on the table's selection, or on a menu's torrents while that menu lives.
 class TntActions : public QObject
@@ -40,8 +40,15 @@ public:
         setLocation,
         addTrackers,
         addPeers,
+        limitDownload,
+        limitUpload,
         // "(not configured)" while no mapping applies to them: it then leads to the mapping settings.
         showInFileManager,
+        // The server's: checked while the server reports the alternative limits on.
+        alternativeSpeedLimits,
+        globalDownloadLimit,
+        globalUploadLimit,
+        shutDownServer,
         // Queue priority moves the selection whatever a menu is over: the server's call takes no list.
         minimumPriority,
         decreasePriority,
@@ -86,6 +93,7 @@ private:
     // Empty for every torrent, as the operations take it.
     QSet<QString> targetSet() const;
     void showState();
+    void showTransferState();
     void fillCategoryMenu(const QList<const TntModel *> &tnts);
     // A tag is checked when all `listed` torrents carry it.
     void fillTagsMenu(const QList<const TntModel *> &tnts, qsizetype listed);
