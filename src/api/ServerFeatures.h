@@ -27,6 +27,8 @@ public:
     bool takesFilePrioritiesOnAdd() const { return m_version >= metadataAndPriorities; }
     // editTracker names the old URL "url" from API 2.15 on, "origUrl" before.
     QStringView trackerUrlKey() const { return m_version >= WebAPIVersion{2, 15, 0} ? u"url" : u"origUrl"; }
+    // Share limits include a limit of inactive seeding time (qBittorrent 4.6).
+    bool limitsInactiveSeedingTime() const { return m_version >= WebAPIVersion{2, 9, 2}; }
     // setShareLimits answers 400 without `shareLimitAction` and `shareLimitsMode` from API 2.15 on.
     bool requiresShareLimitAction() const { return m_version >= WebAPIVersion{2, 15, 0}; }
 

@@ -26,6 +26,7 @@
     X(eta, Eta, double, optional, kept) \
     X(fLPiecePrio, FLPiecePrio, bool, optional, kept) \
     X(forceStart, ForceStart, bool, optional, kept) \
+    X(inactiveSeedingTimeLimit, InactiveSeedingTimeLimit, qint64, optional, kept) \
     X(infohashV1, InfohashV1, QString, shared, wire) \
     X(infohashV2, InfohashV2, QString, shared, wire) \
     X(lastActivity, LastActivity, API::Date, optional, kept) \

@@ -91,6 +91,17 @@ QCoro::Task<> TransferLimits::setTntLimit(TntTargets targets, Direction directio
     co_await std::move(sending);
 }
 
+QCoro::Task<> TransferLimits::setShareLimits(TntTargets targets, double ratio, qint64 seedingTime,
+                                             qint64 inactiveSeedingTime)
+{
+    const Session *session = m_connector.session();
+    QCoro::Task<bool> sending = m_operations.send(
+        Endpoint::TntManagement::setShareLimits(targets.wireList(), ratio, seedingTime, inactiveSeedingTime,
+                                                session ? session->features() : API::ServerFeatures()),
+        QStringLiteral("Failed to set share limits."));
+    co_await std::move(sending);
+}
+
 QCoro::Task<std::optional<qint64>> TransferLimits::globalLimit(Direction direction)
 {
     QCoro::Task<std::optional<QByteArray>> reading =

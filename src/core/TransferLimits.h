@@ -25,6 +25,8 @@ public:
     // The limit the torrents share; none when they differ or the read failed.
     QCoro::Task<std::optional<qint64>> tntLimit(QStringList hashes, Direction direction);
     QCoro::Task<> setTntLimit(TntTargets targets, Direction direction, qint64 limit);
+    // -2 for each is the server's own setting, -1 no limit; times in minutes.
+    QCoro::Task<> setShareLimits(TntTargets targets, double ratio, qint64 seedingTime, qint64 inactiveSeedingTime);
     QCoro::Task<std::optional<qint64>> globalLimit(Direction direction);
     QCoro::Task<> setGlobalLimit(Direction direction, qint64 limit);
     // True once the server took the request: it then closes the connection, which is no loss.

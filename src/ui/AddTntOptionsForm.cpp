@@ -1,10 +1,10 @@
 #include "ui/AddTntOptionsForm.h"
 
 #include "core/AppContext.h"
+#include "ui/ShareLimitField.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -33,27 +33,6 @@ QSpinBox *rateLimit(QWidget *parent)
     box->setSpecialValueText(QStringLiteral("∞"));
     box->setSuffix(QStringLiteral(" KiB/s"));
     return box;
-}
-
-// The server's own setting ("Default", not sent), no limit, or the value of `field`.
-QComboBox *shareLimit(QWidget *field, QWidget *parent)
-{
-    auto *box = choices({QStringLiteral("Default"), QStringLiteral("No limit"), QStringLiteral("Limit to")}, parent);
-    field->setEnabled(false);
-    QObject::connect(box, &QComboBox::currentIndexChanged, field,
-                     [field](int index) { field->setEnabled(index == 2); });
-    return box;
-}
-
-// A row of a share limit's choice and its value.
-QWidget *row(QWidget *choice, QWidget *field, QWidget *parent)
-{
-    auto *widget = new QWidget(parent);
-    auto *layout = new QHBoxLayout(widget);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(choice);
-    layout->addWidget(field, 1);
-    return widget;
 }
 
 template<typename Value>
@@ -89,10 +68,10 @@ AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName
     , m_firstLastPiece(new QCheckBox(QStringLiteral("Download first and last pieces first"), this))
     , m_dlLimit(rateLimit(this))
     , m_upLimit(rateLimit(this))
-    , m_ratioLimit(new QDoubleSpinBox(this))
-    , m_seedingTimeLimit(new QSpinBox(this))
-    , m_ratioLimitChoice(shareLimit(m_ratioLimit, this))
-    , m_seedingTimeLimitChoice(shareLimit(m_seedingTimeLimit, this))
+    , m_ratioLimit(new ShareLimitField(ShareLimitField::Kind::ratio, QStringLiteral("ratioLimit"),
+                                       QStringLiteral("Default"), this))
+    , m_seedingTimeLimit(new ShareLimitField(ShareLimitField::Kind::minutes, QStringLiteral("seedingTimeLimit"),
+                                             QStringLiteral("Default"), this))
 {
     const UserDefaults &defaults = context.settings().defaults();
     m_savePath->setObjectName(QStringLiteral("savePath"));
@@ -121,17 +100,11 @@ AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName
     m_rename->setPlaceholderText(tntName);
     m_start->setObjectName(QStringLiteral("start"));
     m_start->setChecked(true);
-    m_ratioLimit->setRange(0, 1'000'000);
-    m_ratioLimit->setSingleStep(0.1);
-    m_seedingTimeLimit->setRange(0, 1'000'000'000);
-    m_seedingTimeLimit->setSuffix(QStringLiteral(" min"));
 
     const QList<std::pair<QWidget *, const char *>> named{
         {m_management, "management"},     {m_contentLayout, "contentLayout"}, {m_stopCondition, "stopCondition"},
         {m_topOfQueue, "topOfQueue"},     {m_skipChecking, "skipChecking"},   {m_sequential, "sequential"},
-        {m_firstLastPiece, "firstLastPiece"}, {m_dlLimit, "dlLimit"},         {m_upLimit, "upLimit"},
-        {m_ratioLimit, "ratioLimit"},     {m_seedingTimeLimit, "seedingTimeLimit"},
-        {m_ratioLimitChoice, "ratioLimitChoice"}, {m_seedingTimeLimitChoice, "seedingTimeLimitChoice"}};
+        {m_firstLastPiece, "firstLastPiece"}, {m_dlLimit, "dlLimit"},         {m_upLimit, "upLimit"}};
     for (const auto &[widget, name] : named)
         widget->setObjectName(QString::fromLatin1(name));
 
@@ -149,8 +122,8 @@ AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName
         form->addRow(box);
     form->addRow(QStringLiteral("Download limit"), m_dlLimit);
     form->addRow(QStringLiteral("Upload limit"), m_upLimit);
-    form->addRow(QStringLiteral("Ratio limit"), row(m_ratioLimitChoice, m_ratioLimit, this));
-    form->addRow(QStringLiteral("Seeding time limit"), row(m_seedingTimeLimitChoice, m_seedingTimeLimit, this));
+    form->addRow(QStringLiteral("Ratio limit"), m_ratioLimit);
+    form->addRow(QStringLiteral("Seeding time limit"), m_seedingTimeLimit);
 }
 
 void AddTntOptionsForm::setSavePath(const QString &path)
@@ -202,7 +175,8 @@ API::TntAddingOptions AddTntOptionsForm::options() const
     if (m_upLimit->value() > 0)
         options.upLimit = m_upLimit->value() * kibibyte;
     // Unset is the server's global limit (-2 on the wire); -1 is none.
-    options.ratioLimit = choice(m_ratioLimitChoice, QList<double>{-1, m_ratioLimit->value()});
-    options.seedingTimeLimit = choice(m_seedingTimeLimitChoice, QList<qint64>{-1, m_seedingTimeLimit->value()});
+    options.ratioLimit = m_ratioLimit->chosen();
+    if (const std::optional<double> minutes = m_seedingTimeLimit->chosen())
+        options.seedingTimeLimit = static_cast<qint64>(*minutes);
     return options;
 }

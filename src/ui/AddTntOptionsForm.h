@@ -7,7 +7,7 @@
 class AppContext;
 class QCheckBox;
 class QComboBox;
-class QDoubleSpinBox;
+class ShareLimitField;
 class QLineEdit;
 class QListWidget;
 class QSpinBox;
@@ -46,8 +46,6 @@ private:
     QCheckBox *m_firstLastPiece;
     QSpinBox *m_dlLimit;
     QSpinBox *m_upLimit;
-    QDoubleSpinBox *m_ratioLimit;
-    QSpinBox *m_seedingTimeLimit;
-    QComboBox *m_ratioLimitChoice;
-    QComboBox *m_seedingTimeLimitChoice;
+    ShareLimitField *m_ratioLimit;
+    ShareLimitField *m_seedingTimeLimit;
 };

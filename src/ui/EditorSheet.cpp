@@ -63,7 +63,8 @@ QSpinBox *EditorSheet::addRate(const QString &label)
     slider->setRange(0, 100'000);
     slider->setMinimumWidth(220);
     auto *field = new QSpinBox(this);
-    field->setRange(0, std::numeric_limits<int>::max());
+    // The server reads bytes per second as an int.
+    field->setRange(0, std::numeric_limits<int>::max() / 1024);
     field->setSuffix(QStringLiteral(" KiB/s"));
     field->setSpecialValueText(QStringLiteral("Unlimited"));
     field->setAccessibleName(label);
@@ -76,6 +77,11 @@ QSpinBox *EditorSheet::addRate(const QString &label)
     row->addWidget(field);
     m_form->addRow(label, row);
     return field;
+}
+
+void EditorSheet::addRow(const QString &label, QWidget *field)
+{
+    m_form->addRow(label, field);
 }
 
 QPlainTextEdit *EditorSheet::addLines(const QString &prompt, const QString &hint)

@@ -29,6 +29,7 @@ public:
     void addHint(const QString &hint);
     // A rate in KiB/s with a slider beside it; 0 reads "Unlimited".
     QSpinBox *addRate(const QString &label);
+    void addRow(const QString &label, QWidget *field);
     // A required line with a button beside it that picks a folder into it; the button shows
     // `chooseText` when given (an icon otherwise) and the folder dialog `chooseCaption`.
     QLineEdit *addFolderLine(const QString &label, const QString &placeholder, const QString &text = {},

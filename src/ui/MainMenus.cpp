@@ -122,7 +122,7 @@ void MainMenus::addTntMenu()
     tnt->addAction(actions.action(Id::setLocation));
     tnt->addMenu(actions.categoryMenu());
     tnt->addMenu(actions.tagsMenu());
-    add({Id::addTrackers, Id::addPeers, Id::limitDownload, Id::limitUpload});
+    add({Id::addTrackers, Id::addPeers, Id::limitDownload, Id::limitUpload, Id::limitShare});
     add({Id::maximumPriority, Id::increasePriority, Id::decreasePriority, Id::minimumPriority});
     add({Id::autoManagement, Id::firstLastPiecesFirst, Id::sequentialDownload, Id::superSeeding});
     connect(tnt, &QMenu::aboutToShow, &actions, &TntActions::readTnts);

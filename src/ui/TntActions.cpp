@@ -81,6 +81,7 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
         [this](bool) { m_commands.limitRate(targetSet(), Direction::down); });
     add(Id::limitUpload, QStringLiteral("Limit upload rate..."),
         [this](bool) { m_commands.limitRate(targetSet(), Direction::up); });
+    add(Id::limitShare, QStringLiteral("Limit share ratio..."), [this](bool) { m_commands.limitShare(targetSet()); });
     add(Id::globalDownloadLimit, QStringLiteral("Global Download Limit..."),
         [this](bool) { m_commands.limitGlobalRate(Direction::down); });
     add(Id::globalUploadLimit, QStringLiteral("Global Upload Limit..."),
@@ -204,6 +205,7 @@ void TntActions::showState()
         case Id::addPeers: // sends nothing for no list
         case Id::limitDownload:
         case Id::limitUpload:
+        case Id::limitShare:
         case Id::showInFileManager: enabled = connected && listed; break;
         default: break;
         }

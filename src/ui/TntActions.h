@@ -42,6 +42,7 @@ public:
         addPeers,
         limitDownload,
         limitUpload,
+        limitShare,
         // "(not configured)" while no mapping applies to them: it then leads to the mapping settings.
         showInFileManager,
         // The server's: checked while the server reports the alternative limits on.

@@ -3,6 +3,7 @@
 #include "core/AppContext.h"
 #include "support/Detached.h"
 #include "ui/EditorSheet.h"
+#include "ui/ShareLimitField.h"
 
 #include <QLineEdit>
 #include <QMessageBox>
@@ -215,6 +216,44 @@ void TntCommands::limitGlobalRate(TransferLimits::Direction direction)
     editLimit(down ? QStringLiteral("Global Download Speed Limit") : QStringLiteral("Global Upload Speed Limit"),
               limits.globalLimit(direction),
               [&limits, direction](qint64 limit) { detached(limits.setGlobalLimit(direction, limit)); });
+}
+
+void TntCommands::limitShare(const QSet<QString> &hashes)
+{
+    if (hashes.isEmpty())
+        return;
+    auto *sheet = new EditorSheet(QStringLiteral("Share Limits"), QStringLiteral("Save"), m_window);
+    sheet->setObjectName(QStringLiteral("shareLimitEditor"));
+    const QString global = QStringLiteral("Use global limit");
+    auto *ratio = new ShareLimitField(ShareLimitField::Kind::ratio, QStringLiteral("ratio"), global, sheet);
+    auto *seeding = new ShareLimitField(ShareLimitField::Kind::minutes, QStringLiteral("seedingTime"), global, sheet);
+    auto *inactive =
+        new ShareLimitField(ShareLimitField::Kind::minutes, QStringLiteral("inactiveSeedingTime"), global, sheet);
+    sheet->addRow(QStringLiteral("Ratio"), ratio);
+    sheet->addRow(QStringLiteral("Seeding time"), seeding);
+    if (m_context.serverFeatures().limitsInactiveSeedingTime())
+        sheet->addRow(QStringLiteral("Inactive seeding time"), inactive);
+    else
+        inactive->hide();
+    // What every one of them has; the server's own setting where they differ.
+    const auto shared = [this, &hashes](double (*field)(const TntModel &)) {
+        std::optional<double> value;
+        for (const QString &hash : hashes) {
+            const TntModel *tnt = m_context.tntCollection().find(hash);
+            if (!tnt || (value && *value != field(*tnt)))
+                return -2.0;
+            value = field(*tnt);
+        }
+        return value.value_or(-2.0);
+    };
+    ratio->setWireValue(shared([](const TntModel &tnt) { return tnt.ratioLimit(); }));
+    seeding->setWireValue(shared([](const TntModel &tnt) { return double(tnt.seedingTimeLimit()); }));
+    inactive->setWireValue(shared([](const TntModel &tnt) { return double(tnt.inactiveSeedingTimeLimit()); }));
+    connect(sheet, &QDialog::accepted, this, [this, hashes, ratio, seeding, inactive] {
+        detached(m_context.limits().setShareLimits(TntTargets::only(hashes), ratio->wireValue(),
+                                                   qint64(seeding->wireValue()), qint64(inactive->wireValue())));
+    });
+    present(sheet);
 }
 
 void TntCommands::shutDownServer()

@@ -41,6 +41,8 @@ public:
     // The limit sheet, filled with the limit read from the server first.
     void limitRate(const QSet<QString> &hashes, TransferLimits::Direction direction);
     void limitGlobalRate(TransferLimits::Direction direction);
+    // Ratio and seeding times, starting from what the torrents share.
+    void limitShare(const QSet<QString> &hashes);
     // Asks first, naming the server: it cannot be started again from here.
     void shutDownServer();
     void createCategory();

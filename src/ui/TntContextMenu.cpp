@@ -24,7 +24,7 @@ TntContextMenu::TntContextMenu(TntActions &actions, QStringList hashes, QWidget 
     add({Id::rename, Id::setLocation});
     addMenu(actions.categoryMenu());
     addMenu(actions.tagsMenu());
-    add({Id::addTrackers, Id::addPeers, Id::limitDownload, Id::limitUpload});
+    add({Id::addTrackers, Id::addPeers, Id::limitDownload, Id::limitUpload, Id::limitShare});
     addSeparator();
     add({Id::autoManagement, Id::firstLastPiecesFirst, Id::sequentialDownload, Id::superSeeding});
 }

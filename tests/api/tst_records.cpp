@@ -44,7 +44,7 @@ STntModel expectedFullTorrent51()
         .category = QStringLiteral("iso"), .completed = 4071620608, .completionOn = Date(1718000600),
         .contentPath = QStringLiteral("/srv/dl/debian-12.5.0-amd64-DVD-1.iso"), .dlLimit = -1, .dlspeed = 0,
         .downloaded = 4071620608, .downloadedSession = 0, .eta = 8640000.0, .fLPiecePrio = false, .forceStart = false,
-        .infohashV1 = hash, .infohashV2 = QString(), .lastActivity = Date(1718003000),
+        .inactiveSeedingTimeLimit = -2, .infohashV1 = hash, .infohashV2 = QString(), .lastActivity = Date(1718003000),
         .magnetUri = QStringLiteral("magnet:?xt=urn:btih:8c212779b4abde7c6bc608063a0d008b7e40ce32&dn=debian"),
         .maxRatio = -1.0, .maxSeedingTime = -1, .name = QString::fromUtf8("Débian 12 ☃ DVD"), .numComplete = 120,
         .numIncomplete = 3, .numLeechs = 0, .numSeeds = 0, .priority = 0, .progress = 1.0, .ratio = 0.25,

@@ -177,6 +177,25 @@ private Q_SLOTS:
         QCOMPARE(m_server->alert(), QString());
     }
 
+    // Share limits as each server generation takes them; the inactive time only where it has one.
+    void shareLimitsReadBack()
+    {
+        const QString hash = m_changed.infoHash;
+        const bool inactive = context().serverFeatures().limitsInactiveSeedingTime();
+        wait(context().limits().setShareLimits(TntTargets::only({hash}), 1.5, 90, 30));
+        const QJsonObject listed = m_server->torrent(hash);
+        QCOMPARE(listed.value(u"ratio_limit"_qs).toDouble(), 1.5);
+        QCOMPARE(listed.value(u"seeding_time_limit"_qs).toInteger(), 90);
+        QCOMPARE(listed.contains(u"inactive_seeding_time_limit"_qs), inactive);
+        QTRY_COMPARE_WITH_TIMEOUT(tnt(hash)->ratioLimit(), 1.5, 10'000);
+        QCOMPARE(tnt(hash)->seedingTimeLimit(), 90);
+        QCOMPARE(tnt(hash)->inactiveSeedingTimeLimit(), inactive ? 30 : 0);
+
+        wait(context().limits().setShareLimits(TntTargets::only({hash}), -2, -2, -2));
+        QTRY_COMPARE_WITH_TIMEOUT(tnt(hash)->ratioLimit(), -2.0, 10'000);
+        QCOMPARE(m_server->alert(), QString());
+    }
+
     void removalStays_data()
     {
         QTest::addColumn<bool>("deleteFiles");

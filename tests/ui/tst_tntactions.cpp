@@ -20,6 +20,8 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSpinBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
 #include <QTableView>
 #include <QTest>
 #include <QToolBar>
@@ -408,6 +410,28 @@ private Q_SLOTS:
         m_server->server.clearRequests();
         button(*commands().openSheet(), u"Save"_qs)->click();
         QCOMPARE(sent(), request);
+    }
+
+    // The share limits sheet starts from what the torrents share and sends all three.
+    void shareLimitSheet()
+    {
+        m_window.reset();
+        m_server = std::make_unique<ScriptedTorrents>("2.11.0", R"({"rid":1,"full_update":true,"torrents":{
+            "aaa":{"name":"A","ratio_limit":1.5,"seeding_time_limit":-1,"inactive_seeding_time_limit":-2},
+            "bbb":{"name":"B","ratio_limit":1.5,"seeding_time_limit":60,"inactive_seeding_time_limit":-2}}})");
+        m_window = std::make_unique<MainWindow>(*m_server->context);
+        item(TntContextMenu(actions(), {u"aaa"_qs, u"bbb"_qs}), u"Limit share ratio..."_qs)->trigger();
+        QDialog &sheet = *commands().openSheet();
+        QCOMPARE(sheet.findChild<QComboBox *>(u"ratioChoice"_qs)->currentText(), u"Limit to"_qs);
+        QCOMPARE(sheet.findChild<QDoubleSpinBox *>(u"ratio"_qs)->value(), 1.5);
+        QCOMPARE(sheet.findChild<QComboBox *>(u"seedingTimeChoice"_qs)->currentText(), u"Use global limit"_qs);
+        QCOMPARE(sheet.findChild<QComboBox *>(u"inactiveSeedingTimeChoice"_qs)->currentText(), u"Use global limit"_qs);
+        sheet.findChild<QComboBox *>(u"seedingTimeChoice"_qs)->setCurrentIndex(1);
+        sheet.findChild<QComboBox *>(u"inactiveSeedingTimeChoice"_qs)->setCurrentIndex(2);
+        sheet.findChild<QSpinBox *>(u"inactiveSeedingTime"_qs)->setValue(45);
+        button(sheet, u"Save"_qs)->click();
+        QCOMPARE(sent(), QByteArray("/api/v2/torrents/setShareLimits?hashes=aaa%7Cbbb&ratioLimit=1.5&seedingTimeLimit=-1"
+                                    "&inactiveSeedingTimeLimit=45"));
     }
 
     void toolbarAndStatusBar()
