@@ -62,7 +62,7 @@ running_pid() {
     local pid
     pid=$(<"$pidfile")
     [[ $pid =~ ^[0-9]+$ ]] || return 1
-    tr '\0' ' ' <"/proc/$pid/cmdline" 2>/dev/null | grep -qF -- "--profile=$profile" || return 1
+    tr '\0' ' ' 2>/dev/null <"/proc/$pid/cmdline" | grep -qF -- "--profile=$profile" || return 1
     printf '%s\n' "$pid"
 }
 

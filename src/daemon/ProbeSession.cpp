@@ -21,11 +21,19 @@ public:
     bool setCookiesFromUrl(const QList<QNetworkCookie> &, const QUrl &) override { return false; }
 };
 
-struct Reply
+
+} // namespace
+
+struct ProbeSession::Reply
 {
     std::optional<int> status; // none without an HTTP answer
     QByteArray body;
+    QByteArray sessionCookie; // "SID=…" of a login
 };
+
+namespace {
+
+using Reply = ProbeSession::Reply;
 
 QNetworkRequest request(int port, const QString &path, const ProbeSession::Timeouts &timeouts)
 {
@@ -52,6 +60,8 @@ QCoro::Task<Reply> finish(QNetworkReply *started, std::chrono::milliseconds over
     if (const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute); status.isValid()) {
         answer.status = status.toInt();
         answer.body = reply->readAll();
+        for (const QNetworkCookie &cookie : QNetworkCookie::parseCookies(reply->rawHeader("Set-Cookie")))
+            answer.sessionCookie = cookie.toRawForm(QNetworkCookie::NameAndValueOnly);
     }
     co_return answer;
 }
@@ -77,17 +87,34 @@ QCoro::Task<ProbeSession::Answer> ProbeSession::probe(int port)
     co_return Answer::otherServer;
 }
 
-QCoro::Task<ProbeSession::Login> ProbeSession::logIn(int port, QString username, QString password)
+QCoro::Task<ProbeSession::Reply> ProbeSession::postLogin(int port, const QString &username, const QString &password)
 {
     QNetworkRequest login = request(port, QStringLiteral("/api/v2/auth/login"), m_timeouts);
     login.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/x-www-form-urlencoded"));
     const QByteArray form = "username=" + QUrl::toPercentEncoding(username)
         + "&password=" + QUrl::toPercentEncoding(password);
-    const Reply reply = co_await finish(m_network.post(login, form), m_timeouts.overall);
+    co_return co_await finish(m_network.post(login, form), m_timeouts.overall);
+}
+
+QCoro::Task<ProbeSession::Login> ProbeSession::logIn(int port, QString username, QString password)
+{
+    const Reply reply = co_await postLogin(port, username, password);
     if (!reply.status)
         co_return Login::noAnswer;
     // Up to 5.1 a refusal is a 200 with "Fails."; later servers answer with a status instead.
     if (reply.body.trimmed() == "Fails." || *reply.status == 401 || *reply.status == 403)
         co_return Login::rejected;
     co_return *reply.status == 200 || *reply.status == 204 ? Login::accepted : Login::rejected;
+}
+
+QCoro::Task<bool> ProbeSession::shutDown(int port, QString username, QString password)
+{
+    const Reply login = co_await postLogin(port, username, password);
+    if (login.sessionCookie.isEmpty())
+        co_return false;
+    // The jar keeps nothing: the session goes by hand to this one request.
+    QNetworkRequest shutdown = request(port, QStringLiteral("/api/v2/app/shutdown"), m_timeouts);
+    shutdown.setRawHeader("Cookie", login.sessionCookie);
+    const Reply reply = co_await finish(m_network.post(shutdown, QByteArray()), m_timeouts.overall);
+    co_return reply.status == 200;
 }

@@ -31,8 +31,14 @@ public:
     static QString host() { return QStringLiteral("localhost"); }
     QCoro::Task<Answer> probe(int port);
     QCoro::Task<Login> logIn(int port, QString username, QString password);
+    // Logs in and asks qBittorrent to quit; false when it did not take the request.
+    QCoro::Task<bool> shutDown(int port, QString username, QString password);
+
+    struct Reply; // an answer as the session reads it
 
 private:
+    QCoro::Task<Reply> postLogin(int port, const QString &username, const QString &password);
+
     Timeouts m_timeouts;
     QNetworkAccessManager m_network;
 };
