@@ -10,6 +10,7 @@
 #include <QCoroTimer>
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <QTimer>
 
 Q_LOGGING_CATEGORY(lcLocalDaemonInstaller, "LocalDaemonInstaller")
 
@@ -47,6 +48,7 @@ LocalDaemonInstaller::LocalDaemonInstaller(AppContext &context, CommandRunner &r
 LocalDaemonInstaller::~LocalDaemonInstaller()
 {
     ++m_generation;
+    Q_EMIT wakeRequested(QPrivateSignal());
     resumePolling();
 }
 
@@ -68,14 +70,25 @@ void LocalDaemonInstaller::install()
         return;
     // "Try Again" while the user was to paste the command: the wait under way ends here.
     const int generation = ++m_generation;
+    Q_EMIT wakeRequested(QPrivateSignal());
     detached(run(generation));
 }
 
 void LocalDaemonInstaller::cancel()
 {
     ++m_generation;
+    Q_EMIT wakeRequested(QPrivateSignal());
     resumePolling();
     setPhase({});
+}
+
+QCoro::Task<> LocalDaemonInstaller::pause(std::chrono::milliseconds interval)
+{
+    QTimer timer;
+    timer.setSingleShot(true);
+    connect(this, &LocalDaemonInstaller::wakeRequested, &timer, [&timer] { timer.start(0); });
+    timer.start(interval);
+    co_await timer;
 }
 
 void LocalDaemonInstaller::setPhase(Phase phase)
@@ -222,7 +235,7 @@ QCoro::Task<> LocalDaemonInstaller::awaitOldDaemonStop(int generation, int port)
         }
         if (!self || !isCurrent(generation))
             co_return;
-        co_await QCoro::sleepFor(interval);
+        co_await pause(interval);
         if (!self || !isCurrent(generation))
             co_return;
     }
@@ -239,7 +252,7 @@ QCoro::Task<bool> LocalDaemonInstaller::awaitDaemon(int generation, int port, bo
             co_return false;
         if (answer == ProbeSession::Answer::qbittorrent || answer == ProbeSession::Answer::refusing)
             co_return true;
-        co_await QCoro::sleepFor(m_pollInterval);
+        co_await pause(m_pollInterval);
         if (!self || !isCurrent(generation))
             co_return false;
     }

@@ -58,8 +58,11 @@ public:
 
 Q_SIGNALS:
     void phaseChanged();
+    // Ends every pause under way: a cancelled run leaves nothing waiting behind it.
+    void wakeRequested(QPrivateSignal);
 
 private:
+    QCoro::Task<> pause(std::chrono::milliseconds interval);
     QCoro::Task<> run(int generation);
     QCoro::Task<std::optional<int>> freePort(int generation);
     // Waits for the daemon to answer; false when it never did or the run was cancelled.

@@ -74,6 +74,12 @@ ProbeSession::ProbeSession()
     m_network.setProxy(QNetworkProxy::NoProxy);
 }
 
+ProbeSession::~ProbeSession()
+{
+    for (QNetworkReply *reply : m_network.findChildren<QNetworkReply *>())
+        reply->abort();
+}
+
 QCoro::Task<ProbeSession::Answer> ProbeSession::probe(int port)
 {
     const Reply reply = co_await finish(

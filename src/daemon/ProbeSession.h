@@ -27,6 +27,10 @@ public:
     };
 
     ProbeSession();
+    ProbeSession(const ProbeSession &) = delete;
+    ProbeSession &operator=(const ProbeSession &) = delete;
+    // Ends the requests under way, so that nothing awaiting them is left suspended.
+    ~ProbeSession();
 
     static QString host() { return QStringLiteral("localhost"); }
     QCoro::Task<Answer> probe(int port);

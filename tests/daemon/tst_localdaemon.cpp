@@ -10,6 +10,7 @@
 #include "support/FakeServer.h"
 #include "support/Files.h"
 #include "support/QbtServer.h"
+#include "support/RecordingRunner.h"
 
 #include <QProcess>
 #include <QSignalSpy>
@@ -17,6 +18,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using QuilloTest::RecordingRunner;
 using QuilloTest::wait;
 using Answer = ProbeSession::Answer;
 using Login = ProbeSession::Login;
@@ -27,19 +29,6 @@ Q_DECLARE_METATYPE(ProbeSession::Answer)
 Q_DECLARE_METATYPE(ProbeSession::Login)
 
 namespace {
-
-// Keeps what it was asked to run; nothing runs it.
-class RecordingRunner : public CommandRunner
-{
-public:
-    Result run(const QString &command) override
-    {
-        commands.append(command);
-        return result;
-    }
-    Result result = Result::launched;
-    QStringList commands;
-};
 
 // A port nothing listens on: it was free a moment ago.
 int unusedPort()
