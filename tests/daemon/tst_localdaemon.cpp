@@ -13,6 +13,7 @@
 #include "support/RecordingRunner.h"
 
 #include <QProcess>
+#include <QStandardPaths>
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTemporaryDir>
@@ -179,6 +180,55 @@ private Q_SLOTS:
         QCOMPARE(runner.commands.size(), runs);
         QCOMPARE(lastAttempt, runs ? LocalDaemonInstaller::maxPollAttempts : 0);
         QVERIFY(context.clientConfigurations().isEmpty());
+    }
+
+    // With a user systemd (a stand-in systemctl here), the daemon starts through a unit that
+    // systemd reads as meant, even from a folder whose name holds a blank and a percent sign.
+    void systemdUnit()
+    {
+        QTemporaryDir root;
+        const QString bin = root.filePath(QStringLiteral("bin"));
+        QVERIFY(QDir().mkpath(bin) && QDir().mkpath(root.filePath(QStringLiteral("home"))));
+        const QString calls = root.filePath(QStringLiteral("systemctl-calls"));
+        const QString systemctl = QuilloTest::writeFile(bin, QStringLiteral("systemctl"),
+                                                        "#!/bin/sh\necho \"$*\" >>\"$CALLS\"\n");
+        QFile::setPermissions(systemctl, QFile::ReadOwner | QFile::ExeOwner);
+        QProcessEnvironment environment;
+        environment.insert(QStringLiteral("PATH"), bin + QStringLiteral(":/usr/bin:/bin"));
+        environment.insert(QStringLiteral("HOME"), root.filePath(QStringLiteral("home")));
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), root.filePath(QStringLiteral("data 100%")));
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), root.filePath(QStringLiteral("config")));
+        environment.insert(QStringLiteral("CALLS"), calls);
+        const auto script = [&](const QStringList &arguments) {
+            QProcess bash;
+            bash.setProcessEnvironment(environment);
+            bash.start(QStringLiteral("/bin/bash"), QStringList{QStringLiteral(QUILLO_DAEMON_SCRIPT)} + arguments);
+            return bash.waitForFinished() && bash.exitCode() == 0;
+        };
+        const auto called = [&] {
+            QFile file(calls);
+            return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+        };
+        const QString unit = root.filePath(QStringLiteral("config/systemd/user/quillo-qbittorrent.service"));
+
+        QVERIFY(script({QStringLiteral("install"), QStringLiteral("--arch"), QStringLiteral("x86_64"),
+                        QStringLiteral("--port"), QStringLiteral("8080"), QStringLiteral("--username"),
+                        QStringLiteral("quillo"), QStringLiteral("--password-hash"), QStringLiteral("@ByteArray(a:b)")}));
+        QVERIFY(QFile::exists(unit));
+        QVERIFY(!QFile::exists(root.filePath(QStringLiteral("config/autostart/quillo-qbittorrent.desktop"))));
+        QVERIFY2(called().contains(u"--user enable --now quillo-qbittorrent.service"), qPrintable(called()));
+        if (const QString analyze = QStandardPaths::findExecutable(QStringLiteral("systemd-analyze")); !analyze.isEmpty()) {
+            QProcess verify;
+            verify.setProcessChannelMode(QProcess::MergedChannels);
+            verify.start(analyze, {QStringLiteral("verify"), unit});
+            QVERIFY(verify.waitForFinished());
+            const QByteArray said = verify.readAll();
+            QVERIFY2(verify.exitCode() == 0 && said.isEmpty(), said.constData());
+        }
+
+        QVERIFY(script({QStringLiteral("uninstall")}));
+        QVERIFY(!QFile::exists(unit));
+        QVERIFY(called().contains(u"--user disable quillo-qbittorrent.service"));
     }
 
     // No terminal: the user is asked to paste the command; one found runs it with bash.
