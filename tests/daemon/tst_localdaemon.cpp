@@ -82,6 +82,19 @@ private Q_SLOTS:
         QCOMPARE(wait(probe.logIn(started.server->webPort(), QStringLiteral("admin"), password)), expected);
     }
 
+    // Uninstalling stops the daemon through its own API while the password is still known.
+    void shutDownStopsQbittorrent()
+    {
+        auto started = QbtServer::start(QbtServer::Flavor::Bookworm45);
+        QUILLO_REQUIRE_SERVER(started);
+        const API::UserCredentials admin = started.server->credentials();
+        ProbeSession probe;
+        QVERIFY(wait(probe.shutDown(started.server->webPort(), admin.username, admin.password)));
+        QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(QStringLiteral("/proc/%1").arg(started.server->processId()))
+                                     || started.server->processId() == 0,
+                                 20'000);
+    }
+
     // Run through bash for real: every element arrives as it was, whatever quotes it holds.
     void commandQuoting_data()
     {

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTcpServer>
 #include <QTemporaryDir>
@@ -112,6 +113,52 @@ private Q_SLOTS:
         sheet->cancelButton()->click();
         QTRY_VERIFY(!sheet->isVisible());
         QCOMPARE(flow.installer().phase().kind, Kind::idle);
+    }
+
+    // Removing asks first; the connection and its password go unless no terminal could be opened.
+    void uninstall_data()
+    {
+        QTest::addColumn<Result>("run");
+        QTest::addColumn<QString>("message"); // empty: none, the removal ran
+        QTest::addColumn<bool>("connectionKept");
+        QTest::newRow("removed") << Result::launched << QString() << false;
+        QTest::newRow("no terminal") << Result::automationDenied << QStringLiteral("qBittorrent is stopped, but not removed")
+                                     << false;
+        QTest::newRow("terminal failed")
+            << Result::failed << QStringLiteral("Quillo couldn't open a terminal. qBittorrent wasn't uninstalled.") << true;
+    }
+
+    void uninstall()
+    {
+        QFETCH(Result, run);
+        QFETCH(QString, message);
+        QFETCH(bool, connectionKept);
+        ClientConfiguration local;
+        local.name = QStringLiteral("This Computer");
+        local.host = QStringLiteral("localhost");
+        local.port = unusedPort();
+        local.isLocal = true;
+        m_context->addConfiguration(local);
+        QWidget window;
+        auto *runner = new RecordingRunner(run);
+        const QString script = QuilloTest::writeFile(m_dir.path(), QStringLiteral("qbt-daemon.sh"), "");
+        LocalDaemonFlow flow(*m_context, &window, std::unique_ptr<CommandRunner>(runner), script);
+
+        QMessageBox *confirmation = flow.confirmUninstall();
+        QCOMPARE(confirmation->text(), QStringLiteral("Uninstall qBittorrent from This Computer"));
+        QVERIFY(confirmation->informativeText().contains(
+            u"Downloaded files and qBittorrent settings are kept for a future installation."));
+        QuilloTest::button(*confirmation, QStringLiteral("Delete"))->click();
+        QTRY_COMPARE(runner->commands.size(), 1);
+        QVERIFY(runner->commands.first().endsWith(u" 'uninstall'"));
+        QTRY_COMPARE(m_context->clientConfigurations().isEmpty(), !connectionKept);
+        const auto shown = [&window] {
+            const auto boxes = window.findChildren<QMessageBox *>();
+            return boxes.isEmpty() ? QString() : boxes.last()->text();
+        };
+        QTRY_COMPARE(shown(), message);
+        if (run == Result::automationDenied)
+            QCOMPARE(QApplication::clipboard()->text(), runner->commands.first());
     }
 
     // The welcome view's second choice opens the installer's sheet.
