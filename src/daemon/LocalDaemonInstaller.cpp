@@ -10,6 +10,7 @@
 #include <QCoroTimer>
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <QTcpServer>
 #include <QTimer>
 
 Q_LOGGING_CATEGORY(lcLocalDaemonInstaller, "LocalDaemonInstaller")
@@ -216,7 +217,8 @@ QCoro::Task<std::optional<int>> LocalDaemonInstaller::freePort(int generation)
         const ProbeSession::Answer answer = co_await m_probe.probe(port);
         if (!self || !isCurrent(generation))
             co_return std::nullopt;
-        if (answer == ProbeSession::Answer::none)
+        // A silent service holds the port too: qBittorrent could not listen there.
+        if (answer == ProbeSession::Answer::none && QTcpServer().listen(QHostAddress::LocalHost, static_cast<quint16>(port)))
             co_return port;
     }
     co_return std::nullopt;

@@ -155,25 +155,29 @@ private Q_SLOTS:
     void failures_data()
     {
         QTest::addColumn<bool>("scriptThere");
-        QTest::addColumn<bool>("portBusy");
+        QTest::addColumn<QString>("heldBy"); // "", "qBittorrent" or "silence"
         QTest::addColumn<QString>("message");
         QTest::addColumn<int>("runs");
-        QTest::newRow("script missing") << false << false
+        QTest::newRow("script missing") << false << QString()
                                         << QStringLiteral("The installer script is missing from the installation.") << 0;
-        QTest::newRow("every port busy") << true << true << QStringLiteral("No free port found in range @PORT@–@PORT@. ") << 0;
+        const QString range = QStringLiteral("No free port found in range @PORT@–@PORT@. ");
+        QTest::newRow("port answered by qBittorrent") << true << QStringLiteral("qBittorrent") << range << 0;
+        QTest::newRow("port held by a silent listener") << true << QStringLiteral("silence") << range << 0;
         QTest::newRow("daemon never answers")
-            << true << false << QStringLiteral("qBittorrent didn't respond. Check the terminal window for errors.") << 1;
+            << true << QString() << QStringLiteral("qBittorrent didn't respond. Check the terminal window for errors.") << 1;
     }
 
     void failures()
     {
         QFETCH(bool, scriptThere);
-        QFETCH(bool, portBusy);
+        QFETCH(QString, heldBy);
         QFETCH(QString, message);
         QFETCH(int, runs);
         FakeServer busy;
-        busy.setHandler([](const FakeServer::Request &) { return Response::text(200, "v4.5.2"); });
-        const int port = portBusy ? busy.port() : unusedPort();
+        busy.setHandler([heldBy](const FakeServer::Request &) {
+            return heldBy == u"silence" ? Response::stallForever() : Response::text(200, "v4.5.2");
+        });
+        const int port = heldBy.isEmpty() ? unusedPort() : busy.port();
         UserDefaults defaults(m_dir.filePath(QStringLiteral("failures.ini")));
         KeychainStore keychain;
         AppContext context(defaults, keychain);
