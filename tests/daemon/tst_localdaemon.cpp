@@ -248,6 +248,40 @@ private Q_SLOTS:
         QVERIFY(called().contains(u"--user disable quillo-qbittorrent.service"));
     }
 
+    // A reinstall whose daemon refuses the new password keeps the connection and its old password.
+    void reinstallRejected()
+    {
+        FakeServer daemon;
+        daemon.setHandler([](const FakeServer::Request &request) {
+            return Response::text(200, request.target.endsWith("/auth/login") ? "Fails." : "v4.5.2");
+        });
+        UserDefaults defaults(m_dir.filePath(QStringLiteral("rejected.ini")));
+        KeychainStore keychain;
+        AppContext context(defaults, keychain);
+        ClientConfiguration local;
+        local.name = LocalDaemonInstaller::connectionName();
+        local.host = ProbeSession::host();
+        local.port = daemon.port();
+        local.isLocal = true;
+        const API::UserCredentials old{.username = QStringLiteral("quillo"), .password = QStringLiteral("old")};
+        QVERIFY(wait(keychain.save(local, old)));
+        context.addConfiguration(local);
+        RecordingRunner runner;
+        LocalDaemonInstaller installer(context, runner,
+                                       QuilloTest::writeFile(m_dir.path(), QStringLiteral("qbt-daemon.sh"), ""));
+        installer.setPollInterval(std::chrono::milliseconds(1));
+
+        installer.install();
+        QTRY_COMPARE_WITH_TIMEOUT(installer.phase().kind, Kind::failed, 30'000);
+        QCOMPARE(installer.phase().message,
+                 QStringLiteral("qBittorrent didn't accept the new password. Check the terminal window for errors."));
+        QCOMPARE(installer.port(), local.port);
+        QVERIFY(runner.commands.first().contains(QStringLiteral("'--port' '%1'").arg(daemon.port())));
+        QCOMPARE(context.clientConfigurations().size(), 1);
+        QCOMPARE(wait(keychain.read(local))->password, old.password);
+        QVERIFY(!installer.isRestartPending());
+    }
+
     // No terminal: the user is asked to paste the command; one found runs it with bash.
     void terminal()
     {
