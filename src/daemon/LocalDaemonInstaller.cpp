@@ -183,7 +183,11 @@ QCoro::Task<> LocalDaemonInstaller::run(int generation)
     const ProbeSession::Login login = co_await m_probe.logIn(*port, DaemonCommand::username(), credentials->password);
     if (!self || !isCurrent(generation))
         co_return;
-    if (login != ProbeSession::Login::accepted) {
+    if (login == ProbeSession::Login::noAnswer) {
+        fail(QStringLiteral("qBittorrent didn't respond. Check the terminal window for errors."));
+        co_return;
+    }
+    if (login == ProbeSession::Login::rejected) {
         qCWarning(lcLocalDaemonInstaller, "qBittorrent on port %d rejected the new password.", *port);
         fail(QStringLiteral("qBittorrent didn't accept the new password. Check the terminal window for errors."));
         co_return;
