@@ -118,6 +118,9 @@ public:
     QCoro::Task<> logOut() { return m_connector.logOut(); }
     QCoro::Task<> reconnect() { return m_connector.reconnect(); }
 
+    // While the server is replaced under the open session (the local daemon's reinstall).
+    void suspendPolling() { m_sync.stopPolling(); }
+    void resumePolling() { m_sync.startPolling(); }
     // One synchronisation at once, outside the poller's rhythm.
     void forcePoll() { m_sync.forcePoll(); }
     // The background pause is longer; the loop under way is not restarted.

@@ -11,6 +11,7 @@
 #include "ui/LoginPrompt.h"
 #include "ui/MainMenus.h"
 #include "ui/ReconnectionOverlay.h"
+#include "ui/LocalDaemonFlow.h"
 #include "ui/ServerMenu.h"
 #include "ui/SettingsWindow.h"
 #include "ui/SidebarView.h"
@@ -71,6 +72,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_overlay(new ReconnectionOverlay(context, *m_countdown, m_connectedArea))
     , m_errorPresenter(new ClientErrorPresenter(context, this))
     , m_dropOverlay(new DropOverlay(m_pages))
+    , m_localDaemon(new LocalDaemonFlow(context, this))
 {
     setWindowTitle(QStringLiteral("Quillo"));
     // The first time, wide enough for the status bar with every figure switched on.
@@ -135,6 +137,9 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     connect(m_welcomeView, &WelcomeView::connectToServerRequested, this, &MainWindow::openConnectionEditor);
     connect(m_serverMenu, &ServerMenu::addConnectionRequested, this, &MainWindow::openConnectionEditor);
     connect(m_serverMenu, &ServerMenu::editConnectionRequested, this, &MainWindow::editConnection);
+    connect(m_welcomeView, &WelcomeView::installLocallyRequested, m_localDaemon, &LocalDaemonFlow::install);
+    connect(m_serverMenu, &ServerMenu::installLocalRequested, m_localDaemon, &LocalDaemonFlow::install);
+    connect(m_serverMenu, &ServerMenu::uninstallLocalRequested, m_localDaemon, &LocalDaemonFlow::confirmUninstall);
     connect(m_logInOut, &QAction::triggered, this, &MainWindow::logInOrOut);
     connect(&m_context, &AppContext::configurationsChanged, this, &MainWindow::showPage);
     connect(&m_context, &AppContext::connectionStateChanged, this, &MainWindow::showConnectionState);

@@ -11,6 +11,7 @@ class AppContext;
 class ClientErrorPresenter;
 class ConnectionEditor;
 class DropOverlay;
+class LocalDaemonFlow;
 class MainMenus;
 class SettingsWindow;
 class QAction;
@@ -56,6 +57,7 @@ public:
     TntAddingFlow *addingFlow() const { return m_addingFlow; }
     DropOverlay *dropOverlay() const { return m_dropOverlay; }
     MainMenus *menus() const { return m_menus; }
+    LocalDaemonFlow *localDaemon() const { return m_localDaemon; }
     // The toolbar's item by its identifier ("start_tnt", "delete_tnt", ...).
     QAction *toolbarAction(const QString &identifier) const;
 
@@ -111,6 +113,7 @@ private:
     ClientErrorPresenter *m_errorPresenter;
     DropOverlay *m_dropOverlay;
     MainMenus *m_menus = nullptr;
+    LocalDaemonFlow *m_localDaemon;
     QPointer<SettingsWindow> m_settingsWindow;
     QPointer<LoginPrompt> m_loginPrompt;
 };

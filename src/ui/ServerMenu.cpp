@@ -77,9 +77,15 @@ void ServerMenu::rebuild()
         }
     }
     if (!hasLocal) {
-        QAction *install = addAction(QStringLiteral("Install on %1…").arg(PlatformTexts::thisMac()));
-        install->setEnabled(false);
-        install->setToolTip(QStringLiteral("Installing qBittorrent on this computer is not available yet."));
+        QAction *install = addAction(QIcon::fromTheme(QStringLiteral("computer")),
+                                     QStringLiteral("Install on %1…").arg(PlatformTexts::thisMac()));
+        connect(install, &QAction::triggered, this, &ServerMenu::installLocalRequested);
+    } else {
+        QAction *reinstall =
+            addAction(QIcon::fromTheme(QStringLiteral("view-refresh")), QStringLiteral("Reinstall qBittorrent…"));
+        connect(reinstall, &QAction::triggered, this, &ServerMenu::installLocalRequested);
+        QAction *remove = addAction(QStringLiteral("Delete from %1…").arg(PlatformTexts::thisMac()));
+        connect(remove, &QAction::triggered, this, &ServerMenu::uninstallLocalRequested);
     }
 
     addSeparator();

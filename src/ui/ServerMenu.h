@@ -24,6 +24,9 @@ public:
 Q_SIGNALS:
     void addConnectionRequested();
     void editConnectionRequested(QUuid id);
+    // The local daemon: installing it when there is none, else reinstalling or removing it.
+    void installLocalRequested();
+    void uninstallLocalRequested();
 
 private:
     void scheduleRebuild();

@@ -43,10 +43,6 @@ WelcomeView::WelcomeView(QWidget *parent)
                                   QStringLiteral("Download qBittorrent and run it in the background."),
                                   QStringLiteral("computer"), this);
 
-    // Until the local installer exists, the choice says so instead of doing nothing.
-    m_installLocally->setEnabled(false);
-    m_installLocally->setToolTip(QStringLiteral("Installing qBittorrent on this computer is not available yet."));
-
     connect(m_connectToServer, &QPushButton::clicked, this, &WelcomeView::connectToServerRequested);
     connect(m_installLocally, &QPushButton::clicked, this, &WelcomeView::installLocallyRequested);
 

@@ -49,7 +49,7 @@ std::optional<Ports> freePorts()
 
 // Beyond the safe recipe: peer geolocation (on by default) makes the server resolve a host and
 // download a database from the internet. Torrents added without a save path land in the profile.
-QByteArray configText(const Ports &ports, const QString &serverSavePath, bool localHostAuth)
+QByteArray configText(const Ports &ports, const QString &serverSavePath, const QbtServer::Options &options)
 {
     QByteArray text(R"conf([LegalNotice]
 Accepted=true
@@ -59,7 +59,7 @@ WebUI\Address=127.0.0.1
 WebUI\Port=@WEB@
 WebUI\LocalHostAuth=@LOCALAUTH@
 WebUI\Username=admin
-WebUI\Password_PBKDF2="@ByteArray(ARQ77eY1NUZaQsuDHbIMCA==:0WMRkYTUWVT9wVvdDtHAjU9b3b7uB8NR1Gur2hmQCvCDpm39Q+PsJRJPaCU51dEiz+dTzh8qbPsL8WkFljQYFQ==)"
+WebUI\Password_PBKDF2="@HASH@"
 Connection\ResolvePeerCountries=false
 
 [BitTorrent]
@@ -76,7 +76,11 @@ Session\DefaultSavePath=@SAVE@
 [Network]
 PortForwardingEnabled=false
 )conf");
-    text.replace("@LOCALAUTH@", localHostAuth ? "true" : "false");
+    text.replace("@LOCALAUTH@", options.localHostAuth ? "true" : "false");
+    text.replace("@HASH@", options.passwordHash.isEmpty() ? QByteArrayLiteral(
+                               "@ByteArray(ARQ77eY1NUZaQsuDHbIMCA==:0WMRkYTUWVT9wVvdDtHAjU9b3b7uB8NR1Gur2hmQCvCDpm39Q+"
+                               "PsJRJPaCU51dEiz+dTzh8qbPsL8WkFljQYFQ==)")
+                                                          : options.passwordHash.toUtf8());
     text.replace("@WEB@", QByteArray::number(ports.web));
     text.replace("@PEER@", QByteArray::number(ports.peer));
     text.replace("@SAVE@", serverSavePath.toUtf8());
@@ -232,7 +236,7 @@ QString QbtServer::startProcess()
     QFile config(configDir + QStringLiteral("/qBittorrent.conf"));
     // An existing save folder, else free_space_on_disk reads -1.
     if (!QDir().mkpath(configDir) || !QDir().mkpath(m_profile->path() + QStringLiteral("/downloads"))
-        || !config.open(QIODevice::WriteOnly) || config.write(configText(*ports, defaultSavePath(), m_options.localHostAuth)) < 0)
+        || !config.open(QIODevice::WriteOnly) || config.write(configText(*ports, defaultSavePath(), m_options)) < 0)
         return QStringLiteral("cannot write %1: %2").arg(config.fileName(), config.errorString());
     config.close();
 

@@ -46,6 +46,8 @@ public:
     {
         // Off: the server lets clients on loopback in without logging in (the bypass).
         bool localHostAuth = true;
+        // The WebUI password as qBittorrent keeps it; empty: the hash of "adminadmin".
+        QString passwordHash;
     };
 
     static StartResult start(Flavor flavor, Options options);

@@ -26,6 +26,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QSignalSpy>
 #include <QTest>
 #include <QToolBar>
 
@@ -213,9 +214,8 @@ private Q_SLOTS:
         row("welcome", "label: Connect to qBittorrent to start managing your torrents.");
         row("welcome", "button: Connect to a Server");
         row("welcome", "button: Use qBittorrent running on another computer or a NAS.");
-        // The installer is not built yet: the choice says so rather than doing nothing.
-        row("welcome", "disabled button: Install on This Computer");
-        row("welcome", "tip: Installing qBittorrent on this computer is not available yet.");
+        row("welcome", "button: Install on This Computer");
+        row("welcome", "button: Download qBittorrent and run it in the background.");
     }
 
     void shownTextsAreExact()
@@ -560,15 +560,32 @@ private Q_SLOTS:
                               QStringLiteral("Install on This Computer…"), QStringLiteral("Add Connection…"),
                               QStringLiteral("Delete All Connections…"),
                               QStringLiteral("Alt-click a connection to delete it.")}));
-        const QAction *install = entry(menu, QStringLiteral("Install on This Computer…"));
-        QVERIFY(!install->isEnabled());
-        QVERIFY(!install->toolTip().isEmpty());
+        QSignalSpy installing(&menu, &ServerMenu::installLocalRequested);
+        entry(menu, QStringLiteral("Install on This Computer…"))->trigger();
+        QCOMPARE(installing.size(), 1);
         QVERIFY(!entry(menu, QStringLiteral("Alt-click a connection to delete it."))->isEnabled());
 
         QuilloTest::wait(fixture.context->selectConfiguration(nas.id));
         QTRY_VERIFY(entry(menu, QStringLiteral("NAS && Co — Connected")));
         QCOMPARE(menu.title(), QStringLiteral("NAS && Co"));
         QVERIFY(entry(menu, QStringLiteral("Attic — Not Connected")));
+
+        // With the local daemon installed, its place offers reinstalling and removing it instead.
+        ClientConfiguration local = fixture.server.configuration(AuthMethod::none);
+        local.name = QStringLiteral("This Computer");
+        local.isLocal = true;
+        fixture.context->addConfiguration(local);
+        QTRY_VERIFY(entry(menu, QStringLiteral("Reinstall qBittorrent…")));
+        const QStringList shown = entries(menu);
+        QCOMPARE(shown.mid(shown.indexOf(QStringLiteral("This Computer"))),
+                 QStringList({QStringLiteral("This Computer"), QStringLiteral("This Computer — Not Connected"),
+                              QStringLiteral("Reinstall qBittorrent…"), QStringLiteral("Delete from This Computer…"),
+                              QStringLiteral("Add Connection…"), QStringLiteral("Edit Connection…"),
+                              QStringLiteral("Delete All Connections…"),
+                              QStringLiteral("Alt-click a connection to delete it.")}));
+        QSignalSpy removing(&menu, &ServerMenu::uninstallLocalRequested);
+        entry(menu, QStringLiteral("Delete from This Computer…"))->trigger();
+        QCOMPARE(removing.size(), 1);
     }
 
     void serverMenuChoosesOrDeletes_data()
