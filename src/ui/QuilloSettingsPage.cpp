@@ -47,6 +47,10 @@ QuilloSettingsPage::QuilloSettingsPage(AppSettings &settings, QWidget *parent)
     addStored(QStringLiteral("Free disk space"), K::showFreeSpace, true);
     addStored(QStringLiteral("Global ratio"), K::showGlobalRatio, true);
 
+    addSection(QStringLiteral("Tray"));
+    addStored(QStringLiteral("Close to tray"), K::closeToTray, false);
+    addStored(QStringLiteral("Start minimized"), K::startMinimized, false);
+
     addSection(QStringLiteral("Adding torrents"));
     addSwitch(QStringLiteral("Show the add window before adding"), [s] { return s->showTntAddingWindow(); },
               [s](bool on) { s->setShowTntAddingWindow(on); });

@@ -98,9 +98,9 @@ void TransferStatus::refresh()
     const bool alternative = m_transfer.useAltSpeedLimits();
     m_altSpeed->setChecked(alternative);
     m_altSpeed->setIcon(SidebarIcons::forSymbol(alternative ? u"flame.fill" : u"flame"));
-    const auto shownRate = [](qint64 rate) { return rate > 0 ? TntFormat::rate(rate) : QStringLiteral("0 B/s"); };
     m_rates->setText(QStringLiteral("▼ %1   ▲ %2")
-                         .arg(shownRate(m_transfer.rate(Direction::down)), shownRate(m_transfer.rate(Direction::up))));
+                         .arg(TntFormat::rateOrZero(m_transfer.rate(Direction::down)),
+                              TntFormat::rateOrZero(m_transfer.rate(Direction::up))));
 }
 
 void TransferStatus::setTntDetailsHidden(bool hidden)
