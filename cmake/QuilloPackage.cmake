@@ -19,10 +19,10 @@ set(CPACK_PACKAGE_VENDOR "The Quillo developers")
 set(CPACK_PACKAGE_CONTACT ${QUILLO_MAINTAINER})
 set(CPACK_PACKAGE_HOMEPAGE_URL ${QUILLO_HOMEPAGE})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "desktop remote control for qBittorrent")
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "desktop remote control for qBittorrent
- Quillo drives a qBittorrent server on another computer, a NAS or this one
- through its Web UI: a live, filterable table of the server's torrents,
- adding torrents from files and links, and the server's preferences.")
+# The summary above is the synopsis; this is the text below it.
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Quillo drives a qBittorrent server on another computer, a NAS or this
+one through its Web UI: a live, filterable table of the server's torrents,
+adding torrents from files and links, and the server's preferences.")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER ${QUILLO_MAINTAINER})
 set(CPACK_DEBIAN_PACKAGE_SECTION net)

@@ -21,10 +21,19 @@ Q_LOGGING_CATEGORY(lcMain, "Quillo")
 
 int main(int argc, char *argv[])
 {
-    QApplication app(argc, argv);
-    const QString id = QString::fromUtf16(AppInfo::id);
     QApplication::setApplicationName(QString::fromUtf16(AppInfo::name));
     QApplication::setApplicationVersion(QString::fromUtf16(AppInfo::version));
+    // Answered without a display, as on a server over ssh: they print and end the program.
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    if (CommandLine::asksForHelpOrVersion(arguments)) {
+        const QCoreApplication console(argc, argv);
+        CommandLine::ofProgram(arguments);
+    }
+
+    QApplication app(argc, argv);
+    const QString id = QString::fromUtf16(AppInfo::id);
     QApplication::setOrganizationDomain(QStringLiteral("quillo.app"));
     QApplication::setDesktopFileName(id);
     QApplication::setWindowIcon(themedIcon(id, QStringLiteral("hicolor/scalable/apps/") + id));

@@ -43,6 +43,18 @@ CommandLine CommandLine::ofProgram(const QStringList &arguments)
     return readParsed(parser);
 }
 
+bool CommandLine::asksForHelpOrVersion(const QStringList &arguments)
+{
+    static const QStringList answered{QStringLiteral("-h"),         QStringLiteral("-?"), QStringLiteral("--help"),
+                                      QStringLiteral("--help-all"), QStringLiteral("-v"), QStringLiteral("--version")};
+    // The program's name comes first; after "--" every argument is a torrent.
+    for (qsizetype i = 1; i < arguments.size() && arguments.at(i) != u"--"; ++i) {
+        if (answered.contains(arguments.at(i)))
+            return true;
+    }
+    return false;
+}
+
 std::optional<CommandLine> CommandLine::read(const QStringList &message, QString *error)
 {
     QCommandLineParser parser;

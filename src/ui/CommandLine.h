@@ -18,6 +18,9 @@ struct CommandLine
     // The program's own arguments, its name first. --help and --version print and end the program,
     // as does an unknown option, with the reason.
     static CommandLine ofProgram(const QStringList &arguments);
+    // Whether `arguments` ask only to be answered: --help or --version, which need no display, so
+    // they are answered before the window system is reached.
+    static bool asksForHelpOrVersion(const QStringList &arguments);
     // A message from a second launch; none, with the reason in `error`, when it cannot be read.
     static std::optional<CommandLine> read(const QStringList &message, QString *error = nullptr);
     // The message for the running instance: files made absolute here, where they were meant.
