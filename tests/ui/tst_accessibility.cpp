@@ -1,5 +1,6 @@
 #include "support/ScriptedTorrents.h"
 #include "ui/MainWindow.h"
+#include "ui/SettingsWindow.h"
 
 #include <QAccessible>
 #include <QTest>
@@ -22,10 +23,8 @@ bool isInteractive(QAccessible::Role role)
     case QAccessible::Table:
     case QAccessible::Tree:
     case QAccessible::List:
-    case QAccessible::PageTabList:
-        return true;
-    default:
-        return false;
+    case QAccessible::PageTabList: return true;
+    default: return false;
     }
 }
 
@@ -37,7 +36,9 @@ void collectUnnamed(QAccessibleInterface *node, const QString &path, QStringList
     const QString here = path + u'/' + QString::number(node->role(), 16);
     if (isInteractive(node->role()) && node->text(QAccessible::Name).trimmed().isEmpty()) {
         const QObject *object = node->object();
-        unnamed << here + u' ' + (object ? QString::fromLatin1(object->metaObject()->className()) + u' ' + object->objectName() : QString());
+        unnamed << here + u' ' +
+                       (object ? QString::fromLatin1(object->metaObject()->className()) + u' ' + object->objectName()
+                               : QString());
     }
     // Rows and cells are named by their data; the table itself is checked above.
     if (node->role() == QAccessible::Table || node->role() == QAccessible::Tree || node->role() == QAccessible::List)
@@ -54,16 +55,58 @@ class TestAccessibility : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void everyControlIsNamed_data()
+    {
+        QTest::addColumn<bool>("settings");
+        QTest::newRow("main window") << false;
+        QTest::newRow("settings window") << true;
+    }
+
     void everyControlIsNamed()
     {
+        QFETCH(bool, settings);
         ScriptedTorrents server;
         MainWindow window(*server.context);
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QWidget *walked = &window;
+        if (settings) {
+            walked = window.openSettings();
+            QVERIFY(QTest::qWaitForWindowExposed(walked));
+        }
 
         QStringList unnamed;
-        collectUnnamed(QAccessible::queryAccessibleInterface(&window), QString(), unnamed);
+        collectUnnamed(QAccessible::queryAccessibleInterface(walked), QString(), unnamed);
         QVERIFY2(unnamed.isEmpty(), qPrintable(unnamed.join(u'\n')));
+    }
+
+    // Tab reaches the sidebar, the filter field and the table, in the order they stand.
+    void keyboardReachesTheTorrents()
+    {
+        ScriptedTorrents server;
+        MainWindow window(*server.context);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+
+        QStringList reached;
+        QWidget *first = QApplication::focusWidget();
+        QVERIFY(first);
+        QWidget *focused = first;
+        do {
+            if (!focused->accessibleName().isEmpty())
+                reached << focused->accessibleName();
+            QTest::keyClick(focused, Qt::Key_Tab);
+            focused = QApplication::focusWidget();
+        } while (focused && focused != first && reached.size() < 50);
+        const QStringList wanted{QStringLiteral("Filters"), QStringLiteral("Filter by name"),
+                                 QStringLiteral("Torrents")};
+        QStringList inOrder = reached;
+        inOrder.removeIf([&wanted](const QString &name) { return !wanted.contains(name); });
+        QVERIFY2(inOrder.contains(wanted.first()), qPrintable(reached.join(u", ")));
+        // The chain is a circle: read it from the sidebar on.
+        std::rotate(inOrder.begin(), inOrder.begin() + inOrder.indexOf(wanted.first()), inOrder.end());
+        QCOMPARE(inOrder, wanted);
     }
 };
 
