@@ -3,10 +3,13 @@
 #include "ui/CommandLine.h"
 #include "ui/MainWindow.h"
 #include "ui/TrayIcon.h"
+#include "ui/UpdatePresenter.h"
 
 #include <qpa/qwindowsysteminterface.h>
 
 #include <QDir>
+#include <QMessageBox>
+#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -153,6 +156,40 @@ private Q_SLOTS:
                                 : m_window->close();
         QTEST(closed, "closes");
         QVERIFY(!m_window->isVisible());
+    }
+
+    void checkForUpdates_data()
+    {
+        QTest::addColumn<QByteArray>("feed");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("offersPage");
+        QTest::addColumn<QMessageBox::Icon>("icon");
+
+        QTest::newRow("newer") << QByteArray("[{\"tag_name\":\"v99.0.0\",\"html_url\":\"https://example.org/v99\"}]")
+                               << QStringLiteral("Quillo 99.0.0 is available.") << true << QMessageBox::Information;
+        QTest::newRow("up to date") << QByteArray("[{\"tag_name\":\"v0.0.1\"}]")
+                                    << QStringLiteral("Quillo is up to date.") << false << QMessageBox::Information;
+        QTest::newRow("failed") << QByteArray("<html>")
+                                << QStringLiteral("Could not check for updates: the release feed is not valid JSON "
+                                                  "(illegal value).")
+                                << false << QMessageBox::Warning;
+    }
+
+    // Help › Check for Updates tells the outcome over the window.
+    void checkForUpdates()
+    {
+        QFETCH(QByteArray, feed);
+        FakeServer releases;
+        releases.answerAll(FakeServer::Response::json(feed));
+        UpdatePresenter presenter(QUrl(QStringLiteral("http://127.0.0.1:%1/releases").arg(releases.port())), *m_window);
+        QSignalSpy shown(&presenter, &UpdatePresenter::shown);
+        presenter.check();
+        QVERIFY(shown.wait());
+        QMessageBox *message = presenter.message();
+        QVERIFY(message && message->isVisible());
+        QTEST(message->text(), "text");
+        QTEST(QuilloTest::button(*message, QStringLiteral("Open Release Page")) != nullptr, "offersPage");
+        QTEST(message->icon(), "icon");
     }
 
     void startMinimized_data()
