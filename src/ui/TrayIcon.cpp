@@ -74,8 +74,9 @@ void TrayIcon::toggleWindow()
 
 void TrayIcon::quit()
 {
-    // Closed first, so the window keeps its place and open editors their say, as File › Quit does.
-    if (m_window.isVisible() && !m_window.close())
+    // Closed first, hidden in the tray or not, so the window keeps its place and open editors their
+    // say, as File › Quit does.
+    if (!m_window.close())
         return;
     QApplication::quit();
 }
