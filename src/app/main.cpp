@@ -2,6 +2,7 @@
 #include "core/AppContext.h"
 #include "core/InstanceChannel.h"
 #include "core/KeychainStore.h"
+#include "core/UpdateSchedule.h"
 #include "settings/UserDefaults.h"
 #include "support/Detached.h"
 #include "ui/CommandLine.h"
@@ -76,6 +77,10 @@ int main(int argc, char *argv[])
     if (!feed.isEmpty()) {
         auto *updates = new UpdatePresenter(feed, window);
         QObject::connect(window.menus(), &MainMenus::updateCheckRequested, updates, &UpdatePresenter::check);
+        auto *schedule = new UpdateSchedule(context.settings(), feed,
+                                            QVersionNumber::fromString(QString::fromUtf16(AppInfo::version)), updates);
+        QObject::connect(schedule, &UpdateSchedule::available, updates, &UpdatePresenter::show);
+        schedule->start();
     }
     // Polling slows down while the window is in the background.
     QObject::connect(&app, &QGuiApplication::applicationStateChanged, &context, [&context](Qt::ApplicationState state) {

@@ -16,6 +16,7 @@ public:
     UpdatePresenter(const QUrl &feed, QWidget &window);
 
     void check();
+    void show(const UpdateCheck::Outcome &outcome);
     // The box of the last check while it shows.
     QMessageBox *message() const { return m_message; }
 
@@ -24,7 +25,6 @@ Q_SIGNALS:
 
 private:
     QCoro::Task<> run();
-    void show(const UpdateCheck::Outcome &outcome);
 
     QWidget &m_window;
     UpdateCheck m_check;

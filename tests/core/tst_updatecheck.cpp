@@ -1,11 +1,16 @@
 #include "core/UpdateCheck.h"
+#include "core/UpdateSchedule.h"
+#include "settings/AppSettings.h"
 #include "support/Await.h"
 #include "support/FakeServer.h"
 
+#include <QSignalSpy>
 #include <QTcpServer>
+#include <QTemporaryDir>
 #include <QTest>
 
 Q_DECLARE_METATYPE(UpdateCheck::Outcome::Kind)
+Q_DECLARE_METATYPE(UpdateInterval)
 
 using Kind = UpdateCheck::Outcome::Kind;
 using Response = FakeServer::Response;
@@ -95,6 +100,54 @@ private Q_SLOTS:
         QCOMPARE(outcome.kind, Kind::failed);
         QVERIFY2(outcome.text.contains(QStringLiteral("did not answer (Connection refused)")),
                  qPrintable(outcome.text));
+    }
+
+    void schedule_data()
+    {
+        QTest::addColumn<UpdateInterval>("interval");
+        QTest::addColumn<int>("lastCheckDaysAgo"); // none: INT_MIN; a last check in the future: negative
+        QTest::addColumn<bool>("feedAnswers");
+        QTest::addColumn<bool>("asks");
+        QTest::addColumn<bool>("records");
+
+        constexpr int never = std::numeric_limits<int>::min();
+        QTest::newRow("first check") << UpdateInterval::weak << never << true << true << true;
+        QTest::newRow("week not over") << UpdateInterval::weak << 3 << true << false << false;
+        QTest::newRow("week over") << UpdateInterval::weak << 8 << true << true << true;
+        QTest::newRow("daily") << UpdateInterval::day << 2 << true << true << true;
+        QTest::newRow("monthly, not yet") << UpdateInterval::mounce << 20 << true << false << false;
+        QTest::newRow("switched off") << UpdateInterval::disabled << never << true << false << false;
+        QTest::newRow("last check in the future") << UpdateInterval::weak << -2 << true << true << true;
+        QTest::newRow("failed: tried again later") << UpdateInterval::weak << never << false << true << false;
+    }
+
+    // The automatic check asks when its interval has passed, and tells only of a newer release.
+    void schedule()
+    {
+        QFETCH(UpdateInterval, interval);
+        QFETCH(int, lastCheckDaysAgo);
+        QFETCH(bool, feedAnswers);
+        QFETCH(bool, asks);
+        QFETCH(bool, records);
+        QTemporaryDir dir;
+        UserDefaults defaults(dir.filePath(QStringLiteral("Quillo.ini")));
+        AppSettings settings(defaults);
+        settings.setUpdateCheckInterval(interval);
+        const QDateTime now = QDateTime::currentDateTimeUtc();
+        const bool checkedBefore = lastCheckDaysAgo != std::numeric_limits<int>::min();
+        const QDateTime before = checkedBefore ? now.addDays(-lastCheckDaysAgo) : QDateTime();
+        if (checkedBefore)
+            defaults.setValue(UserDefaultsKey::lastCheckForUpdate, before);
+        FakeServer server;
+        server.answerAll(feedAnswers ? Response::json(feed("[{'tag_name':'v9.0.0'}]")) : Response::text(500, ""));
+        UpdateSchedule schedule(settings, QUrl(QStringLiteral("http://127.0.0.1:%1/").arg(server.port())),
+                                QVersionNumber(0, 2));
+        QSignalSpy available(&schedule, &UpdateSchedule::available);
+
+        QuilloTest::wait(schedule.checkIfDue(now));
+        QCOMPARE(server.requests().size(), asks ? 1 : 0);
+        QCOMPARE(available.size(), asks && feedAnswers ? 1 : 0);
+        QCOMPARE(defaults.value(UserDefaultsKey::lastCheckForUpdate).toDateTime(), records ? now : before);
     }
 };
 
