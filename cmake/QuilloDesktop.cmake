@@ -1,5 +1,5 @@
-# What makes Quillo a desktop application once installed: its icon at every size the icon theme
-# specification lists, the desktop entry and the AppStream metainfo, all named by the application id.
+# What makes Quillo a desktop application once installed: its icon at every size freedesktop icon
+# themes use, the desktop entry and the AppStream metainfo, all named by the application id.
 include(GNUInstallDirs)
 
 find_program(QUILLO_RSVG_CONVERT rsvg-convert REQUIRED)
