@@ -140,6 +140,13 @@ QCoro::Task<> AppContext::acceptHTTPSRedirectSuggestion()
     }
 }
 
+QCoro::Task<> AppContext::shutDownServer()
+{
+    QCoro::Task<bool> asking = m_limits.shutDown();
+    if (co_await std::move(asking))
+        m_connector.close();
+}
+
 TntTargets AppContext::orAll(QSet<QString> hashes)
 {
     return hashes.isEmpty() ? TntTargets::all() : TntTargets::only(std::move(hashes));

@@ -9,6 +9,7 @@
 #include "core/Sync.h"
 #include "core/TntDetailLoader.h"
 #include "core/TntOperations.h"
+#include "core/TransferLimits.h"
 #include "model/CompletionNotifier.h"
 #include "model/GlobalTransferInfo.h"
 #include "model/ServerLabels.h"
@@ -18,6 +19,7 @@
 #include "model/TrackerIndex.h"
 #include "platform/SystemEvents.h"
 #include "settings/AppSettings.h"
+#include "settings/PathResolution.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -88,6 +90,17 @@ public:
     void setProbeSettings(HTTPSRedirectSuggestion::ProbeSettings settings)
     {
         m_secureOffer.setProbeSettings(std::move(settings));
+    }
+
+    // Where a path the server reports (a torrent's content path, or one of its files) is on this
+    // computer, through the path mapping unless the open connection is this computer's own server.
+    PathResolution localLocation(const QString &remotePath) const
+    {
+        return PathResolution::resolve(m_settings.pathMapping(), remotePath, serverIsLocal());
+    }
+    bool isMapped(const QString &remotePath) const
+    {
+        return PathResolution::isMapped(m_settings.pathMapping(), remotePath, serverIsLocal());
     }
 
     // The saved list. Adding or saving a connection equal to another fails with
@@ -197,6 +210,10 @@ public:
     }
     QCoro::Task<> banPeers(QSet<QString> peers) { return m_operations.banPeers(peers); }
     QCoro::Task<> toggleSpeedLimitsMode() { return m_operations.toggleSpeedLimitsMode(); }
+    // Speed limits of torrents and of the transfer.
+    TransferLimits &limits() { return m_limits; }
+    // Once the server took it, the connection ends here as after logging out, without an alert.
+    QCoro::Task<> shutDownServer();
     // Adds torrents; false when the server refused or the connection went. See TntAddition.
     QCoro::Task<bool> addTnts(API::TntAddingOptions options, bool start, QString hash = {},
                               QList<int> filePriorities = {});
@@ -220,6 +237,7 @@ Q_SIGNALS:
 
 private:
     static TntTargets orAll(QSet<QString> hashes);
+    bool serverIsLocal() const { return m_connections.selected() && m_connections.selected()->isLocal; }
     QCoro::Task<> moveSelection(TntOperations::QueueMove move)
     {
         return m_operations.moveInQueue(orAll(m_selectedTnts), move);
@@ -241,6 +259,7 @@ private:
     Connector m_connector{m_connections, m_keychain, m_sync, m_errors};
     TntDetailLoader m_detailLoader{m_connector, m_sync, m_tntDetails, m_settings};
     TntOperations m_operations{m_connector, m_tntCollection, m_labels, m_errors};
+    TransferLimits m_limits{m_connector, m_operations, m_errors};
     TntAddition m_addition;
     Platform::SystemEvents m_systemEvents;
 };

@@ -19,8 +19,8 @@ class KeychainStore;
 class Sync;
 
 // Opens the chosen connection and keeps it open: the bypass check, credentials and login, the
-// server's versions, the first sync, and what a lost or expired connection needs. It owns the
-// session; every other part reads it from here.
+// server's versions, the first sync (Connector.cpp), and what a lost or expired connection needs
+// (ConnectorRecovery.cpp). It owns the session; every other part reads it from here.
 class Connector : public QObject
 {
     Q_OBJECT
@@ -75,6 +75,9 @@ Q_SIGNALS:
                                HTTPSRedirectSuggestion::Origin origin);
 
 private:
+    // Any request the server answers only to a client it lets in: a header method is proven by the
+    // first request it authorises, and a lost connection by the first that gets no answer.
+    static QCoro::Task<> askVersion(API::Client &client);
     void replaceSession(std::unique_ptr<Session> session);
     void presentLoginPrompt(bool presented);
     void setProgress(ProgressMessage message);

@@ -6,10 +6,11 @@
 class InternalError : public API::Error
 {
 public:
-    enum class Case { serverConfigurationAlreadyExist };
+    enum class Case { serverConfigurationAlreadyExist, pathMappingNotFound };
 
-    explicit InternalError(Case kind)
-        : API::Error(text(kind), {})
+    // `path`: the server's path that no mapping translates (pathMappingNotFound).
+    explicit InternalError(Case kind, const QString &path = {})
+        : API::Error(titleOf(kind), reasonOf(kind, path), suggestionOf(kind))
         , m_case(kind)
     {
     }
@@ -17,12 +18,25 @@ public:
     Case kind() const { return m_case; }
 
 private:
-    static QString text(Case kind)
+    static QString titleOf(Case kind)
     {
         switch (kind) {
         case Case::serverConfigurationAlreadyExist: return QStringLiteral("Server with these settings already exists!");
+        case Case::pathMappingNotFound: return QStringLiteral("Failed to resolve path mapping!");
         }
         Q_UNREACHABLE();
+    }
+
+    static QString reasonOf(Case kind, const QString &path)
+    {
+        return kind == Case::pathMappingNotFound
+                   ? QStringLiteral("No access or path mapping found for: \"%1\".").arg(path)
+                   : QString();
+    }
+
+    static QString suggestionOf(Case kind)
+    {
+        return kind == Case::pathMappingNotFound ? QStringLiteral("Check your path mapping settings.") : QString();
     }
 
     Case m_case;

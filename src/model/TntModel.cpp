@@ -106,6 +106,23 @@ TntModel::Fields TntModel::setTags(const QString &tags)
     return changed;
 }
 
+QString TntModel::remotePathOf(const QString &relativePath) const
+{
+    // A server on Windows writes its own separators; file names always use "/".
+    const bool windows = m_contentPath.contains(u'\\') && !m_contentPath.contains(u'/');
+    const QChar separator = windows ? u'\\' : u'/';
+    const QString relative = windows ? QString(relativePath).replace(u'/', separator) : relativePath;
+    // The content path is the file itself, the torrent's root folder, or (without a root folder)
+    // the folder the files are in: only the last is the save path.
+    QString base = m_contentPath;
+    const QString top = separator + relative.section(separator, 0, 0);
+    if (base != m_savePath && base.endsWith(top))
+        base.chop(top.size());
+    if (base.endsWith(separator))
+        base.chop(1);
+    return base + separator + relative;
+}
+
 QString TntModel::stateTitle(State state)
 {
     switch (state) {

@@ -70,6 +70,11 @@ public:
 #define QUILLO_FIELD_READ(member, Bit, Type, decoding, role) QUILLO_FIELD_READ_##role(member, Type)
     QUILLO_TNT_FIELDS(QUILLO_FIELD_READ)
 
+    // Where the server keeps one of its files or folders, given as its file list names it (from the
+    // top of its content: "Album/cd1/track.flac"). Names run from the folder that holds the content
+    // (the content path's parent for a file or a root folder), which may be the incomplete folder.
+    QString remotePathOf(const QString &relativePath) const;
+
     // For changes made here before the server confirms them (a started torrent, a new category).
     Fields setState(State state);
     Fields setCategory(const QString &category);

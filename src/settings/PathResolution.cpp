@@ -6,12 +6,26 @@
 
 Q_LOGGING_CATEGORY(lcPathMap, "PathMap")
 
+namespace {
+
+QList<PathMap>::const_iterator mappingOf(const QList<PathMap> &maps, const QString &remotePath)
+{
+    return std::find_if(maps.cbegin(), maps.cend(),
+                        [&remotePath](const PathMap &map) { return remotePath.startsWith(map.remotePath); });
+}
+
+} // namespace
+
+bool PathResolution::isMapped(const QList<PathMap> &maps, const QString &remotePath, bool serverIsLocal)
+{
+    return serverIsLocal || mappingOf(maps, remotePath) != maps.cend();
+}
+
 PathResolution PathResolution::resolve(const QList<PathMap> &maps, const QString &remotePath, bool serverIsLocal)
 {
     if (serverIsLocal)
         return {Outcome::found, remotePath, {}};
-    const auto match = std::find_if(maps.cbegin(), maps.cend(),
-                                    [&remotePath](const PathMap &map) { return remotePath.startsWith(map.remotePath); });
+    const auto match = mappingOf(maps, remotePath);
     if (match == maps.cend()) {
         qCCritical(lcPathMap, "Failed to find path mapping for %s", qUtf8Printable(remotePath));
         return {};
@@ -25,6 +39,9 @@ PathResolution PathResolution::resolve(const QList<PathMap> &maps, const QString
         return {Outcome::notMounted, {}, folder};
     }
     QString rest = remotePath.mid(match->remotePath.size());
+    // A server on Windows reports "D:\Downloads\show\ep1.mkv".
+    if (!remotePath.contains(u'/'))
+        rest.replace(u'\\', u'/');
     while (rest.startsWith(u'/'))
         rest.remove(0, 1);
     while (rest.endsWith(u'/'))

@@ -23,4 +23,7 @@ struct PathResolution
     // The remote path is a plain, case-sensitive text prefix: "/data" maps "/database/x" too, to
     // "base/x" under its folder, so the user orders the list.
     static PathResolution resolve(const QList<PathMap> &maps, const QString &remotePath, bool serverIsLocal);
+    // Whether `resolve` would find a mapping, without looking at the disk: cheap enough for every
+    // torrent of a menu.
+    static bool isMapped(const QList<PathMap> &maps, const QString &remotePath, bool serverIsLocal);
 };

@@ -9,6 +9,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSet>
+#include <QSlider>
+#include <QSpinBox>
 #include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -50,6 +52,29 @@ QLineEdit *EditorSheet::addLine(const QString &label, const QString &placeholder
         connect(field, &QLineEdit::textChanged, this, &EditorSheet::updateAction);
     }
     updateAction();
+    return field;
+}
+
+QSpinBox *EditorSheet::addRate(const QString &label)
+{
+    auto *row = new QHBoxLayout;
+    auto *slider = new QSlider(Qt::Horizontal, this);
+    // The slider covers the usual rates; the field takes any.
+    slider->setRange(0, 100'000);
+    slider->setMinimumWidth(220);
+    auto *field = new QSpinBox(this);
+    field->setRange(0, std::numeric_limits<int>::max());
+    field->setSuffix(QStringLiteral(" KiB/s"));
+    field->setSpecialValueText(QStringLiteral("Unlimited"));
+    field->setAccessibleName(label);
+    connect(slider, &QSlider::valueChanged, field, [field](int value) {
+        if (value != std::min(field->value(), 100'000))
+            field->setValue(value);
+    });
+    connect(field, &QSpinBox::valueChanged, slider, [slider](int value) { slider->setValue(std::min(value, 100'000)); });
+    row->addWidget(slider, 1);
+    row->addWidget(field);
+    m_form->addRow(label, row);
     return field;
 }
 

@@ -9,6 +9,7 @@ class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
+class QSpinBox;
 class QPushButton;
 
 // A small modal sheet of text fields over the window: the torrent editors (location, name,
@@ -26,6 +27,8 @@ public:
     // A multi-line field with `prompt` above it; one entry per line.
     QPlainTextEdit *addLines(const QString &prompt, const QString &hint);
     void addHint(const QString &hint);
+    // A rate in KiB/s with a slider beside it; 0 reads "Unlimited".
+    QSpinBox *addRate(const QString &label);
     // A required line with a button beside it that picks a folder into it; the button shows
     // `chooseText` when given (an icon otherwise) and the folder dialog `chooseCaption`.
     QLineEdit *addFolderLine(const QString &label, const QString &placeholder, const QString &text = {},

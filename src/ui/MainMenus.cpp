@@ -112,6 +112,7 @@ void MainMenus::addTntMenu()
         tnt->addSeparator();
     };
     add({Id::start, Id::stop, Id::forceStart, Id::remove, Id::removeWithFiles});
+    add({Id::showInFileManager});
     // Its key acts where the torrents are, as Delete does.
     m_parts.table->table()->addAction(actions.action(Id::removeWithFiles));
     tnt->addMenu(actions.copyMenu());
@@ -121,15 +122,22 @@ void MainMenus::addTntMenu()
     tnt->addAction(actions.action(Id::setLocation));
     tnt->addMenu(actions.categoryMenu());
     tnt->addMenu(actions.tagsMenu());
-    add({Id::addTrackers, Id::addPeers});
+    add({Id::addTrackers, Id::addPeers, Id::limitDownload, Id::limitUpload});
     add({Id::maximumPriority, Id::increasePriority, Id::decreasePriority, Id::minimumPriority});
     add({Id::autoManagement, Id::firstLastPiecesFirst, Id::sequentialDownload, Id::superSeeding});
+    connect(tnt, &QMenu::aboutToShow, &actions, &TntActions::readTnts);
 }
 
 void MainMenus::addServerMenu()
 {
     QMenu *server = m_parts.window->menuBar()->addMenu(QStringLiteral("Server"));
     server->addAction(m_parts.logInOut);
+    server->addSeparator();
+    TntActions &actions = *m_parts.actions;
+    for (const Id id : {Id::alternativeSpeedLimits, Id::globalDownloadLimit, Id::globalUploadLimit})
+        server->addAction(actions.action(id));
+    server->addSeparator();
+    server->addAction(actions.action(Id::shutDownServer));
     server->addSeparator();
     // Titled by the connection in use, as on the toolbar.
     server->addMenu(m_parts.serverMenu);

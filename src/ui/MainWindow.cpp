@@ -17,7 +17,9 @@
 #include "ui/TntActions.h"
 #include "ui/TntAddingFlow.h"
 #include "ui/TntCommands.h"
+#include "ui/TntContentTree.h"
 #include "ui/TntContextMenu.h"
+#include "ui/TntReveal.h"
 #include "ui/TntDetailPane.h"
 #include "ui/TntFilterProxy.h"
 #include "ui/TntTableView.h"
@@ -58,7 +60,8 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_transferStatus(new TransferStatus(context.serverState(), context.settings().defaults(), this))
     , m_commands(new TntCommands(context, this))
     , m_addingFlow(new TntAddingFlow(context, this))
-    , m_tntActions(new TntActions(context, *m_commands, *m_addingFlow, this))
+    , m_reveal(new TntReveal(context, this))
+    , m_tntActions(new TntActions(context, *m_commands, *m_addingFlow, *m_reveal, this))
     , m_navigation(new NavigationContext(context, context.settings().defaults(), this))
     , m_sidebar(new SidebarView(context, *m_navigation, *m_commands, *m_tntActions, m_connectedArea))
     , m_toolBar(new QToolBar(QStringLiteral("Toolbar"), this))
@@ -82,6 +85,12 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     m_tableSplit->addWidget(m_tntTable);
     m_detailPane = new TntDetailPane(context, *m_commands, m_tableSplit);
     m_tableSplit->addWidget(m_detailPane);
+    TntContentTree *content = m_detailPane->contentTree();
+    connect(content, &TntContentTree::openRequested, m_reveal, [this](const QString &path, bool complete) {
+        m_reveal->openFile(m_context.tntDetails().hash(), path, complete);
+    });
+    connect(content, &TntContentTree::revealRequested, m_reveal,
+            [this](const QStringList &paths) { m_reveal->showFiles(m_context.tntDetails().hash(), paths); });
     m_tableSplit->setStretchFactor(0, 1);
     m_tableSplit->setChildrenCollapsible(false);
     keepSplitSizes(m_tableSplit, NavigationContext::Split::tntDetails, {460, 260});
@@ -139,8 +148,13 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     connect(&m_context, &AppContext::selectionChanged, this,
             [this] { m_tntTable->selectHashes(m_context.selectedTnts()); });
     connect(m_tntTable, &TntTableView::contextMenuRequested, this, &MainWindow::showTntContextMenu);
+    connect(m_tntTable, &TntTableView::openRequested, m_reveal, &TntReveal::openTnt);
+    connect(m_reveal, &TntReveal::mappingWanted, this, &MainWindow::openPathMapping);
     connect(m_transferStatus, &TransferStatus::altSpeedToggleRequested, this,
             [this] { detached(m_context.toggleSpeedLimitsMode()); });
+    connect(m_transferStatus, &TransferStatus::globalLimitRequested, m_commands, [this](bool upload) {
+        m_commands->limitGlobalRate(upload ? TransferLimits::Direction::up : TransferLimits::Direction::down);
+    });
     connect(m_transferStatus, &TransferStatus::tntDetailsToggleRequested, this, [this] {
         m_navigation->setHidden(Panel::tntDetails, !m_navigation->isHidden(Panel::tntDetails));
     });
@@ -160,6 +174,13 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
 }
 
 MainWindow::~MainWindow() = default;
+
+SettingsWindow *MainWindow::openPathMapping(const QString &remotePath)
+{
+    SettingsWindow *settings = openSettings();
+    settings->beginPathMapping(remotePath);
+    return settings;
+}
 
 SettingsWindow *MainWindow::openSettings()
 {

@@ -26,6 +26,7 @@ class TntActions;
 class TntAddingFlow;
 class TntCommands;
 class TntDetailPane;
+class TntReveal;
 class TntTableView;
 class TransferStatus;
 class WelcomeView;
@@ -50,6 +51,7 @@ public:
     TransferStatus *transferStatus() const { return m_transferStatus; }
     TntCommands *tntCommands() const { return m_commands; }
     TntActions *tntActions() const { return m_tntActions; }
+    TntReveal *reveal() const { return m_reveal; }
     SidebarView *sidebar() const { return m_sidebar; }
     TntAddingFlow *addingFlow() const { return m_addingFlow; }
     DropOverlay *dropOverlay() const { return m_dropOverlay; }
@@ -59,6 +61,8 @@ public:
 
     // The settings window, opened once and brought forward after.
     SettingsWindow *openSettings();
+    // The settings on the path-mapping page, a new mapping begun for `remotePath`.
+    SettingsWindow *openPathMapping(const QString &remotePath);
     // Opens the editor for a new connection, and connects to it once it is saved.
     ConnectionEditor *openConnectionEditor();
     // Opens the editor on a saved connection; the connection in use reconnects with what was saved.
@@ -95,6 +99,7 @@ private:
     TransferStatus *m_transferStatus;
     TntCommands *m_commands;
     TntAddingFlow *m_addingFlow;
+    TntReveal *m_reveal;
     TntActions *m_tntActions;
     NavigationContext *m_navigation;
     SidebarView *m_sidebar;

@@ -51,7 +51,7 @@ PathMappingPage::PathMappingPage(AppSettings &settings, QWidget *parent)
                        "live, e.g. a mounted network share."),
         QStringLiteral("Add an entry for each remote path prefix you want translated. \"Show in File Manager\" uses "
                        "this mapping to reveal a torrent's downloaded files."),
-        QStringLiteral("Open torrent contents in the File Manager by double-clicking or using the shortcut menu."),
+        QStringLiteral("Open torrent contents in File Manager by double-clicking or using the shortcut menu."),
     };
     for (const QString &paragraph : help) {
         auto *label = new QLabel(paragraph, this);
@@ -91,10 +91,10 @@ void PathMappingPage::apply()
     showList();
 }
 
-EditorSheet *PathMappingPage::edit(int row)
+EditorSheet *PathMappingPage::edit(int row, const QString &remotePath)
 {
     const bool adding = row < 0 || row >= m_maps.size();
-    const PathMap current = adding ? PathMap{} : m_maps.at(row);
+    const PathMap current = adding ? PathMap{.remotePath = remotePath} : m_maps.at(row);
     auto *sheet = new EditorSheet(adding ? QStringLiteral("Add Path Mapping") : QStringLiteral("Edit Path Mapping"),
                                   adding ? QStringLiteral("Add") : QStringLiteral("Save"), this);
     sheet->setAttribute(Qt::WA_DeleteOnClose);

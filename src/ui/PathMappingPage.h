@@ -21,8 +21,8 @@ public:
     QTreeWidget *list() const { return m_list; }
     QPushButton *addButton() const { return m_add; }
     QPushButton *removeButton() const { return m_remove; }
-    // The editor of the chosen mapping, or of a new one; open and not modal.
-    class EditorSheet *edit(int row = -1);
+    // The editor of the chosen mapping, or of a new one for `remotePath`; open and not modal.
+    class EditorSheet *edit(int row = -1, const QString &remotePath = {});
 
 private:
     void showList();

@@ -112,6 +112,13 @@ void SettingsWindow::apply()
         accept();
 }
 
+void SettingsWindow::beginPathMapping(const QString &remotePath)
+{
+    const QString name = QStringLiteral("pathMapping");
+    m_tabs->setCurrentWidget(m_tabs->findChild<QScrollArea *>(name));
+    static_cast<PathMappingPage *>(page(name))->edit(-1, remotePath);
+}
+
 void SettingsWindow::addPage(SettingsPage *page, const QString &name, const QString &title)
 {
     auto *scroll = new QScrollArea(m_tabs);

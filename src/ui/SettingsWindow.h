@@ -29,6 +29,8 @@ public:
     QLabel *failureLabel() const { return m_failure; }
 
     void apply();
+    // The path-mapping page shown, with the editor of a new mapping for `remotePath` open on it.
+    void beginPathMapping(const QString &remotePath);
 
 private:
     void addPage(SettingsPage *page, const QString &name, const QString &title);

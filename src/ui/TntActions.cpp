@@ -5,6 +5,7 @@
 #include "ui/ThemedIcon.h"
 #include "ui/TntAddingFlow.h"
 #include "ui/TntCommands.h"
+#include "ui/TntReveal.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -13,10 +14,12 @@
 
 #include <algorithm>
 
-TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow &adding, QWidget *window)
+TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow &adding, TntReveal &reveal,
+                       QWidget *window)
     : QObject(window)
     , m_context(context)
     , m_commands(commands)
+    , m_reveal(reveal)
     , m_copyMenu(new QMenu(QStringLiteral("Copy"), window))
     , m_categoryMenu(new QMenu(QStringLiteral("Category"), window))
     , m_tagsMenu(new QMenu(QStringLiteral("Tags"), window))
@@ -73,6 +76,25 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
     add(Id::addTrackers, QStringLiteral("Add trackers..."),
         [this](bool) { m_commands.addTrackers(*targetSet().cbegin()); });
     add(Id::addPeers, QStringLiteral("Add peers..."), [this](bool) { m_commands.addPeers(targetSet()); });
+    using Direction = TransferLimits::Direction;
+    add(Id::limitDownload, QStringLiteral("Limit download rate..."),
+        [this](bool) { m_commands.limitRate(targetSet(), Direction::down); });
+    add(Id::limitUpload, QStringLiteral("Limit upload rate..."),
+        [this](bool) { m_commands.limitRate(targetSet(), Direction::up); });
+    add(Id::globalDownloadLimit, QStringLiteral("Global Download Limit..."),
+        [this](bool) { m_commands.limitGlobalRate(Direction::down); });
+    add(Id::globalUploadLimit, QStringLiteral("Global Upload Limit..."),
+        [this](bool) { m_commands.limitGlobalRate(Direction::up); });
+    add(Id::shutDownServer, QStringLiteral("Shut Down Server..."), [this](bool) { m_commands.shutDownServer(); });
+    QAction *alternative = add(Id::alternativeSpeedLimits, QStringLiteral("Alternative Speed Limits"), [this](bool) {
+        // Only the server changes the mode: the item shows it, a click asks for the other one.
+        showTransferState();
+        detached(m_context.toggleSpeedLimitsMode());
+    });
+    alternative->setCheckable(true);
+    connect(&context.serverState(), &GlobalTransferInfo::changed, this, &TntActions::showTransferState);
+    add(Id::showInFileManager, QStringLiteral("Show in File Manager"),
+        [this](bool) { m_reveal.showTnts(targetList().value_or(QStringList())); });
 
     const auto toggle = [this](Id id, const QString &title, std::function<void(bool)> run) {
         add(id, title, std::move(run))->setCheckable(true);
@@ -175,7 +197,14 @@ void TntActions::showState()
         case Id::maximumPriority: enabled = connected; break;
         case Id::rename:
         case Id::addTrackers: enabled = connected && count == 1; break;
-        case Id::addPeers: enabled = connected && listed; break; // sends nothing for no list
+        case Id::alternativeSpeedLimits:
+        case Id::globalDownloadLimit:
+        case Id::globalUploadLimit:
+        case Id::shutDownServer: enabled = connected; break;
+        case Id::addPeers: // sends nothing for no list
+        case Id::limitDownload:
+        case Id::limitUpload:
+        case Id::showInFileManager: enabled = connected && listed; break;
         default: break;
         }
         m_actions[index]->setEnabled(enabled);
@@ -188,6 +217,11 @@ void TntActions::showState()
     action(Id::start)->setText(entry ? QStringLiteral("Start Torrents") : QStringLiteral("Start"));
     action(Id::stop)->setText(entry ? QStringLiteral("Stop Torrents") : QStringLiteral("Stop"));
     action(Id::remove)->setText(entry ? QStringLiteral("Remove Torrents") : QStringLiteral("Remove"));
+}
+
+void TntActions::showTransferState()
+{
+    action(Id::alternativeSpeedLimits)->setChecked(m_context.serverState().useAltSpeedLimits());
 }
 
 void TntActions::readTnts()
@@ -209,6 +243,9 @@ void TntActions::readTnts()
     action(Id::superSeeding)->setChecked(everyTnt(&TntModel::superSeeding));
     fillCategoryMenu(tnts);
     fillTagsMenu(tnts, listed.size());
+    action(Id::showInFileManager)
+        ->setText(listed.isEmpty() || m_reveal.isConfigured(listed) ? QStringLiteral("Show in File Manager")
+                                                                    : QStringLiteral("Show in File Manager(not configured)"));
 }
 
 void TntActions::fillCategoryMenu(const QList<const TntModel *> &tnts)

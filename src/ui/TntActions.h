@@ -16,8 +16,9 @@ class QWidget;
 class TntAddingFlow;
 class TntCommands;
 class TntModel;
+class TntReveal;
 
-// The window's torrent actions, made once: the toolbar, the table's context menu and the sidebar's
+// The window's torrent and transfer actions, made once: the toolbar, the table's context menu and the sidebar's
 // entry menus show these same objects, so what is enabled or checked agrees wherever they appear.
 // They act on the table's selection, or on a menu's torrents while that menu lives.
 class TntActions : public QObject
@@ -39,6 +40,15 @@ public:
         setLocation,
         addTrackers,
         addPeers,
+        limitDownload,
+        limitUpload,
+        // "(not configured)" while no mapping applies to them: it then leads to the mapping settings.
+        showInFileManager,
+        // The server's: checked while the server reports the alternative limits on.
+        alternativeSpeedLimits,
+        globalDownloadLimit,
+        globalUploadLimit,
+        shutDownServer,
         // Queue priority moves the selection whatever a menu is over: the server's call takes no list.
         minimumPriority,
         decreasePriority,
@@ -55,7 +65,8 @@ public:
     enum class Wording { rows, entry };
 
     // The window owns them with their menus.
-    TntActions(AppContext &context, TntCommands &commands, TntAddingFlow &adding, QWidget *window);
+    TntActions(AppContext &context, TntCommands &commands, TntAddingFlow &adding, TntReveal &reveal,
+               QWidget *window);
 
     QAction *action(Id id) const { return m_actions[static_cast<std::size_t>(id)]; }
     QMenu *copyMenu() const { return m_copyMenu; }
@@ -65,6 +76,9 @@ public:
     // Points the actions at `hashes` while `menu` lives, then back at what they were on before.
     // `hashes` in the order Copy lists them; none for every torrent, an empty list for no torrent.
     void actFor(QObject *menu, std::optional<QStringList> hashes, Wording wording = Wording::rows);
+    // The switches, the label menus and the reveal's title as the torrents are now: read as a menu
+    // opens rather than at every change of a selection that may hold every torrent.
+    void readTnts();
 
 private:
     struct Target
@@ -79,9 +93,7 @@ private:
     // Empty for every torrent, as the operations take it.
     QSet<QString> targetSet() const;
     void showState();
-    // The switches and the label menus: only menus show them, so they are read as a menu opens
-    // rather than at every change of a selection that may hold every torrent.
-    void readTnts();
+    void showTransferState();
     void fillCategoryMenu(const QList<const TntModel *> &tnts);
     // A tag is checked when all `listed` torrents carry it.
     void fillTagsMenu(const QList<const TntModel *> &tnts, qsizetype listed);
@@ -89,6 +101,7 @@ private:
 
     AppContext &m_context;
     TntCommands &m_commands;
+    TntReveal &m_reveal;
     std::array<QAction *, static_cast<std::size_t>(Id::superSeeding) + 1> m_actions{};
     QMenu *m_copyMenu;
     QMenu *m_categoryMenu;

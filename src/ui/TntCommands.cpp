@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSpinBox>
 
 TntCommands::TntCommands(AppContext &context, QWidget *window)
     : QObject(window)
@@ -164,6 +165,73 @@ void TntCommands::banPeers(const QSet<QString> &addresses)
     connect(alert, &QMessageBox::finished, this, [this, alert, ban, addresses] {
         if (alert->clickedButton() == ban)
             detached(m_context.banPeers(addresses));
+    });
+    present(alert);
+}
+
+namespace {
+
+QCoro::Task<> fillLimit(QPointer<QSpinBox> field, QCoro::Task<std::optional<qint64>> reading)
+{
+    const std::optional<qint64> limit = co_await std::move(reading);
+    if (!field)
+        co_return;
+    // Rounded up: a limit below 1 KiB/s must not read as "Unlimited".
+    field->setValue(static_cast<int>(std::min<qint64>((limit.value_or(0) + 1023) / 1024, field->maximum())));
+    field->setEnabled(true);
+}
+
+} // namespace
+
+void TntCommands::editLimit(const QString &title, QCoro::Task<std::optional<qint64>> reading,
+                            std::function<void(qint64)> save)
+{
+    auto *sheet = new EditorSheet(title, QStringLiteral("Save"), m_window);
+    sheet->setObjectName(QStringLiteral("limitEditor"));
+    QSpinBox *field = sheet->addRate(QStringLiteral("Limit"));
+    field->setEnabled(false); // until the server says what it is
+    connect(sheet, &QDialog::accepted, this,
+            [field, save = std::move(save)] { save(qint64(field->value()) * 1024); });
+    present(sheet);
+    detached(fillLimit(field, std::move(reading)));
+}
+
+void TntCommands::limitRate(const QSet<QString> &hashes, TransferLimits::Direction direction)
+{
+    if (hashes.isEmpty())
+        return;
+    const bool down = direction == TransferLimits::Direction::down;
+    TransferLimits &limits = m_context.limits();
+    editLimit(down ? QStringLiteral("Torrent Download Speed Limiting") : QStringLiteral("Torrent Upload Speed Limiting"),
+              limits.tntLimit(hashes.values(), direction), [&limits, hashes, direction](qint64 limit) {
+                  detached(limits.setTntLimit(TntTargets::only(hashes), direction, limit));
+              });
+}
+
+void TntCommands::limitGlobalRate(TransferLimits::Direction direction)
+{
+    const bool down = direction == TransferLimits::Direction::down;
+    TransferLimits &limits = m_context.limits();
+    editLimit(down ? QStringLiteral("Global Download Speed Limit") : QStringLiteral("Global Upload Speed Limit"),
+              limits.globalLimit(direction),
+              [&limits, direction](qint64 limit) { detached(limits.setGlobalLimit(direction, limit)); });
+}
+
+void TntCommands::shutDownServer()
+{
+    const QString name = m_context.clientConfiguration() ? m_context.clientConfiguration()->name : QString();
+    const QString title = QStringLiteral("Shut down \"%1\"?").arg(name);
+    auto *alert = new QMessageBox(QMessageBox::Warning, title, title, QMessageBox::NoButton, m_window);
+    alert->setObjectName(QStringLiteral("shutDownConfirmation"));
+    alert->setInformativeText(QStringLiteral("qBittorrent will quit on the server, and its torrents stop until it is "
+                                             "started there again."));
+    alert->setWindowModality(Qt::WindowModal);
+    alert->setAttribute(Qt::WA_DeleteOnClose);
+    QPushButton *shutDown = alert->addButton(QStringLiteral("Shut Down"), QMessageBox::DestructiveRole);
+    alert->setDefaultButton(alert->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole));
+    connect(alert, &QMessageBox::finished, this, [this, alert, shutDown] {
+        if (alert->clickedButton() == shutDown)
+            detached(m_context.shutDownServer());
     });
     present(alert);
 }

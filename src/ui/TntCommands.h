@@ -1,10 +1,14 @@
 #pragma once
 
+#include "core/TransferLimits.h"
+
 #include <QDialog>
 #include <QObject>
 #include <QPointer>
 #include <QSet>
 #include <QString>
+
+#include <functional>
 
 class AppContext;
 class QWidget;
@@ -34,6 +38,11 @@ public:
     void editTracker(const QString &hash, const QString &url);
     // Asks first: a banned address stays banned on the server until its settings say otherwise.
     void banPeers(const QSet<QString> &addresses);
+    // The limit sheet, filled with the limit read from the server first.
+    void limitRate(const QSet<QString> &hashes, TransferLimits::Direction direction);
+    void limitGlobalRate(TransferLimits::Direction direction);
+    // Asks first, naming the server: it cannot be started again from here.
+    void shutDownServer();
     void createCategory();
     void editCategory(const QString &name, const QString &savePath);
     // The tag editor, then Add tags for `hashes`, or Create tags.
@@ -52,6 +61,8 @@ Q_SIGNALS:
 
 private:
     void present(QDialog *sheet);
+    // A sheet for one limit; `reading` fills it, `save` takes the chosen limit in bytes per second.
+    void editLimit(const QString &title, QCoro::Task<std::optional<qint64>> reading, std::function<void(qint64)> save);
 
     AppContext &m_context;
     QWidget *m_window;

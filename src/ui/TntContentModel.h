@@ -38,6 +38,12 @@ public:
     // One priority per file of the torrent, in index order.
     QList<int> filePriorities(qsizetype fileCount) const;
     bool hasChosenFiles() const;
+    Mode mode() const { return m_mode; }
+    // The file or folder a row shows; null for an invalid index.
+    const TntFileNode *nodeAt(const QModelIndex &index) const
+    {
+        return index.isValid() ? m_entries[std::size_t(index.internalId())].node : nullptr;
+    }
     // Every file below `index` checked with `priority`, or unchecked for `skipped`.
     void setPriority(const QModelIndex &index, Priority priority);
 

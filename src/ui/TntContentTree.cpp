@@ -23,6 +23,9 @@ TntContentTree::TntContentTree(UserDefaults &defaults, QWidget *parent, TntConte
                                                           : UserDefaultsKey::tntContentTableConfiguration);
     setContextMenuPolicy(Qt::CustomContextMenu);
     connect(this, &QWidget::customContextMenuRequested, this, &TntContentTree::showMenu);
+    if (mode == TntContentModel::Mode::details) {
+        connect(this, &QAbstractItemView::activated, this, &TntContentTree::openRow);
+    }
 }
 
 void TntContentTree::setNodes(FileTreeBuilder::Nodes nodes)
@@ -52,12 +55,34 @@ void TntContentTree::setPriorityOfSelection(TntContentModel::Priority priority)
         m_model->setPriority(row, priority);
 }
 
+void TntContentTree::openRow(const QModelIndex &row)
+{
+    if (const TntFileNode *node = m_model->nodeAt(row))
+        Q_EMIT openRequested(node->path, node->progress >= 1);
+}
+
+QStringList TntContentTree::selectedPaths() const
+{
+    QStringList paths;
+    for (const QModelIndex &row : selectionModel()->selectedRows())
+        paths.append(m_model->nodeAt(row)->path);
+    return paths;
+}
+
 void TntContentTree::showMenu(const QPoint &position)
 {
     if (!selectionModel()->hasSelection())
         return;
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (m_model->mode() == TntContentModel::Mode::details) {
+        const QPersistentModelIndex clicked = indexAt(position);
+        QAction *open = menu->addAction(QStringLiteral("Open"), this, [this, clicked] { openRow(clicked); });
+        open->setEnabled(clicked.isValid());
+        menu->addAction(QStringLiteral("Show in File Manager"), this,
+                        [this] { Q_EMIT revealRequested(selectedPaths()); });
+        menu->addSeparator();
+    }
     for (const auto priority : {TntContentModel::maximal, TntContentModel::high, TntContentModel::normal,
                                 TntContentModel::skipped}) {
         menu->addAction(TntContentModel::priorityTitle(priority), this,

@@ -22,8 +22,16 @@ public:
     // The same content built again: rows stay where they can (TntContentModel::refreshNodes).
     void refreshNodes(FileTreeBuilder::Nodes nodes);
 
+Q_SIGNALS:
+    // In the detail pane: rows to open (a double-click, Enter) or to reveal, by their paths in the
+    // torrent's content. `complete` when every byte of the row is there.
+    void openRequested(const QString &path, bool complete);
+    void revealRequested(const QStringList &paths);
+
 private:
     void setPriorityOfSelection(TntContentModel::Priority priority);
+    QStringList selectedPaths() const;
+    void openRow(const QModelIndex &row);
     void showMenu(const QPoint &position);
     // A single folder at the top is the torrent's own: show what is in it.
     void expandSingleRoot();

@@ -15,6 +15,8 @@ TntContextMenu::TntContextMenu(TntActions &actions, QStringList hashes, QWidget 
     };
     add({Id::start, Id::stop, Id::forceStart, Id::remove});
     addSeparator();
+    add({Id::showInFileManager});
+    addSeparator();
     addMenu(actions.copyMenu());
     addSeparator();
     add({Id::reannounce, Id::recheck});
@@ -22,7 +24,7 @@ TntContextMenu::TntContextMenu(TntActions &actions, QStringList hashes, QWidget 
     add({Id::rename, Id::setLocation});
     addMenu(actions.categoryMenu());
     addMenu(actions.tagsMenu());
-    add({Id::addTrackers, Id::addPeers});
+    add({Id::addTrackers, Id::addPeers, Id::limitDownload, Id::limitUpload});
     addSeparator();
     add({Id::autoManagement, Id::firstLastPiecesFirst, Id::sequentialDownload, Id::superSeeding});
 }

@@ -149,6 +149,8 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
 
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_table, &QWidget::customContextMenuRequested, this, &TntTableView::requestContextMenu);
+    connect(m_table, &QAbstractItemView::activated, this,
+            [this](const QModelIndex &row) { Q_EMIT openRequested(row.data(TntTableModel::HashRole).toString()); });
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -35,6 +35,9 @@ Q_SIGNALS:
     void selectionChanged(const QSet<QString> &hashes);
     // A right click on a row: the torrents a context menu there acts on.
     void contextMenuRequested(const QStringList &hashes, const QPoint &globalPosition);
+    // A row activated: double-clicked, or Enter pressed on it (a single click where the desktop
+    // opens items so).
+    void openRequested(const QString &hash);
 
 private:
     void saveColumns();

@@ -33,7 +33,8 @@ TransferStatus::TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defau
     , m_ratio(new QLabel(this))
     , m_downloaded(new QLabel(this))
     , m_uploaded(new QLabel(this))
-    , m_rates(new QLabel(this))
+    , m_downRate(new QToolButton(this))
+    , m_upRate(new QToolButton(this))
     , m_altSpeed(new QToolButton(this))
     , m_detailsToggle(new QToolButton(this))
 {
@@ -54,7 +55,13 @@ TransferStatus::TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defau
     for (QLabel *label : {m_connection, m_dht, m_freeSpace, m_ratio, m_downloaded, m_uploaded})
         layout->addWidget(label);
     layout->addStretch();
-    layout->addWidget(m_rates);
+    for (QToolButton *rate : {m_downRate, m_upRate}) {
+        rate->setAutoRaise(true);
+        layout->addWidget(rate);
+        connect(rate, &QToolButton::clicked, this, [this, rate] { Q_EMIT globalLimitRequested(rate == m_upRate); });
+    }
+    m_downRate->setToolTip(QStringLiteral("Global download limit"));
+    m_upRate->setToolTip(QStringLiteral("Global upload limit"));
     layout->addWidget(m_altSpeed);
     m_detailsToggle->setObjectName(QStringLiteral("tntDetailsToggle"));
     m_detailsToggle->setAutoRaise(true);
@@ -98,9 +105,8 @@ void TransferStatus::refresh()
     const bool alternative = m_transfer.useAltSpeedLimits();
     m_altSpeed->setChecked(alternative);
     m_altSpeed->setIcon(SidebarIcons::forSymbol(alternative ? u"flame.fill" : u"flame"));
-    m_rates->setText(QStringLiteral("▼ %1   ▲ %2")
-                         .arg(TntFormat::rateOrZero(m_transfer.rate(Direction::down)),
-                              TntFormat::rateOrZero(m_transfer.rate(Direction::up))));
+    m_downRate->setText(QStringLiteral("▼ ") + TntFormat::rateOrZero(m_transfer.rate(Direction::down)));
+    m_upRate->setText(QStringLiteral("▲ ") + TntFormat::rateOrZero(m_transfer.rate(Direction::up)));
 }
 
 void TransferStatus::setTntDetailsHidden(bool hidden)
@@ -113,9 +119,10 @@ void TransferStatus::setTntDetailsHidden(bool hidden)
 QString TransferStatus::text() const
 {
     QStringList parts;
-    for (const QLabel *label : {m_connection, m_dht, m_freeSpace, m_ratio, m_downloaded, m_uploaded, m_rates}) {
+    for (const QLabel *label : {m_connection, m_dht, m_freeSpace, m_ratio, m_downloaded, m_uploaded}) {
         if (!label->isHidden())
             parts << label->text();
     }
+    parts << m_downRate->text() + QStringLiteral("   ") + m_upRate->text();
     return parts.join(QStringLiteral(" | "));
 }

@@ -18,6 +18,8 @@ public:
 
     QString text() const; // everything shown, for tests and accessibility
     QToolButton *altSpeedSwitch() const { return m_altSpeed; }
+    // The rates; a click asks for the global limit of that direction.
+    QToolButton *rateButton(bool upload) const { return upload ? m_upRate : m_downRate; }
     QToolButton *tntDetailsToggle() const { return m_detailsToggle; }
     // The toggle offers the other state.
     void setTntDetailsHidden(bool hidden);
@@ -26,6 +28,7 @@ Q_SIGNALS:
     // The alternative speed limits switch was clicked; the next poll carries the server's mode.
     void altSpeedToggleRequested();
     void tntDetailsToggleRequested();
+    void globalLimitRequested(bool upload);
 
 private:
     void refresh();
@@ -38,7 +41,8 @@ private:
     QLabel *m_ratio;
     QLabel *m_downloaded;
     QLabel *m_uploaded;
-    QLabel *m_rates;
+    QToolButton *m_downRate;
+    QToolButton *m_upRate;
     QToolButton *m_altSpeed;
     QToolButton *m_detailsToggle;
 };

@@ -3,14 +3,20 @@
 #include "core/AppContext.h"
 #include "support/Await.h"
 #include "support/ConnectedServer.h"
+#include "support/FileManagerService.h"
 #include "support/TorrentFactory.h"
 #include "ui/MainWindow.h"
 #include "ui/TntContentTree.h"
+#include "ui/TntContextMenu.h"
 #include "ui/TntDetailPane.h"
+#include "ui/TntReveal.h"
 #include "ui/TntTableModel.h"
 #include "ui/TransferStatus.h"
+#include "ui/TntActions.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QUrl>
 #include <QTabWidget>
 #include <QTest>
 #include <QToolButton>
@@ -20,7 +26,8 @@ using Flavor = QbtServer::Flavor;
 using QuilloTest::wait;
 
 // The detail pane of a seeded torrent on real servers: what the server says of it shows in the
-// tabs, and a file priority set in the Content tab reaches the server.
+// tabs, a file priority set in the Content tab reaches the server, and its files are revealed
+// where a path mapping says they are (with a file manager on a private session bus).
 class TestDetailsRealServers : public QObject
 {
     Q_OBJECT
@@ -111,6 +118,37 @@ private Q_SLOTS:
         QCOMPARE(file.data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::Unchecked);
         QCOMPARE(top.data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::PartiallyChecked);
         QVERIFY(!m_context->clientError());
+    }
+
+    // The server's folder mapped to a second one holding the same files, as a share mounted here
+    // would: the torrent and one of its files are shown there.
+    void revealedThroughTheMapping()
+    {
+        FileManagerService fileManager;
+        QVERIFY(fileManager.publish(true));
+        const QbtServer::DataDir data = m_server->server().makeDataDir();
+        const auto made = TorrentFactory::multiFile(data.localPath, QStringLiteral("Shown"),
+                                                    {{QStringLiteral("a.bin"), 20'000}, {QStringLiteral("sub/b.bin"), 10'000}});
+        wait(m_context->client()->perform(API::Endpoint::TntManagement::add(TorrentFactory::multipartBody(
+            {TorrentFactory::torrentPart(made), {"savepath", data.serverPath.toUtf8()}}))));
+        QTRY_VERIFY_WITH_TIMEOUT(m_context->tntCollection().find(made.infoHash)
+                                     && m_context->tntCollection().find(made.infoHash)->progress() == 1.0,
+                                 20'000);
+        const QString share = m_server->scratchDir() + QStringLiteral("/share");
+        QVERIFY(QDir().mkpath(share + QStringLiteral("/Shown/sub")));
+        for (const QString &file : {QStringLiteral("Shown/a.bin"), QStringLiteral("Shown/sub/b.bin")})
+            QVERIFY(QFile::copy(data.localPath + u'/' + file, share + u'/' + file));
+        m_context->settings().setPathMapping({{.remotePath = data.serverPath, .bookmarkData = share.toUtf8()}});
+        const auto uri = [&share](const QString &relative) {
+            return QString::fromUtf8(QUrl::fromLocalFile(share + u'/' + relative).toEncoded());
+        };
+
+        TntContextMenu menu(*m_window->tntActions(), {made.infoHash});
+        m_window->tntActions()->action(TntActions::Id::showInFileManager)->trigger();
+        QTRY_COMPARE(fileManager.shown, QList<QStringList>{{uri(QStringLiteral("Shown"))}});
+        m_window->reveal()->showFiles(made.infoHash, {QStringLiteral("Shown/sub/b.bin")});
+        QTRY_COMPARE(fileManager.shown.size(), 2);
+        QCOMPARE(fileManager.shown.last(), QStringList{uri(QStringLiteral("Shown/sub/b.bin"))});
     }
 };
 

@@ -150,6 +150,33 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(context().serverState().useAltSpeedLimits(), limited, 10'000);
     }
 
+    // Limits set through the context are what the server then reads back, 0 being none.
+    void limitsReadBack_data()
+    {
+        QTest::addColumn<bool>("global");
+        QTest::addColumn<TransferLimits::Direction>("direction");
+        QTest::newRow("torrent download") << false << TransferLimits::Direction::down;
+        QTest::newRow("torrent upload") << false << TransferLimits::Direction::up;
+        QTest::newRow("global download") << true << TransferLimits::Direction::down;
+        QTest::newRow("global upload") << true << TransferLimits::Direction::up;
+    }
+
+    void limitsReadBack()
+    {
+        QFETCH(bool, global);
+        QFETCH(TransferLimits::Direction, direction);
+        TransferLimits &limits = context().limits();
+        const QString hash = m_changed.infoHash;
+        for (const qint64 limit : {qint64(300 * 1024), qint64(0)}) {
+            wait(global ? limits.setGlobalLimit(direction, limit)
+                        : limits.setTntLimit(TntTargets::only({hash}), direction, limit));
+            const std::optional<qint64> read =
+                wait(global ? limits.globalLimit(direction) : limits.tntLimit({hash}, direction));
+            QCOMPARE(read, std::optional(limit));
+        }
+        QCOMPARE(m_server->alert(), QString());
+    }
+
     void removalStays_data()
     {
         QTest::addColumn<bool>("deleteFiles");
@@ -178,6 +205,18 @@ private Q_SLOTS:
         wait(context().increasePriority());
         QCOMPARE(m_server->alert(), QStringLiteral("Failed to increase torrent priority.|Torrent queueing is disabled!|"
                                                    "Torrent queueing must be enabled"));
+    }
+
+    // The last: the server is gone after it, and the connection ends here without an alert.
+    void shutDownEndsTheServer()
+    {
+        context().dismissClientError();
+        wait(context().shutDownServer());
+        QTRY_VERIFY_WITH_TIMEOUT(!m_server->server().isRunning(), 20'000);
+        QVERIFY(!context().isAuthorized());
+        QTest::qWait(1000);
+        QCOMPARE(m_server->alert(), QString());
+        QCOMPARE(context().connectionLossCount(), 0);
     }
 };
 

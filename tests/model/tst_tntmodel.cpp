@@ -90,6 +90,35 @@ private Q_SLOTS:
         QCOMPARE(model.totalSize(), 5);
     }
 
+    // Where the server keeps a file, from the file list's name and the torrent's content path.
+    void remotePathOfAFile_data()
+    {
+        QTest::addColumn<QString>("savePath");
+        QTest::addColumn<QString>("contentPath");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("a single file") << u"/dl"_qs << u"/dl/a.iso"_qs << u"a.iso"_qs << u"/dl/a.iso"_qs;
+        QTest::newRow("in its root folder") << u"/dl/"_qs << u"/dl/Album"_qs << u"Album/cd1/a.flac"_qs
+                                            << u"/dl/Album/cd1/a.flac"_qs;
+        QTest::newRow("a folder of it") << u"/dl"_qs << u"/dl/Album"_qs << u"Album/cd1"_qs << u"/dl/Album/cd1"_qs;
+        QTest::newRow("no root folder") << u"/dl/Album"_qs << u"/dl/Album"_qs << u"Album/a.flac"_qs
+                                        << u"/dl/Album/Album/a.flac"_qs;
+        QTest::newRow("still in the incomplete folder")
+            << u"/dl"_qs << u"/incomplete/Album"_qs << u"Album/a.flac"_qs << u"/incomplete/Album/a.flac"_qs;
+        QTest::newRow("a server on Windows") << u"D:\\dl"_qs << u"D:\\dl\\Album"_qs << u"Album/cd1/a.flac"_qs
+                                             << u"D:\\dl\\Album\\cd1\\a.flac"_qs;
+    }
+
+    void remotePathOfAFile()
+    {
+        QFETCH(QString, savePath);
+        QFETCH(QString, contentPath);
+        QFETCH(QString, name);
+        QFETCH(QString, expected);
+        const TntModel model(u"a"_qs, {.contentPath = contentPath, .savePath = savePath});
+        QCOMPARE(model.remotePathOf(name), expected);
+    }
+
     void datesChangeOnlyWhenTheyDiffer_data()
     {
         QTest::addColumn<double>("before");

@@ -176,6 +176,9 @@ private Q_SLOTS:
             << twoPrefixes << u"/data/movies/x"_qs << true << O::found << u"/data/movies/x"_qs;
         QTest::newRow("a share not mounted") << Maps{{u"/data"_qs, u"unmounted"_qs}} << u"/data/x"_qs << false
                                              << O::notMounted << u"unmounted"_qs;
+        QTest::newRow("a server on Windows") << Maps{{u"D:\\Downloads"_qs, u"A"_qs}}
+                                             << u"D:\\Downloads\\show\\ep1.mkv"_qs << false << O::found
+                                             << u"A/show/ep1.mkv"_qs;
     }
 
     void pathResolution()
@@ -199,6 +202,7 @@ private Q_SLOTS:
 
         const PathResolution resolved = PathResolution::resolve(pathMaps, remotePath, serverIsLocal);
         QCOMPARE(resolved.outcome, outcome);
+        QCOMPARE(PathResolution::isMapped(pathMaps, remotePath, serverIsLocal), outcome != PathResolution::Outcome::notMapped);
         if (outcome == PathResolution::Outcome::found)
             QCOMPARE(resolved.localPath, expected.startsWith(u'/') ? expected : root.filePath(expected));
         if (outcome == PathResolution::Outcome::notMounted)

@@ -67,6 +67,7 @@ public:
     int webPort() const { return m_webPort; }
     int peerPort() const { return m_peerPort; }
     qint64 processId() const { return m_process.processId(); }
+    bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
     std::chrono::milliseconds startupTime() const { return m_startupTime; }
     // The server's own name for its default save path.
     QString defaultSavePath() const;

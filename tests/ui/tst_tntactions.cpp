@@ -19,6 +19,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QTableView>
 #include <QTest>
 #include <QToolBar>
@@ -290,9 +291,10 @@ private Q_SLOTS:
         QFETCH(QStringList, toggles);
         TntContextMenu menu(actions(), hashes.values());
         const QStringList top = titles(menu);
-        QCOMPARE(top.mid(0, 12),
+        QCOMPARE(top.mid(0, 13),
                  (QStringList{QStringLiteral("Start"), QStringLiteral("Stop"), QStringLiteral("Force start"),
-                              QStringLiteral("Remove"), QStringLiteral("Copy"), QStringLiteral("Force reannounce"),
+                              QStringLiteral("Remove"), QStringLiteral("Show in File Manager(not configured)"),
+                              QStringLiteral("Copy"), QStringLiteral("Force reannounce"),
                               QStringLiteral("Force recheck"), QStringLiteral("Rename..."),
                               QStringLiteral("Set location..."), QStringLiteral("Category"), QStringLiteral("Tags"),
                               QStringLiteral("Add trackers...")}));
@@ -349,6 +351,63 @@ private Q_SLOTS:
         m_server->server.clearRequests();
         m_window->toolbarAction(QStringLiteral("start_tnt"))->trigger();
         QCOMPARE(sent(), QByteArray("/api/v2/torrents/start?hashes=bbb"));
+    }
+
+    // A limit sheet shows the limit the server reads before anything can be typed; "Unlimited" is 0.
+    void limitSheet_data()
+    {
+        QTest::addColumn<QString>("open"); // a context menu item, else the status bar's rate
+        QTest::addColumn<QByteArray>("read"); // what the server answers the read
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<int>("typed"); // KiB/s; -1 leaves what was read
+        QTest::addColumn<QByteArray>("request");
+        QTest::newRow("torrent, read and kept")
+            << u"Limit download rate..."_qs << QByteArray(R"({"bbb":204800})") << u"200 KiB/s"_qs << -1
+            << QByteArray("/api/v2/torrents/setDownloadLimit?hashes=bbb&limit=204800");
+        QTest::newRow("torrent, below 1 KiB/s is not unlimited")
+            << u"Limit upload rate..."_qs << QByteArray(R"({"bbb":100})") << u"1 KiB/s"_qs << -1
+            << QByteArray("/api/v2/torrents/setUploadLimit?hashes=bbb&limit=1024");
+        QTest::newRow("torrent, made unlimited")
+            << u"Limit upload rate..."_qs << QByteArray(R"({"bbb":-1})") << u"Unlimited"_qs << 0
+            << QByteArray("/api/v2/torrents/setUploadLimit?hashes=bbb&limit=0");
+        QTest::newRow("a broken read leaves it unlimited")
+            << u"Limit download rate..."_qs << QByteArray("<html>") << u"Unlimited"_qs << 64
+            << QByteArray("/api/v2/torrents/setDownloadLimit?hashes=bbb&limit=65536");
+        QTest::newRow("global, from the status bar")
+            << QString() << QByteArray("1048576") << u"1024 KiB/s"_qs << 0
+            << QByteArray("/api/v2/transfer/setUploadLimit?limit=0");
+    }
+
+    void limitSheet()
+    {
+        QFETCH(QString, open);
+        QFETCH(QByteArray, read);
+        QFETCH(QString, shown);
+        QFETCH(int, typed);
+        QFETCH(QByteArray, request);
+        m_server->server.setHandler([this, read](const FakeServer::Request &r) {
+            if (r.target.contains("Limit") && !r.target.contains("/set"))
+                return FakeServer::Response::text(200, read);
+            if (r.target.contains("/sync/maindata"))
+                return FakeServer::Response::json(m_server->syncAnswer);
+            return FakeServer::Response::text(200, "");
+        });
+        QSignalSpy opened(&commands(), &TntCommands::sheetOpened);
+        if (open.isEmpty())
+            m_window->transferStatus()->rateButton(true)->click();
+        else
+            item(TntContextMenu(actions(), {u"bbb"_qs}), open)->trigger();
+        QCOMPARE(opened.size(), 1);
+        auto *field = commands().openSheet()->findChild<QSpinBox *>();
+        QTRY_VERIFY(field->isEnabled());
+        QCOMPARE(field->text(), shown);
+        // A read the server answered with something else is said, not taken for "Unlimited" silently.
+        QCOMPARE(m_server->context->clientError().has_value(), read.startsWith('<'));
+        if (typed >= 0)
+            field->setValue(typed);
+        m_server->server.clearRequests();
+        button(*commands().openSheet(), u"Save"_qs)->click();
+        QCOMPARE(sent(), request);
     }
 
     void toolbarAndStatusBar()

@@ -1,0 +1,123 @@
+#include "core/TransferLimits.h"
+
+#include "api/Client.h"
+#include "api/Endpoint.h"
+#include "api/Errors.h"
+#include "core/Connector.h"
+#include "core/ErrorReporter.h"
+#include "core/TntOperations.h"
+#include "support/Captured.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace Endpoint = API::Endpoint;
+using Direction = TransferLimits::Direction;
+
+namespace {
+
+QString readTitle(Direction direction)
+{
+    return direction == Direction::down ? QStringLiteral("Failed to get download limit.")
+                                        : QStringLiteral("Failed to get upload limit.");
+}
+
+QString writeTitle(Direction direction)
+{
+    return direction == Direction::down ? QStringLiteral("Failed to set download limit.")
+                                        : QStringLiteral("Failed to set upload limit.");
+}
+
+} // namespace
+
+TransferLimits::TransferLimits(Connector &connector, TntOperations &operations, ErrorReporter &errors)
+    : m_connector(connector)
+    , m_operations(operations)
+    , m_errors(errors)
+{}
+
+std::optional<qint64> TransferLimits::sharedLimit(const QByteArray &answer)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(answer);
+    const QJsonObject limits = document.object();
+    if (!document.isObject() || limits.isEmpty())
+        return std::nullopt;
+    std::optional<qint64> shared;
+    for (const QJsonValue value : limits) {
+        if (!value.isDouble() || (shared && *shared != value.toInteger()))
+            return std::nullopt;
+        shared = value.toInteger();
+    }
+    // A negative limit is how some servers say "none".
+    return std::max<qint64>(*shared, 0);
+}
+
+QCoro::Task<std::optional<QByteArray>> TransferLimits::read(API::APIEndpoint endpoint, QString failureTitle)
+{
+    const QPointer<Session> session = m_connector.session();
+    if (!session || !session->isAuthorized())
+        co_return std::nullopt;
+    QCoro::Task<Captured<QByteArray>> request = captured(session->client().perform(std::move(endpoint)));
+    Captured<QByteArray> answer = co_await std::move(request);
+    if (!session)
+        co_return std::nullopt;
+    if (!answer) {
+        m_errors.reportUnlessCancelled(failureTitle, answer.error);
+        co_return std::nullopt;
+    }
+    co_return std::move(*answer.value);
+}
+
+QCoro::Task<std::optional<qint64>> TransferLimits::tntLimit(QStringList hashes, Direction direction)
+{
+    QCoro::Task<std::optional<QByteArray>> reading =
+        read(direction == Direction::down ? Endpoint::TntManagement::downloadLimit(hashes)
+                                          : Endpoint::TntManagement::uploadLimit(hashes),
+             readTitle(direction));
+    const std::optional<QByteArray> answer = co_await std::move(reading);
+    if (answer && !QJsonDocument::fromJson(*answer).isObject())
+        m_errors.report(readTitle(direction), std::make_exception_ptr(API::ResponseDecodingError(
+                                                  QStringLiteral("not a map of limits: \"%1\"").arg(QString::fromUtf8(answer->left(40))))));
+    co_return answer ? sharedLimit(*answer) : std::nullopt;
+}
+
+QCoro::Task<> TransferLimits::setTntLimit(TntTargets targets, Direction direction, qint64 limit)
+{
+    const QStringList hashes = targets.wireList();
+    QCoro::Task<bool> sending = m_operations.send(direction == Direction::down
+                                                      ? Endpoint::TntManagement::setDownloadLimit(hashes, limit)
+                                                      : Endpoint::TntManagement::setUploadLimit(hashes, limit),
+                                                  writeTitle(direction));
+    co_await std::move(sending);
+}
+
+QCoro::Task<std::optional<qint64>> TransferLimits::globalLimit(Direction direction)
+{
+    QCoro::Task<std::optional<QByteArray>> reading =
+        read(direction == Direction::down ? Endpoint::TransferInfo::downloadLimit()
+                                          : Endpoint::TransferInfo::uploadLimit(),
+             readTitle(direction));
+    const std::optional<QByteArray> answer = co_await std::move(reading);
+    bool isNumber = false;
+    const qint64 limit = answer ? answer->trimmed().toLongLong(&isNumber) : 0;
+    if (answer && !isNumber)
+        m_errors.report(readTitle(direction), std::make_exception_ptr(API::ResponseDecodingError(
+                                                  QStringLiteral("not a number: \"%1\"").arg(QString::fromUtf8(answer->left(40))))));
+    co_return isNumber ? std::optional(std::max<qint64>(limit, 0)) : std::nullopt;
+}
+
+QCoro::Task<> TransferLimits::setGlobalLimit(Direction direction, qint64 limit)
+{
+    QCoro::Task<bool> sending = m_operations.send(direction == Direction::down
+                                                      ? Endpoint::TransferInfo::setDownloadLimit(limit)
+                                                      : Endpoint::TransferInfo::setUploadLimit(limit),
+                                                  writeTitle(direction));
+    co_await std::move(sending);
+}
+
+QCoro::Task<bool> TransferLimits::shutDown()
+{
+    QCoro::Task<bool> sending =
+        m_operations.send(Endpoint::Application::shutdown(), QStringLiteral("Failed to shut down the server."));
+    co_return co_await std::move(sending);
+}
