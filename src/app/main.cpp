@@ -1,28 +1,47 @@
 #include "api/AppInfo.h"
 #include "core/AppContext.h"
-#include "support/Detached.h"
 #include "core/InstanceChannel.h"
 #include "core/KeychainStore.h"
+#include "core/UpdateSchedule.h"
 #include "settings/UserDefaults.h"
+#include "support/Detached.h"
+#include "ui/CommandLine.h"
+#include "ui/MainMenus.h"
 #include "ui/MainWindow.h"
+#include "ui/ThemedIcon.h"
+#include "ui/TntActions.h"
 #include "ui/TntAddingFlow.h"
+#include "ui/TrayIcon.h"
+#include "ui/UpdatePresenter.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QLoggingCategory>
+
+Q_LOGGING_CATEGORY(lcMain, "Quillo")
 
 int main(int argc, char *argv[])
 {
-    QApplication app(argc, argv);
     QApplication::setApplicationName(QString::fromUtf16(AppInfo::name));
     QApplication::setApplicationVersion(QString::fromUtf16(AppInfo::version));
-    QApplication::setOrganizationDomain(QStringLiteral("quillo.app"));
-    QApplication::setDesktopFileName(QStringLiteral("app.quillo.Quillo"));
+    // Answered without a display, as on a server over ssh: they print and end the program.
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    if (CommandLine::asksForHelpOrVersion(arguments)) {
+        const QCoreApplication console(argc, argv);
+        CommandLine::ofProgram(arguments);
+    }
 
-    // Torrents given to a second launch (files, magnet links) go to the running instance, whose
-    // connection is already open. Paths are made absolute here, where they were meant.
-    QStringList sources;
-    for (const QUrl &source : TntAddingFlow::sourcesOf(QApplication::arguments().mid(1)))
-        sources << source.toString(QUrl::FullyEncoded);
-    if (InstanceChannel::sendToRunning(sources))
+    QApplication app(argc, argv);
+    const QString id = QString::fromUtf16(AppInfo::id);
+    QApplication::setOrganizationDomain(QStringLiteral("quillo.app"));
+    QApplication::setDesktopFileName(id);
+    QApplication::setWindowIcon(themedIcon(id, QStringLiteral("hicolor/scalable/apps/") + id));
+    const CommandLine command = CommandLine::ofProgram(QApplication::arguments());
+
+    // A second launch hands what it was given to the running instance, whose connection is open.
+    if (InstanceChannel::sendToRunning(command.message()))
         return 0;
     InstanceChannel channel;
     channel.listen();
@@ -31,16 +50,38 @@ int main(int argc, char *argv[])
     KeychainStore keychain;
     AppContext context(defaults, keychain);
     MainWindow window(context);
-    window.show();
-    const auto open = [&window](const QStringList &received) {
-        window.addingFlow()->open(TntAddingFlow::sourcesOf(received));
-        window.raise();
-        window.activateWindow();
+    TrayIcon tray(context, window);
+    // Torrents wait until the connection is ready, and open once it is.
+    const auto follow = [&window](const CommandLine &given) {
+        window.addingFlow()->open(given.sources);
+        if (given.addFile)
+            window.tntActions()->action(TntActions::Id::addFiles)->trigger();
+        if (given.addLink)
+            window.tntActions()->action(TntActions::Id::addLinks)->trigger();
     };
-    QObject::connect(&channel, &InstanceChannel::received, &window, open);
-    // Before the connection is ready these wait, and open once it is.
-    if (!sources.isEmpty())
-        open(sources);
+    QObject::connect(&channel, &InstanceChannel::received, &window, [&](const QStringList &message) {
+        QString error;
+        const std::optional<CommandLine> given = CommandLine::read(message, &error);
+        if (!given) {
+            qCWarning(lcMain, "Ignored a second launch: %s", qUtf8Printable(error));
+            return;
+        }
+        follow(*given);
+        if (!given->minimized)
+            tray.showWindow();
+    });
+    tray.start(command.minimized || defaults.boolValue(UserDefaultsKey::startMinimized, false));
+    follow(command);
+
+    const QUrl feed(QString::fromUtf16(AppInfo::releaseFeed));
+    if (!feed.isEmpty()) {
+        auto *updates = new UpdatePresenter(feed, window);
+        QObject::connect(window.menus(), &MainMenus::updateCheckRequested, updates, &UpdatePresenter::check);
+        auto *schedule = new UpdateSchedule(context.settings(), feed,
+                                            QVersionNumber::fromString(QString::fromUtf16(AppInfo::version)), updates);
+        QObject::connect(schedule, &UpdateSchedule::available, updates, &UpdatePresenter::show);
+        schedule->start();
+    }
     // Polling slows down while the window is in the background.
     QObject::connect(&app, &QGuiApplication::applicationStateChanged, &context, [&context](Qt::ApplicationState state) {
         context.setAppState(state == Qt::ApplicationActive ? AppContext::AppState::foreground

@@ -1,5 +1,7 @@
 #include "core/InstanceChannel.h"
 
+#include "api/AppInfo.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QLocalSocket>
@@ -25,7 +27,7 @@ InstanceChannel::InstanceChannel(QString name, QObject *parent)
 QString InstanceChannel::defaultName()
 {
     // The socket lives in a folder shared by every user: the name keeps each user's apart.
-    return QStringLiteral("app.quillo.Quillo-") + qEnvironmentVariable("USER", QStringLiteral("user"));
+    return QString::fromUtf16(AppInfo::id) + u'-' + qEnvironmentVariable("USER", QStringLiteral("user"));
 }
 
 bool InstanceChannel::sendToRunning(const QStringList &sources, const QString &name)

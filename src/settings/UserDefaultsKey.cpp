@@ -55,6 +55,8 @@ QString keyName(UserDefaultsKey key)
     case UserDefaultsKey::toolbarIsHidden: return QStringLiteral("toolbarIsHidden");
     case UserDefaultsKey::mainWindowGeometry: return QStringLiteral("mainWindowGeometry");
     case UserDefaultsKey::notifyDownloadsComplete: return QStringLiteral("notifyDownloadsComplete");
+    case UserDefaultsKey::closeToTray: return QStringLiteral("closeToTray");
+    case UserDefaultsKey::startMinimized: return QStringLiteral("startMinimized");
     }
     Q_UNREACHABLE();
 }

@@ -60,6 +60,9 @@ enum class UserDefaultsKey {
     mainWindowGeometry,
     // Whether a finished download is announced with a notification.
     notifyDownloadsComplete,
+    // The tray: closing the window hides it there; Quillo starts there without showing the window.
+    closeToTray,
+    startMinimized,
 };
 
 QString keyName(UserDefaultsKey key);

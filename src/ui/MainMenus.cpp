@@ -146,6 +146,11 @@ void MainMenus::addServerMenu()
 void MainMenus::addHelpMenu()
 {
     QMenu *help = m_parts.window->menuBar()->addMenu(QStringLiteral("Help"));
+    // Distribution packages leave updating to the package manager: their builds name no feed.
+    if (!QStringView(AppInfo::releaseFeed).isEmpty()) {
+        connect(help->addAction(QStringLiteral("Check for Updates")), &QAction::triggered, this,
+                &MainMenus::updateCheckRequested);
+    }
     QAction *about = help->addAction(QStringLiteral("About Quillo"));
     about->setMenuRole(QAction::AboutRole);
     connect(about, &QAction::triggered, m_parts.window,

@@ -41,6 +41,8 @@ public:
 
 Q_SIGNALS:
     void settingsRequested();
+    // Help › Check for Updates, offered where the build names a release feed.
+    void updateCheckRequested();
 
 private:
     void addFileMenu();

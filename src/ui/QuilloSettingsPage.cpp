@@ -1,5 +1,6 @@
 #include "ui/QuilloSettingsPage.h"
 
+#include "api/AppInfo.h"
 #include "settings/AppSettings.h"
 
 #include <QCheckBox>
@@ -46,6 +47,21 @@ QuilloSettingsPage::QuilloSettingsPage(AppSettings &settings, QWidget *parent)
     addStored(QStringLiteral("All-time totals"), K::showAllTimeStats, true);
     addStored(QStringLiteral("Free disk space"), K::showFreeSpace, true);
     addStored(QStringLiteral("Global ratio"), K::showGlobalRatio, true);
+
+    addSection(QStringLiteral("Tray"));
+    addStored(QStringLiteral("Close to tray"), K::closeToTray, false);
+    addStored(QStringLiteral("Start minimized"), K::startMinimized, false);
+
+    // Builds without a release feed are updated by their package manager.
+    if (!QStringView(AppInfo::releaseFeed).isEmpty()) {
+        addSection(QStringLiteral("Updates of Quillo"));
+        static const QStringList intervals{QStringLiteral("Never"), QStringLiteral("Daily"), QStringLiteral("Weekly"),
+                                           QStringLiteral("Monthly")};
+        addChoice(
+            QStringLiteral("Check for updates:"), intervals,
+            [s] { return intervals.at(static_cast<int>(s->updateCheckInterval())); },
+            [s](const QString &name) { s->setUpdateCheckInterval(static_cast<UpdateInterval>(intervals.indexOf(name))); });
+    }
 
     addSection(QStringLiteral("Adding torrents"));
     addSwitch(QStringLiteral("Show the add window before adding"), [s] { return s->showTntAddingWindow(); },

@@ -123,6 +123,7 @@ SidebarView::SidebarView(AppContext &context, NavigationContext &navigation, Tnt
     , m_delegate(new SidebarDelegate(m_tree))
 {
     m_tree->setObjectName(QStringLiteral("sidebar"));
+    m_tree->setAccessibleName(QStringLiteral("Filters"));
     m_tree->setHeaderHidden(true);
     m_tree->setColumnCount(1);
     m_tree->setIndentation(10);

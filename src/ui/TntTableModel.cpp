@@ -25,6 +25,11 @@ QString rate(qint64 bytesPerSecond)
     return bytesPerSecond <= 0 ? QString() : size(bytesPerSecond) + QStringLiteral("/s");
 }
 
+QString rateOrZero(qint64 bytesPerSecond)
+{
+    return bytesPerSecond > 0 ? rate(bytesPerSecond) : QStringLiteral("0 B/s");
+}
+
 QString eta(double seconds)
 {
     if (seconds >= infiniteEta || seconds < 0)

@@ -62,6 +62,7 @@ private:
 namespace TntFormat {
 QString size(qint64 bytes);
 QString rate(qint64 bytesPerSecond);
+QString rateOrZero(qint64 bytesPerSecond); // "0 B/s" where the table leaves a still torrent's rate empty
 QString eta(double seconds);
 QString duration(double seconds); // "2d 3h", "4h 5m", "6m", "7s"
 QString ratio(double ratio);

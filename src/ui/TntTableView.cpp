@@ -92,6 +92,11 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     , m_table(new QTableView(this))
 {
     m_filter->setPlaceholderText(QStringLiteral("Filter by name"));
+    // A placeholder is not read out once the field has text: screen readers need names.
+    m_filter->setAccessibleName(m_filter->placeholderText());
+    m_table->setAccessibleName(QStringLiteral("Torrents"));
+    // Rows are walked with the arrow keys; Tab moves on, or keyboard users are kept in the table.
+    m_table->setTabKeyNavigation(false);
     m_filter->setClearButtonEnabled(true);
     m_filterDelay->setSingleShot(true);
     m_filterDelay->setInterval(150);

@@ -105,9 +105,8 @@ void TransferStatus::refresh()
     const bool alternative = m_transfer.useAltSpeedLimits();
     m_altSpeed->setChecked(alternative);
     m_altSpeed->setIcon(SidebarIcons::forSymbol(alternative ? u"flame.fill" : u"flame"));
-    const auto shownRate = [](qint64 rate) { return rate > 0 ? TntFormat::rate(rate) : QStringLiteral("0 B/s"); };
-    m_downRate->setText(QStringLiteral("▼ ") + shownRate(m_transfer.rate(Direction::down)));
-    m_upRate->setText(QStringLiteral("▲ ") + shownRate(m_transfer.rate(Direction::up)));
+    m_downRate->setText(QStringLiteral("▼ ") + TntFormat::rateOrZero(m_transfer.rate(Direction::down)));
+    m_upRate->setText(QStringLiteral("▲ ") + TntFormat::rateOrZero(m_transfer.rate(Direction::up)));
 }
 
 void TransferStatus::setTntDetailsHidden(bool hidden)

@@ -2,6 +2,7 @@
 #include "support/ScriptedTorrents.h"
 #include "support/TorrentFactory.h"
 #include "core/InstanceChannel.h"
+#include "ui/CommandLine.h"
 #include "ui/AddTntOptionsForm.h"
 #include "ui/AddTntWindow.h"
 #include "ui/DropOverlay.h"
@@ -559,7 +560,10 @@ private Q_SLOTS:
         QVERIFY(received.wait(30'000));
         QVERIFY(launch.waitForFinished(30'000));
         QCOMPARE(launch.exitCode(), 0);
-        m_window->addingFlow()->open(TntAddingFlow::sourcesOf(received.first().first().toStringList()));
+        // Read as the running Quillo reads a second launch's message.
+        const std::optional<CommandLine> given = CommandLine::read(received.first().first().toStringList());
+        QVERIFY(given);
+        m_window->addingFlow()->open(given->sources);
         auto *dialog = m_window->findChild<LinksDialog *>();
         QVERIFY(dialog);
         QCOMPARE(dialog->textField()->toPlainText(), magnet);
