@@ -127,6 +127,7 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
     connect(&context, &AppContext::connectionStateChanged, this, &TntActions::showState);
     connect(&context, &AppContext::selectionChanged, this, &TntActions::showState);
     showState();
+    showTransferState();
 }
 
 QAction *TntActions::add(Id id, const QString &title, std::function<void(bool)> run)

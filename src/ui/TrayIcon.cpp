@@ -3,27 +3,23 @@
 #include "api/AppInfo.h"
 #include "core/AppContext.h"
 #include "support/Detached.h"
+#include "ui/MainWindow.h"
+#include "ui/TntActions.h"
 #include "ui/TntTableModel.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QWidget>
 
-TrayIcon::TrayIcon(AppContext &context, QWidget &window, bool available)
+TrayIcon::TrayIcon(AppContext &context, MainWindow &window, bool available)
     : QObject(&window)
     , m_context(context)
     , m_window(window)
     , m_available(available)
     , m_icon(QApplication::windowIcon())
     , m_showHide(m_menu.addAction(QString(), this, &TrayIcon::toggleWindow))
-    , m_altSpeed(m_menu.addAction(QStringLiteral("Alternative Speed Limits")))
 {
-    m_altSpeed->setCheckable(true);
-    // The server decides: the next poll brings its mode, which the check mark then shows.
-    connect(m_altSpeed, &QAction::triggered, this, [this] {
-        m_altSpeed->setChecked(m_context.serverState().useAltSpeedLimits());
-        detached(m_context.toggleSpeedLimitsMode());
-    });
+    m_menu.addAction(window.tntActions()->action(TntActions::Id::alternativeSpeedLimits));
     m_menu.addSeparator();
     m_startAll =
         m_menu.addAction(QStringLiteral("Start All Torrents"), this, [this] { detached(m_context.startTnts({})); });
@@ -99,10 +95,9 @@ void TrayIcon::refresh()
     const bool shown = m_window.isVisible() && !m_window.isMinimized();
     m_showHide->setText(shown ? QStringLiteral("Hide Quillo") : QStringLiteral("Show Quillo"));
     const bool connected = m_context.isAuthorized();
-    for (QAction *action : {m_altSpeed, m_startAll, m_stopAll})
+    for (QAction *action : {m_startAll, m_stopAll})
         action->setEnabled(connected);
     const GlobalTransferInfo &transfer = m_context.serverState();
-    m_altSpeed->setChecked(connected && transfer.useAltSpeedLimits());
     const QString name = QString::fromUtf16(AppInfo::name);
     if (!connected) {
         m_icon.setToolTip(name + QStringLiteral("\nNot connected"));

@@ -5,7 +5,7 @@
 #include <QSystemTrayIcon>
 
 class AppContext;
-class QWidget;
+class MainWindow;
 
 // Quillo in the notification area: the current rates in its tooltip, and a menu to show or hide the
 // window, switch the alternative speed limits, start or stop every torrent and quit. With "Close to
@@ -16,7 +16,8 @@ class TrayIcon : public QObject
 
 public:
     // `available`: whether the desktop shows tray icons at all; without, the window is never hidden.
-    TrayIcon(AppContext &context, QWidget &window, bool available = QSystemTrayIcon::isSystemTrayAvailable());
+    // The alternative limits item is the window's own, so both show the same switch.
+    TrayIcon(AppContext &context, MainWindow &window, bool available = QSystemTrayIcon::isSystemTrayAvailable());
 
     bool isAvailable() const { return m_available; }
     QSystemTrayIcon &icon() { return m_icon; }
@@ -36,12 +37,11 @@ private:
     void quit();
 
     AppContext &m_context;
-    QWidget &m_window;
+    MainWindow &m_window;
     bool m_available;
     QMenu m_menu;
     QSystemTrayIcon m_icon;
     QAction *m_showHide;
-    QAction *m_altSpeed;
     QAction *m_startAll;
     QAction *m_stopAll;
 };
