@@ -29,6 +29,15 @@ constexpr Field<GT> globalFields[] = {
     optional<&GT::refreshInterval>("refreshInterval"),
     optional<&GT::freeSpaceOnDisk>("freeSpaceOnDisk"),
     optional<&GT::globalRatio>("globalRatio"),
+    optional<&GT::totalWastedSession>("totalWastedSession"),
+    optional<&GT::totalPeerConnections>("totalPeerConnections"),
+    optional<&GT::readCacheHits>("readCacheHits"),
+    optional<&GT::totalBuffersSize>("totalBuffersSize"),
+    optional<&GT::writeCacheOverload>("writeCacheOverload"),
+    optional<&GT::readCacheOverload>("readCacheOverload"),
+    optional<&GT::queuedIoJobs>("queuedIoJobs"),
+    optional<&GT::averageTimeQueue>("averageTimeQueue"),
+    optional<&GT::totalQueuedSize>("totalQueuedSize"),
 };
 
 constexpr Field<Category> categoryFields[] = {

@@ -47,6 +47,16 @@ struct SGlobalTransferInfo
     std::optional<qint64> refreshInterval;
     std::optional<qint64> freeSpaceOnDisk;
     std::optional<QString> globalRatio;
+    // For the statistics window; the cache figures are percentages as texts.
+    std::optional<qint64> totalWastedSession;
+    std::optional<qint64> totalPeerConnections;
+    std::optional<QString> readCacheHits;
+    std::optional<qint64> totalBuffersSize;
+    std::optional<QString> writeCacheOverload;
+    std::optional<QString> readCacheOverload;
+    std::optional<qint64> queuedIoJobs;
+    std::optional<qint64> averageTimeQueue;
+    std::optional<qint64> totalQueuedSize;
 
     friend bool operator==(const SGlobalTransferInfo &, const SGlobalTransferInfo &) = default;
 };

@@ -45,6 +45,21 @@ GlobalTransferInfo::Fields GlobalTransferInfo::update(const API::SGlobalTransfer
     take(state.refreshInterval, m_refreshInterval, RefreshInterval);
     take(state.freeSpaceOnDisk, m_freeSpaceOnDisk, FreeSpaceOnDisk);
     take(state.globalRatio, m_globalRatio, GlobalRatio);
+    Statistics statistics = m_statistics;
+    const auto keep = [](const auto &incoming, auto &field) {
+        if (incoming)
+            field = *incoming;
+    };
+    keep(state.totalWastedSession, statistics.totalWastedSession);
+    keep(state.totalPeerConnections, statistics.totalPeerConnections);
+    keep(state.readCacheHits, statistics.readCacheHits);
+    keep(state.totalBuffersSize, statistics.totalBuffersSize);
+    keep(state.writeCacheOverload, statistics.writeCacheOverload);
+    keep(state.readCacheOverload, statistics.readCacheOverload);
+    keep(state.queuedIoJobs, statistics.queuedIoJobs);
+    keep(state.averageTimeQueue, statistics.averageTimeQueue);
+    keep(state.totalQueuedSize, statistics.totalQueuedSize);
+    assign(m_statistics, statistics, StatisticsField, changedFields);
     if (changedFields)
         Q_EMIT changed(changedFields);
     return changedFields;

@@ -30,8 +30,26 @@ public:
         RefreshInterval = 1u << 12,
         FreeSpaceOnDisk = 1u << 13,
         GlobalRatio = 1u << 14,
+        StatisticsField = 1u << 15, // any of `statistics()`
     };
     Q_DECLARE_FLAGS(Fields, Field)
+
+    // What the statistics window shows beyond the status bar's figures; the server's texts for the
+    // cache percentages.
+    struct Statistics
+    {
+        qint64 totalWastedSession = 0;
+        qint64 totalPeerConnections = 0;
+        QString readCacheHits;
+        qint64 totalBuffersSize = 0;
+        QString writeCacheOverload;
+        QString readCacheOverload;
+        qint64 queuedIoJobs = 0;
+        qint64 averageTimeQueue = 0; // milliseconds
+        qint64 totalQueuedSize = 0;
+
+        friend bool operator==(const Statistics &, const Statistics &) = default;
+    };
 
     explicit GlobalTransferInfo(QObject *parent = nullptr);
 
@@ -50,6 +68,7 @@ public:
     qint64 refreshInterval() const { return m_refreshInterval; }
     qint64 freeSpaceOnDisk() const { return m_freeSpaceOnDisk; }
     const QString &globalRatio() const { return m_globalRatio; }
+    const Statistics &statistics() const { return m_statistics; }
     const DataRateBuffer &dlSpeedBuffer() const { return m_dlSpeedBuffer; }
     const DataRateBuffer &upSpeedBuffer() const { return m_upSpeedBuffer; }
 
@@ -87,6 +106,7 @@ private:
     qint64 m_refreshInterval = 0;
     qint64 m_freeSpaceOnDisk = 0;
     QString m_globalRatio = QStringLiteral("-1");
+    Statistics m_statistics;
     DataRateBuffer m_dlSpeedBuffer;
     DataRateBuffer m_upSpeedBuffer;
 };

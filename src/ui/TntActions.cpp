@@ -87,6 +87,7 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
     add(Id::globalUploadLimit, QStringLiteral("Global Upload Limit..."),
         [this](bool) { m_commands.limitGlobalRate(Direction::up); });
     add(Id::shutDownServer, QStringLiteral("Shut Down Server..."), [this](bool) { m_commands.shutDownServer(); });
+    add(Id::statistics, QStringLiteral("Statistics..."), [this](bool) { m_commands.showStatistics(); });
     QAction *alternative = add(Id::alternativeSpeedLimits, QStringLiteral("Alternative Speed Limits"), [this](bool) {
         // Only the server changes the mode: the item shows it, a click asks for the other one.
         showTransferState();
@@ -202,7 +203,8 @@ void TntActions::showState()
         case Id::alternativeSpeedLimits:
         case Id::globalDownloadLimit:
         case Id::globalUploadLimit:
-        case Id::shutDownServer: enabled = connected; break;
+        case Id::shutDownServer:
+        case Id::statistics: enabled = connected; break;
         case Id::addPeers: // sends nothing for no list
         case Id::limitDownload:
         case Id::limitUpload:

@@ -50,6 +50,7 @@ public:
         globalDownloadLimit,
         globalUploadLimit,
         shutDownServer,
+        statistics,
         // Queue priority moves the selection whatever a menu is over: the server's call takes no list.
         minimumPriority,
         decreasePriority,

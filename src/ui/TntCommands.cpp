@@ -4,6 +4,7 @@
 #include "support/Detached.h"
 #include "ui/EditorSheet.h"
 #include "ui/ShareLimitField.h"
+#include "ui/StatisticsWindow.h"
 
 #include <QLineEdit>
 #include <QMessageBox>
@@ -254,6 +255,15 @@ void TntCommands::limitShare(const QSet<QString> &hashes)
                                                    qint64(seeding->wireValue()), qint64(inactive->wireValue())));
     });
     present(sheet);
+}
+
+QDialog *TntCommands::showStatistics()
+{
+    if (!m_statistics)
+        m_statistics = new StatisticsWindow(m_context.serverState(), m_window);
+    m_statistics->show();
+    m_statistics->raise();
+    return m_statistics;
 }
 
 void TntCommands::shutDownServer()

@@ -43,6 +43,8 @@ public:
     void limitGlobalRate(TransferLimits::Direction direction);
     // Ratio and seeding times, starting from what the torrents share.
     void limitShare(const QSet<QString> &hashes);
+    // The statistics window, opened once and brought forward after.
+    QDialog *showStatistics();
     // Asks first, naming the server: it cannot be started again from here.
     void shutDownServer();
     void createCategory();
@@ -69,4 +71,5 @@ private:
     AppContext &m_context;
     QWidget *m_window;
     QPointer<QDialog> m_sheet;
+    QPointer<QDialog> m_statistics;
 };

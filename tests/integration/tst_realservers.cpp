@@ -213,6 +213,9 @@ private Q_SLOTS:
         QVERIFY(data.tntsRemoved.isEmpty());
         QVERIFY(data.serverState && data.serverState->connectionStatus && data.serverState->dlInfoData &&
                 data.serverState->globalRatio);
+        // The statistics window's figures come with it.
+        QVERIFY(data.serverState->totalPeerConnections && data.serverState->queuedIoJobs &&
+                data.serverState->totalQueuedSize && data.serverState->readCacheHits);
         if (isModern())
             QVERIFY(data.trackers.contains(u"http://127.0.0.1:1/announce"_qs));
 

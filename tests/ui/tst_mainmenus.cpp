@@ -3,6 +3,7 @@
 #include "ui/MainMenus.h"
 #include "ui/MainWindow.h"
 #include "ui/SidebarView.h"
+#include "ui/StatisticsWindow.h"
 #include "ui/TntActions.h"
 #include "ui/TntContextMenu.h"
 #include "ui/TntDetailPane.h"
@@ -105,6 +106,31 @@ private Q_SLOTS:
             QVERIFY2(enabled.contains(action->text()), qPrintable(action->text()));
             QCOMPARE(action->isEnabled(), enabled.value(action->text()));
         }
+    }
+
+    // Server › Statistics... shows what the server state says, and follows it while open.
+    void statistics()
+    {
+        m_window.reset();
+        const QByteArray state = R"({"rid":1,"full_update":true,"torrents":{},"server_state":{
+            "connection_status":"connected","alltime_dl":3221225472,"alltime_ul":1073741824,
+            "global_ratio":"0.33","total_wasted_session":2048,"total_peer_connections":12,
+            "read_cache_hits":"87","total_buffers_size":1048576,"write_cache_overload":"0",
+            "read_cache_overload":"0","queued_io_jobs":3,"average_time_queue":41,"total_queued_size":0}})";
+        m_server = std::make_unique<ScriptedTorrents>("2.11.0", state);
+        m_window = std::make_unique<MainWindow>(*m_server->context);
+        QuilloTest::menuItem(*menus().menu(u"Server"_qs), u"Statistics..."_qs)->trigger();
+        auto *window = m_window->findChild<StatisticsWindow *>();
+        QVERIFY(window && window->isVisible());
+        QCOMPARE(window->text().split(u'\n'),
+                 (QStringList{u"All-time upload: 1.0 GiB"_qs, u"All-time download: 3.0 GiB"_qs,
+                              u"All-time share ratio: 0.33"_qs, u"Session waste: 2.0 KiB"_qs, u"Connected peers: 12"_qs,
+                              u"Read cache hits: 87%"_qs, u"Total buffer size: 1.0 MiB"_qs,
+                              u"Write cache overload: 0%"_qs, u"Read cache overload: 0%"_qs, u"Queued I/O jobs: 3"_qs,
+                              u"Average time in queue: 41 ms"_qs, u"Total queued size: 0 bytes"_qs}));
+        m_server->syncAnswer = R"({"rid":2,"server_state":{"total_peer_connections":13}})";
+        m_server->context->forcePoll();
+        QTRY_VERIFY(window->text().contains(u"Connected peers: 13"_qs));
     }
 
     // Two actions on one key in the same window make Qt fire neither.

@@ -1,0 +1,102 @@
+#include "ui/StatisticsWindow.h"
+
+#include "model/GlobalTransferInfo.h"
+#include "ui/TntTableModel.h"
+
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace {
+
+using Direction = GlobalTransferInfo::TransferDirection;
+
+struct Row
+{
+    const char *title;
+    QString (*value)(const GlobalTransferInfo &);
+};
+
+struct Group
+{
+    const char *title;
+    std::initializer_list<Row> rows;
+};
+
+// The server's percentage texts, with the sign the server leaves out.
+QString percentText(const QString &value)
+{
+    return value.isEmpty() ? QStringLiteral("–") : value + u'%';
+}
+
+const Group groups[] = {
+    {"User statistics",
+     {{"All-time upload", [](const GlobalTransferInfo &t) { return TntFormat::size(t.alltimeTotal(Direction::up)); }},
+      {"All-time download",
+       [](const GlobalTransferInfo &t) { return TntFormat::size(t.alltimeTotal(Direction::down)); }},
+      {"All-time share ratio", [](const GlobalTransferInfo &t) { return t.globalRatio(); }},
+      {"Session waste", [](const GlobalTransferInfo &t) { return TntFormat::size(t.statistics().totalWastedSession); }},
+      {"Connected peers",
+       [](const GlobalTransferInfo &t) { return QString::number(t.statistics().totalPeerConnections); }}}},
+    {"Cache statistics",
+     {{"Read cache hits", [](const GlobalTransferInfo &t) { return percentText(t.statistics().readCacheHits); }},
+      {"Total buffer size",
+       [](const GlobalTransferInfo &t) { return TntFormat::size(t.statistics().totalBuffersSize); }}}},
+    {"Performance statistics",
+     {{"Write cache overload",
+       [](const GlobalTransferInfo &t) { return percentText(t.statistics().writeCacheOverload); }},
+      {"Read cache overload",
+       [](const GlobalTransferInfo &t) { return percentText(t.statistics().readCacheOverload); }},
+      {"Queued I/O jobs", [](const GlobalTransferInfo &t) { return QString::number(t.statistics().queuedIoJobs); }},
+      {"Average time in queue",
+       [](const GlobalTransferInfo &t) { return QStringLiteral("%1 ms").arg(t.statistics().averageTimeQueue); }},
+      {"Total queued size",
+       [](const GlobalTransferInfo &t) { return TntFormat::size(t.statistics().totalQueuedSize); }}}},
+};
+
+} // namespace
+
+StatisticsWindow::StatisticsWindow(const GlobalTransferInfo &transfer, QWidget *parent)
+    : QDialog(parent)
+    , m_transfer(transfer)
+{
+    setObjectName(QStringLiteral("statistics"));
+    setWindowTitle(QStringLiteral("Statistics"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    auto *layout = new QVBoxLayout(this);
+    for (const Group &group : groups) {
+        auto *box = new QGroupBox(QString::fromLatin1(group.title), this);
+        auto *form = new QFormLayout(box);
+        for (const Row &row : group.rows)
+            form->addRow(QString::fromLatin1(row.title) + u':', new QLabel(box));
+        m_groups.append(form);
+        layout->addWidget(box);
+    }
+    connect(&transfer, &GlobalTransferInfo::changed, this, &StatisticsWindow::refresh);
+    refresh();
+}
+
+void StatisticsWindow::refresh()
+{
+    for (qsizetype at = 0; at < m_groups.size(); ++at) {
+        int row = 0;
+        for (const Row &shown : groups[at].rows) {
+            auto *value = static_cast<QLabel *>(m_groups[at]->itemAt(row++, QFormLayout::FieldRole)->widget());
+            value->setText(shown.value(m_transfer));
+        }
+    }
+}
+
+QString StatisticsWindow::text() const
+{
+    QStringList lines;
+    for (const QFormLayout *form : m_groups) {
+        for (int row = 0; row < form->rowCount(); ++row) {
+            const auto *title = static_cast<QLabel *>(form->itemAt(row, QFormLayout::LabelRole)->widget());
+            const auto *value = static_cast<QLabel *>(form->itemAt(row, QFormLayout::FieldRole)->widget());
+            lines << title->text() + u' ' + value->text();
+        }
+    }
+    return lines.join(u'\n');
+}
