@@ -28,6 +28,19 @@ QString writeTitle(Direction direction)
                                         : QStringLiteral("Failed to set upload limit.");
 }
 
+// The limit every torrent of a read answer ({"hash": limit, ...}) has; none when they differ.
+std::optional<qint64> sharedLimit(const QJsonObject &limits)
+{
+    std::optional<qint64> shared;
+    for (const QJsonValue value : limits) {
+        if (!value.isDouble() || (shared && *shared != value.toInteger()))
+            return std::nullopt;
+        shared = value.toInteger();
+    }
+    // A negative limit is how some servers say "none".
+    return shared ? std::optional(std::max<qint64>(*shared, 0)) : std::nullopt;
+}
+
 } // namespace
 
 TransferLimits::TransferLimits(Connector &connector, TntOperations &operations, ErrorReporter &errors)
@@ -36,20 +49,11 @@ TransferLimits::TransferLimits(Connector &connector, TntOperations &operations, 
     , m_errors(errors)
 {}
 
-std::optional<qint64> TransferLimits::sharedLimit(const QByteArray &answer)
+void TransferLimits::reportUndecodable(Direction direction, const QString &expected, const QByteArray &answer)
 {
-    const QJsonDocument document = QJsonDocument::fromJson(answer);
-    const QJsonObject limits = document.object();
-    if (!document.isObject() || limits.isEmpty())
-        return std::nullopt;
-    std::optional<qint64> shared;
-    for (const QJsonValue value : limits) {
-        if (!value.isDouble() || (shared && *shared != value.toInteger()))
-            return std::nullopt;
-        shared = value.toInteger();
-    }
-    // A negative limit is how some servers say "none".
-    return std::max<qint64>(*shared, 0);
+    m_errors.report(readTitle(direction),
+                    std::make_exception_ptr(API::ResponseDecodingError(
+                        QStringLiteral("%1: \"%2\"").arg(expected, QString::fromUtf8(answer.left(40))))));
 }
 
 QCoro::Task<std::optional<QByteArray>> TransferLimits::read(API::APIEndpoint endpoint, QString failureTitle)
@@ -75,10 +79,14 @@ QCoro::Task<std::optional<qint64>> TransferLimits::tntLimit(QStringList hashes, 
                                           : Endpoint::TntManagement::uploadLimit(hashes),
              readTitle(direction));
     const std::optional<QByteArray> answer = co_await std::move(reading);
-    if (answer && !QJsonDocument::fromJson(*answer).isObject())
-        m_errors.report(readTitle(direction), std::make_exception_ptr(API::ResponseDecodingError(
-                                                  QStringLiteral("not a map of limits: \"%1\"").arg(QString::fromUtf8(answer->left(40))))));
-    co_return answer ? sharedLimit(*answer) : std::nullopt;
+    if (!answer)
+        co_return std::nullopt;
+    const QJsonDocument document = QJsonDocument::fromJson(*answer);
+    if (!document.isObject()) {
+        reportUndecodable(direction, QStringLiteral("not a map of limits"), *answer);
+        co_return std::nullopt;
+    }
+    co_return sharedLimit(document.object());
 }
 
 QCoro::Task<> TransferLimits::setTntLimit(TntTargets targets, Direction direction, qint64 limit)
@@ -112,8 +120,7 @@ QCoro::Task<std::optional<qint64>> TransferLimits::globalLimit(Direction directi
     bool isNumber = false;
     const qint64 limit = answer ? answer->trimmed().toLongLong(&isNumber) : 0;
     if (answer && !isNumber)
-        m_errors.report(readTitle(direction), std::make_exception_ptr(API::ResponseDecodingError(
-                                                  QStringLiteral("not a number: \"%1\"").arg(QString::fromUtf8(answer->left(40))))));
+        reportUndecodable(direction, QStringLiteral("not a number"), *answer);
     co_return isNumber ? std::optional(std::max<qint64>(limit, 0)) : std::nullopt;
 }
 

@@ -32,12 +32,9 @@ public:
     // True once the server took the request: it then closes the connection, which is no loss.
     QCoro::Task<bool> shutDown();
 
-    // The shared value of a limit read answer ({"hash": limit, ...}); none when they differ or the
-    // answer is not such a map.
-    static std::optional<qint64> sharedLimit(const QByteArray &answer);
-
 private:
     QCoro::Task<std::optional<QByteArray>> read(API::APIEndpoint endpoint, QString failureTitle);
+    void reportUndecodable(Direction direction, const QString &expected, const QByteArray &answer);
 
     Connector &m_connector;
     TntOperations &m_operations;
