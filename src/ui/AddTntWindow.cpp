@@ -6,8 +6,8 @@
 #include "core/AppContext.h"
 #include "support/CheckedMath.h"
 #include "support/Detached.h"
-#include "core/TntMetadataFetch.h"
 #include "ui/AddTntOptionsForm.h"
+#include "ui/MetadataFetchStatus.h"
 #include "ui/TntContentTree.h"
 
 #include <QDialogButtonBox>
@@ -129,8 +129,16 @@ AddTntWindow::AddTntWindow(AppContext &context, QString source, std::optional<Tn
         m_status->hide();
         detached(buildTree());
     } else {
-        m_status->setText(QStringLiteral("Fetching metadata…"));
-        detached(fetchMetadata());
+        auto *fetch = new MetadataFetchStatus(m_context, m_source, this);
+        m_status->hide();
+        leftLayout->insertWidget(leftLayout->indexOf(m_status), fetch);
+        connect(fetch, &MetadataFetchStatus::fetched, this, [this](const TntMetadata &fetched) {
+            m_metadata = fetched;
+            m_hasMetadata = true;
+            showPreview();
+            detached(buildTree());
+        });
+        fetch->start();
     }
     detached(loadDefaultSavePath());
 }
@@ -169,28 +177,6 @@ void AddTntWindow::showPreview()
     show("private", m.info && m.info->isPrivate ? QStringLiteral("Yes") : QStringLiteral("No"));
 }
 
-QCoro::Task<> AddTntWindow::fetchMetadata()
-{
-    const QPointer<AddTntWindow> self(this);
-    std::optional<TntMetadata> fetched;
-    try {
-        QCoro::Task<std::optional<TntMetadata>> fetching = fetchTntMetadata(m_context, m_source, this);
-        fetched = co_await std::move(fetching);
-    } catch (const std::exception &error) {
-        if (self)
-            m_status->setText(QStringLiteral("Failed to fetch metadata: %1").arg(QString::fromUtf8(error.what())));
-        co_return;
-    }
-    if (!self || !fetched)
-        co_return;
-    m_metadata = std::move(*fetched);
-    m_hasMetadata = true;
-    showPreview();
-    m_status->hide();
-    QCoro::Task<> building = buildTree();
-    co_await std::move(building);
-}
-
 QString AddTntWindow::tntHash() const
 {
     // The loading record's placeholder, or a server's record without a hash, is no id.
@@ -211,10 +197,18 @@ QList<int> AddTntWindow::filePriorities() const
 QCoro::Task<> AddTntWindow::buildTree()
 {
     const QPointer<AddTntWindow> self(this);
-    QCoro::Task<FileTreeBuilder::Nodes> building = m_builder.build(filesOf(m_metadata));
+    QList<API::File> files = filesOf(m_metadata);
+    // A tree of many thousand files takes a moment to build: say why the list is still empty.
+    constexpr qsizetype manyFiles = 2000;
+    if (files.size() >= manyFiles) {
+        m_status->setText(QStringLiteral("Listing %L1 files…").arg(files.size()));
+        m_status->show();
+    }
+    QCoro::Task<FileTreeBuilder::Nodes> building = m_builder.build(std::move(files));
     const FileTreeBuilder::Nodes nodes = co_await std::move(building);
     if (!self)
         co_return;
+    m_status->hide();
     m_tree->setNodes(nodes);
     m_treeReady = true;
     enableAdd();

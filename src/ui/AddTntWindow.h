@@ -41,7 +41,6 @@ public:
 private:
     QWidget *makePreview();
     void showPreview();
-    QCoro::Task<> fetchMetadata();
     QCoro::Task<> buildTree();
     QCoro::Task<> loadDefaultSavePath();
     void enableAdd();

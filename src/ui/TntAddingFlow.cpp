@@ -16,6 +16,7 @@
 #include <QLoggingCategory>
 #include <QMessageBox>
 #include <QPointer>
+#include <QProgressDialog>
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QtConcurrentRun>
@@ -64,12 +65,19 @@ void TntAddingFlow::openPending()
     if (!m_context.isAuthorized() || m_pendingTntURLs.isEmpty())
         return;
     const QList<QUrl> sources = std::exchange(m_pendingTntURLs, {});
+    QStringList files;
     QStringList links;
     for (const QUrl &source : sources) {
         if (source.isLocalFile())
-            detached(openFile(source.toLocalFile()));
+            files << source.toLocalFile();
         else // as given: a magnet's name and trackers keep their escapes
             links << source.toString(QUrl::FullyEncoded);
+    }
+    if (files.size() > 1 && !m_context.settings().showTntAddingWindow()) {
+        detached(addFiles(files));
+    } else {
+        for (const QString &file : files)
+            detached(openFile(file));
     }
     if (links.isEmpty())
         return;
@@ -134,10 +142,31 @@ QCoro::Task<> TntAddingFlow::openFile(QString path)
     if (!m_context.settings().showTntAddingWindow()) {
         API::TntAddingOptions options = defaultOptions();
         options.tnts = QStringList{path};
-        detached(addTnt(std::move(options), true, {}, {}, path));
+        QCoro::Task<> adding = addTnt(std::move(options), true, {}, {}, path);
+        co_await std::move(adding);
         co_return;
     }
     openWindow(path, metadata);
+}
+
+QCoro::Task<> TntAddingFlow::addFiles(QStringList paths)
+{
+    // One at a time, so that Cancel has something left to spare; the dialog only for a batch that
+    // takes a while.
+    const QPointer<TntAddingFlow> self(this);
+    const QPointer<QProgressDialog> progress =
+        new QProgressDialog(QString(), QStringLiteral("Cancel"), 0, int(paths.size()), m_window);
+    progress->setObjectName(QStringLiteral("addingProgress"));
+    progress->setWindowTitle(QStringLiteral("Adding Torrents"));
+    progress->setMinimumDuration(1000);
+    for (qsizetype i = 0; i < paths.size() && self && progress && !progress->wasCanceled(); ++i) {
+        progress->setLabelText(QStringLiteral("Adding torrent %1 of %2…").arg(i + 1).arg(paths.size()));
+        QCoro::Task<> opening = openFile(paths[i]);
+        co_await std::move(opening);
+        if (progress)
+            progress->setValue(int(i + 1));
+    }
+    delete progress;
 }
 
 void TntAddingFlow::acceptLinks(QStringList urls)

@@ -38,6 +38,8 @@ public:
 private:
     void openPending();
     QCoro::Task<> openFile(QString path);
+    // Several files added with the defaults, with progress and Cancel.
+    QCoro::Task<> addFiles(QStringList paths);
     void openWindow(const QString &source, const std::optional<TntMetadata> &metadata);
     void acceptLinks(QStringList urls);
     API::TntAddingOptions defaultOptions() const;

@@ -182,6 +182,14 @@ void FakeServer::answerAll(const Response &response)
     m_handler = [response](const Request &) { return response; };
 }
 
+void FakeServer::answerStalled(const Response &response)
+{
+    for (const QPointer<QTcpSocket> &socket : std::exchange(m_stalled, {})) {
+        if (socket)
+            respond(socket, response);
+    }
+}
+
 void FakeServer::accept()
 {
     while (QTcpSocket *socket = m_server.nextPendingConnection()) {
@@ -238,7 +246,7 @@ void FakeServer::respond(QTcpSocket *socket, const Response &response)
 {
     switch (response.kind) {
     case Response::Kind::drop: socket->abort(); return;
-    case Response::Kind::stall: return;
+    case Response::Kind::stall: m_stalled << socket; return;
     case Response::Kind::raw:
         socket->write(response.body);
         socket->disconnectFromHost();

@@ -8,6 +8,7 @@
 #include <QPair>
 #include <QSslCertificate>
 #include <QSslConfiguration>
+#include <QPointer>
 #include <QSslKey>
 #include <QTcpServer>
 
@@ -82,6 +83,8 @@ public:
     void setHandler(Handler handler) { m_handler = std::move(handler); }
     const Handler &handler() const { return m_handler; }
     void answerAll(const Response &response);
+    // Answers the requests stalled so far (stallForever), as a server that was only slow.
+    void answerStalled(const Response &response);
 
     const QList<Request> &requests() const { return m_requests; }
     void clearRequests() { m_requests.clear(); }
@@ -105,4 +108,5 @@ private:
     Listener m_server;
     Handler m_handler;
     QList<Request> m_requests;
+    QList<QPointer<QTcpSocket>> m_stalled;
 };

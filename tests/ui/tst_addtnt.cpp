@@ -28,6 +28,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProcess>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QUuid>
@@ -335,6 +336,43 @@ private Q_SLOTS:
         QTest::newRow("no window, trashed") << false << true << false << false << true;
     }
 
+    void manyFilesShowProgress_data()
+    {
+        QTest::addColumn<bool>("cancel");
+        QTest::addColumn<int>("sent");
+        QTest::newRow("let through") << false << 3;
+        QTest::newRow("cancelled: the rest is not sent") << true << 1;
+    }
+
+    // Files added with the defaults go one at a time; a batch that takes more than a second shows
+    // its progress, and Cancel spares the files not sent yet.
+    void manyFilesShowProgress()
+    {
+        QFETCH(bool, cancel);
+        QFETCH(int, sent);
+        connectTo("2.15.0");
+        m_server->context->settings().setShowTntAddingWindow(false);
+        const FakeServer::Handler answering = m_server->server.handler();
+        m_server->server.setHandler([answering](const FakeServer::Request &request) {
+            return request.target.endsWith("/torrents/add") ? FakeServer::Response::stallForever() : answering(request);
+        });
+        QList<QUrl> files;
+        for (const QString &name : {u"a.torrent"_qs, u"b.torrent"_qs, u"c.torrent"_qs})
+            files << QUrl::fromLocalFile(write(name, m_album.bytes));
+        m_window->addingFlow()->open(files);
+
+        QPointer<QProgressDialog> progress;
+        QTRY_VERIFY((progress = m_window->findChild<QProgressDialog *>(u"addingProgress"_qs)) && progress->isVisible());
+        QCOMPARE(progress->labelText(), u"Adding torrent 1 of 3…"_qs);
+        QCOMPARE(adds(), 1);
+        if (cancel)
+            progress->cancel();
+        m_server->server.setHandler(answering);
+        m_server->server.answerStalled(FakeServer::Response::text(200, "Ok."));
+        QTRY_VERIFY(!progress);
+        QCOMPARE(adds(), sent);
+    }
+
     // The window or none, and where the .torrent ends, as the settings say; new torrents get the
     // category and tags of the settings either way.
     void settingsDecide()
@@ -625,6 +663,29 @@ private Q_SLOTS:
         QCOMPARE(afterFirstAdd, (QStringList{u"add"_qs, u"fetchMetadata"_qs, u"add"_qs}));
         QTRY_VERIFY(m_server->context->tntCollection().find(u"0123456789abcdef0123456789abcdef01234567"_qs));
         QVERIFY(!m_server->context->clientError());
+    }
+
+    // A magnet with no peers: the fetch shows how long it has been going, and Stop ends it for a
+    // magnet added as it is.
+    void magnetFetchStopped()
+    {
+        connectTo("2.15.0");
+        m_metadataComes = false;
+        const QString magnet = u"magnet:?xt=urn:btih:0123456789abcdef0123456789abcdef01234567"_qs;
+        m_window->addingFlow()->enterLinks({magnet});
+        m_window->findChild<LinksDialog *>()->addButton()->click();
+        auto *window = m_window->findChild<AddTntWindow *>();
+        QVERIFY(window);
+        auto *status = window->findChild<QLabel *>(u"fetchStatus"_qs);
+        QCOMPARE(status->text(), u"Fetching metadata… 0:00"_qs);
+        QTRY_COMPARE(status->text(), u"Fetching metadata… 0:01"_qs);
+        QVERIFY(window->findChild<QObject *>(u"metadataFetch"_qs));
+        window->findChild<QPushButton *>(u"stopFetching"_qs)->click();
+        QVERIFY(!window->findChild<QObject *>(u"metadataFetch"_qs));
+        QCOMPARE(status->text(), u"Metadata not fetched: the torrent is added with all its files."_qs);
+        window->addButton()->click();
+        QTRY_VERIFY(m_added);
+        QCOMPARE(formField(addRequestBody(), "urls"), magnet.toLatin1());
     }
 
     void magnetAddedBeforeItsMetadata_data()
