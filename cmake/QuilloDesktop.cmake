@@ -25,6 +25,14 @@ install(FILES ${QUILLO_DESKTOP_ENTRY} DESTINATION ${CMAKE_INSTALL_DATADIR}/appli
 install(FILES ${QUILLO_METAINFO} DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES ${_icon} DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 install(DIRECTORY ${PROJECT_BINARY_DIR}/icons/hicolor DESTINATION ${CMAKE_INSTALL_DATADIR}/icons)
+# The manual page, compressed as Debian keeps them (-n: no name or time inside).
+set(_manual ${PROJECT_BINARY_DIR}/man/quillo.1.gz)
+add_custom_command(OUTPUT ${_manual}
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/man
+    COMMAND sh -c "gzip -9n < ${PROJECT_SOURCE_DIR}/resources/quillo.1 > ${_manual}"
+    DEPENDS ${PROJECT_SOURCE_DIR}/resources/quillo.1 VERBATIM)
+add_custom_target(quillo_manual ALL DEPENDS ${_manual})
+install(FILES ${_manual} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 # The local daemon's installer script, run in a terminal.
 install(PROGRAMS ${PROJECT_SOURCE_DIR}/resources/qbt-daemon.sh DESTINATION ${CMAKE_INSTALL_DATADIR}/quillo)
 
@@ -34,5 +42,8 @@ if(QUILLO_BUILD_TESTS)
     add_test(NAME desktop_entry_valid COMMAND ${QUILLO_DESKTOP_FILE_VALIDATE} ${QUILLO_DESKTOP_ENTRY})
     # --no-net: the screenshots' addresses are checked once published, not from CI.
     add_test(NAME metainfo_valid COMMAND ${QUILLO_APPSTREAMCLI} validate --no-net --explain ${QUILLO_METAINFO})
-    set_tests_properties(desktop_entry_valid metainfo_valid PROPERTIES LABELS unit)
+    add_test(NAME manual_page_complete
+             COMMAND ${PROJECT_SOURCE_DIR}/tests/desktop/manual-page.sh $<TARGET_FILE:quillo>
+                     ${PROJECT_SOURCE_DIR}/resources/quillo.1)
+    set_tests_properties(desktop_entry_valid metainfo_valid manual_page_complete PROPERTIES LABELS unit)
 endif()
