@@ -183,6 +183,7 @@ APIEndpoint properties(const QString &hash) { return forHash(QStringLiteral("pro
 APIEndpoint webseeds(const QString &hash) { return forHash(QStringLiteral("webseeds"), hash); }
 APIEndpoint files(const QString &hash) { return forHash(QStringLiteral("files"), hash); }
 APIEndpoint pieceStates(const QString &hash) { return forHash(QStringLiteral("pieceStates"), hash); }
+APIEndpoint exportTnt(const QString &hash) { return forHash(QStringLiteral("export"), hash); }
 
 APIEndpoint addPeers(const QStringList &hashes, const QStringList &peers)
 {

@@ -59,6 +59,8 @@ APIEndpoint properties(const QString &hash);
 APIEndpoint webseeds(const QString &hash);
 APIEndpoint files(const QString &hash);
 APIEndpoint pieceStates(const QString &hash);
+// The .torrent the server keeps for it (qBittorrent 4.5 on: ServerFeatures::exportsTntFiles).
+APIEndpoint exportTnt(const QString &hash);
 APIEndpoint addPeers(const QStringList &hashes, const QStringList &peers);
 APIEndpoint increasePrio(const QStringList &hashes);
 APIEndpoint decreasePrio(const QStringList &hashes);

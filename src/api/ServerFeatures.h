@@ -29,6 +29,8 @@ public:
     QStringView trackerUrlKey() const { return m_version >= WebAPIVersion{2, 15, 0} ? u"url" : u"origUrl"; }
     // Share limits include a limit of inactive seeding time (qBittorrent 4.6).
     bool limitsInactiveSeedingTime() const { return m_version >= WebAPIVersion{2, 9, 2}; }
+    // torrents/export hands out a torrent's .torrent file (API 2.8.11).
+    bool exportsTntFiles() const { return m_version >= WebAPIVersion{2, 8, 11}; }
     // setShareLimits answers 400 without `shareLimitAction` and `shareLimitsMode` from API 2.15 on.
     bool requiresShareLimitAction() const { return m_version >= WebAPIVersion{2, 15, 0}; }
 

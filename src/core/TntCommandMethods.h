@@ -87,6 +87,7 @@ public:
         return m_operations.setSuperSeeding(orAll(hashes), value);
     }
     QCoro::Task<> toggleSpeedLimitsMode() { return m_operations.toggleSpeedLimitsMode(); }
+    QCoro::Task<std::optional<QByteArray>> exportTnt(QString hash) { return m_operations.exportTnt(hash); }
 
 protected:
     // Both are members of the class deriving from this one, not yet made when this is: they are

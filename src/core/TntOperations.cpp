@@ -265,3 +265,8 @@ QCoro::Task<> TntOperations::toggleSpeedLimitsMode()
     return run({QStringLiteral("Failed to toggle speed limits mode."),
                 [](const Features &) { return Endpoint::TransferInfo::toggleSpeedLimitsMode(); }});
 }
+
+QCoro::Task<std::optional<QByteArray>> TntOperations::exportTnt(QString hash)
+{
+    return request(Endpoint::TntManagement::exportTnt(hash), QStringLiteral("Failed to export torrent."));
+}

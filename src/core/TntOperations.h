@@ -59,6 +59,8 @@ public:
     QCoro::Task<> toggleFirstLastPiecePrio(TntTargets targets);
     QCoro::Task<> setSuperSeeding(TntTargets targets, bool value);
     QCoro::Task<> toggleSpeedLimitsMode();
+    // The torrent's .torrent file as the server keeps it; none when that failed (reported).
+    QCoro::Task<std::optional<QByteArray>> exportTnt(QString hash);
 
     // Sends one request on the open session and answers its body; none (with the failure reported
     // under `failureTitle`) when it failed or its session is gone, so the caller leaves the model alone.

@@ -120,6 +120,7 @@ void MainMenus::addTntMenu()
     add({Id::reannounce, Id::recheck});
     tnt->addAction(actions.action(Id::rename));
     tnt->addAction(actions.action(Id::setLocation));
+    tnt->addAction(actions.action(Id::exportTnt));
     tnt->addMenu(actions.categoryMenu());
     tnt->addMenu(actions.tagsMenu());
     add({Id::addTrackers, Id::addPeers, Id::limitDownload, Id::limitUpload, Id::limitShare});

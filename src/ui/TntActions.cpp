@@ -3,6 +3,7 @@
 #include "core/AppContext.h"
 #include "support/Detached.h"
 #include "ui/ThemedIcon.h"
+#include "ui/TntExport.h"
 #include "ui/TntAddingFlow.h"
 #include "ui/TntCommands.h"
 #include "ui/TntReveal.h"
@@ -20,6 +21,7 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
     , m_context(context)
     , m_commands(commands)
     , m_reveal(reveal)
+    , m_export(new TntExport(context, window))
     , m_copyMenu(new QMenu(QStringLiteral("Copy"), window))
     , m_categoryMenu(new QMenu(QStringLiteral("Category"), window))
     , m_tagsMenu(new QMenu(QStringLiteral("Tags"), window))
@@ -73,6 +75,8 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
     add(Id::recheck, QStringLiteral("Force recheck"), [this](bool) { detached(m_context.recheckTnts(targetSet())); });
     add(Id::rename, QStringLiteral("Rename..."), [this](bool) { m_commands.rename(*targetSet().cbegin()); });
     add(Id::setLocation, QStringLiteral("Set location..."), [this](bool) { m_commands.editLocation(targetSet()); });
+    add(Id::exportTnt, QStringLiteral("Export .torrent..."),
+        [this](bool) { m_export->choose(targetList().value_or(QStringList())); });
     add(Id::addTrackers, QStringLiteral("Add trackers..."),
         [this](bool) { m_commands.addTrackers(*targetSet().cbegin()); });
     add(Id::addPeers, QStringLiteral("Add peers..."), [this](bool) { m_commands.addPeers(targetSet()); });
@@ -210,6 +214,7 @@ void TntActions::showState()
         case Id::limitUpload:
         case Id::limitShare:
         case Id::showInFileManager: enabled = connected && listed; break;
+        case Id::exportTnt: enabled = connected && listed && m_context.serverFeatures().exportsTntFiles(); break;
         default: break;
         }
         m_actions[index]->setEnabled(enabled);

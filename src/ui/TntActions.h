@@ -15,6 +15,7 @@ class QMenu;
 class QWidget;
 class TntAddingFlow;
 class TntCommands;
+class TntExport;
 class TntModel;
 class TntReveal;
 
@@ -38,6 +39,7 @@ public:
         recheck,
         rename,
         setLocation,
+        exportTnt, // where the server hands out .torrent files
         addTrackers,
         addPeers,
         limitDownload,
@@ -104,6 +106,7 @@ private:
     AppContext &m_context;
     TntCommands &m_commands;
     TntReveal &m_reveal;
+    TntExport *m_export;
     std::array<QAction *, static_cast<std::size_t>(Id::superSeeding) + 1> m_actions{};
     QMenu *m_copyMenu;
     QMenu *m_categoryMenu;

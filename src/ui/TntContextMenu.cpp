@@ -21,7 +21,7 @@ TntContextMenu::TntContextMenu(TntActions &actions, QStringList hashes, QWidget 
     addSeparator();
     add({Id::reannounce, Id::recheck});
     addSeparator();
-    add({Id::rename, Id::setLocation});
+    add({Id::rename, Id::setLocation, Id::exportTnt});
     addMenu(actions.categoryMenu());
     addMenu(actions.tagsMenu());
     add({Id::addTrackers, Id::addPeers, Id::limitDownload, Id::limitUpload, Id::limitShare});

@@ -11,11 +11,14 @@
 #include "ui/TntAddingFlow.h"
 #include "ui/TntContentModel.h"
 #include "ui/TntContentTree.h"
+#include "ui/TntExport.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -229,6 +232,35 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(
             m_context->tntCollection().find(made.infoHash) ? m_context->tntCollection().find(made.infoHash)->progress() : -1.0,
             1.0, 20'000);
+    }
+
+    // What the server hands out is the torrent itself, saved by its name beside a file of that name
+    // already there, which stays; a hash the server does not know is reported and writes nothing.
+    void exportedBesideAFileOfItsName()
+    {
+        const auto made = TorrentFactory::singleFile(m_server->server().makeDataDir().localPath, u"export.bin"_qs, 16'000);
+        const QString tntFile = writeFile(m_server->scratchDir(), u"export-source.torrent"_qs, made.bytes);
+        wait(m_context->addTnts({.tnts = QStringList{tntFile}}, false));
+        QTRY_VERIFY_WITH_TIMEOUT(m_context->tntCollection().find(made.infoHash), 20'000);
+        const QString name = m_context->tntCollection().find(made.infoHash)->name();
+        QTemporaryDir folder;
+        const QString taken = writeFile(folder.path(), name + u".torrent"_qs, "mine");
+
+        TntExport exporting(*m_context, m_window);
+        wait(exporting.writeInto(folder.path(), {made.infoHash, u"0000000000000000000000000000000000000000"_qs}));
+        QFile kept(taken);
+        QVERIFY(kept.open(QIODevice::ReadOnly));
+        QCOMPARE(kept.readAll(), QByteArray("mine"));
+        const QStringList written = QDir(folder.path()).entryList(QDir::Files, QDir::Name);
+        QCOMPARE(written.size(), 2);
+        const QString copy = QFileInfo(taken).completeBaseName() + u" (2).torrent"_qs;
+        QVERIFY2(written.contains(copy), qPrintable(written.join(u", ")));
+        const std::optional<TntMetadata> exported = TntMetadata::fromFile(QDir(folder.path()).filePath(copy));
+        QVERIFY(exported);
+        QCOMPARE(exported->hash, made.infoHash);
+        QVERIFY(m_context->clientError());
+        QCOMPARE(m_context->clientError()->title(), u"Failed to export torrent."_qs);
+        m_context->dismissClientError();
     }
 };
 
