@@ -182,6 +182,28 @@ APIEndpoint removeTrackers(const QString &hash, const QStringList &urls)
 APIEndpoint properties(const QString &hash) { return forHash(QStringLiteral("properties"), hash); }
 APIEndpoint webseeds(const QString &hash) { return forHash(QStringLiteral("webseeds"), hash); }
 APIEndpoint files(const QString &hash) { return forHash(QStringLiteral("files"), hash); }
+
+// The server explains a refused URL in its answer, which becomes the failure's reason.
+static const QList<StatusRule> webSeedRules{{400, Case::missingParameter, QStringLiteral("Invalid web seed URL!")},
+                                            {409, Case::missingParameter, QStringLiteral("Failed to edit web seed!")}};
+
+APIEndpoint addWebSeeds(const QString &hash, const QStringList &urls)
+{
+    return torrents(QStringLiteral("addWebSeeds"), FormBody().add(u"hash", hash).add(u"urls", urls.join(u'|')),
+                    webSeedRules);
+}
+
+APIEndpoint editWebSeed(const QString &hash, const QString &origUrl, const QString &newUrl)
+{
+    return torrents(QStringLiteral("editWebSeed"),
+                    FormBody().add(u"hash", hash).add(u"origUrl", origUrl).add(u"newUrl", newUrl), webSeedRules);
+}
+
+APIEndpoint removeWebSeeds(const QString &hash, const QStringList &urls)
+{
+    return torrents(QStringLiteral("removeWebSeeds"), FormBody().add(u"hash", hash).add(u"urls", urls.join(u'|')),
+                    webSeedRules);
+}
 APIEndpoint pieceStates(const QString &hash) { return forHash(QStringLiteral("pieceStates"), hash); }
 APIEndpoint exportTnt(const QString &hash) { return forHash(QStringLiteral("export"), hash); }
 

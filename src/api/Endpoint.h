@@ -57,6 +57,10 @@ APIEndpoint editTracker(const QString &hash, const QString &origUrl, const QStri
 APIEndpoint removeTrackers(const QString &hash, const QStringList &urls);
 APIEndpoint properties(const QString &hash);
 APIEndpoint webseeds(const QString &hash);
+// ServerFeatures::editsWebSeeds(): older servers answer 404. URLs are joined with "|".
+APIEndpoint addWebSeeds(const QString &hash, const QStringList &urls);
+APIEndpoint editWebSeed(const QString &hash, const QString &origUrl, const QString &newUrl);
+APIEndpoint removeWebSeeds(const QString &hash, const QStringList &urls);
 APIEndpoint files(const QString &hash);
 APIEndpoint pieceStates(const QString &hash);
 // The .torrent the server keeps for it (qBittorrent 4.5 on: ServerFeatures::exportsTntFiles).

@@ -33,6 +33,8 @@ public:
     bool exportsTntFiles() const { return m_version >= WebAPIVersion{2, 8, 11}; }
     // setShareLimits answers 400 without `shareLimitAction` and `shareLimitsMode` from API 2.15 on.
     bool requiresShareLimitAction() const { return m_version >= WebAPIVersion{2, 15, 0}; }
+    // Web seeds are added, edited and removed from API 2.11.3 (qBittorrent 5.1); older servers only list them.
+    bool editsWebSeeds() const { return m_version >= WebAPIVersion{2, 11, 3}; }
 
 private:
     static constexpr WebAPIVersion metadataAndPriorities{2, 15, 0};

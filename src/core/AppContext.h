@@ -7,6 +7,7 @@
 #include "core/ErrorReporter.h"
 #include "core/SecureAddressOffer.h"
 #include "core/Sync.h"
+#include "core/TntDetailEdits.h"
 #include "core/TntDetailLoader.h"
 #include "core/TntCommandMethods.h"
 #include "core/TransferLimits.h"
@@ -138,6 +139,8 @@ public:
 
     // Speed limits of torrents and of the transfer.
     TransferLimits &limits() { return m_limits; }
+    // Renames in the Content tab, web seeds in the HTTP Sources tab.
+    TntDetailEdits &detailEdits() { return m_detailEdits; }
     // Once the server took it, the connection ends here as after logging out, without an alert.
     QCoro::Task<> shutDownServer();
     // Adds torrents; false when the server refused or the connection went. See TntAddition.
@@ -181,6 +184,7 @@ private:
     TntDetailLoader m_detailLoader{m_connector, m_sync, m_tntDetails, m_settings};
     TntOperations m_operations{m_connector, m_tntCollection, m_labels, m_errors};
     TransferLimits m_limits{m_connector, m_operations, m_errors};
+    TntDetailEdits m_detailEdits{m_operations, m_detailLoader};
     TntAddition m_addition;
     Platform::SystemEvents m_systemEvents;
 };

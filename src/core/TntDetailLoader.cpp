@@ -66,6 +66,12 @@ void TntDetailLoader::reloadTrackers(const QString &hash)
         detached(loadTrackers(m_connector.session()));
 }
 
+void TntDetailLoader::reloadWebSeeds(const QString &hash)
+{
+    if (hash == m_details.hash())
+        detached(loadWebSeeds(m_connector.session()));
+}
+
 QCoro::Task<> TntDetailLoader::refresh(bool targetChanged)
 {
     const QPointer<Session> session = m_connector.session();
@@ -127,6 +133,11 @@ QCoro::Task<> TntDetailLoader::load(QPointer<Session> session)
             m_details.applyPeers(*answer, window);
         break;
     }
+    case Tab::httpSources: {
+        QCoro::Task<> webSeeds = loadWebSeeds(session);
+        co_await std::move(webSeeds);
+        break;
+    }
     case Tab::content: {
         auto files = fetch(session, client.files(hash), QStringLiteral("Failed to get torrent content."));
         if (auto answer = co_await std::move(files))
@@ -142,12 +153,16 @@ QCoro::Task<> TntDetailLoader::loadTrackers(QPointer<Session> session)
     if (hash.isEmpty() || !session || !session->isAuthorized())
         co_return;
     auto trackers = fetch(session, session->client().trackers(hash), QStringLiteral("Failed to get torrent trackers."));
-    auto answer = co_await std::move(trackers);
-    if (!answer || !session)
+    if (auto answer = co_await std::move(trackers))
+        m_details.setTrackers(std::move(*answer));
+}
+
+QCoro::Task<> TntDetailLoader::loadWebSeeds(QPointer<Session> session)
+{
+    const QString hash = m_details.hash();
+    if (hash.isEmpty() || !session || !session->isAuthorized())
         co_return;
-    m_details.setTrackers(std::move(*answer));
-    // The web seeds show beside the trackers.
     auto webSeeds = fetch(session, session->client().webSeeds(hash), QStringLiteral("Failed to get torrent web seeds."));
-    if (auto seeds = co_await std::move(webSeeds))
-        m_details.setWebSeeds(std::move(*seeds));
+    if (auto answer = co_await std::move(webSeeds))
+        m_details.setWebSeeds(std::move(*answer));
 }

@@ -31,12 +31,15 @@ public:
     QCoro::Task<> refresh(bool targetChanged);
     // The torrent's trackers changed on the server.
     void reloadTrackers(const QString &hash);
+    // The torrent's web seeds changed on the server.
+    void reloadWebSeeds(const QString &hash);
     // What the pane shows is gone (its torrent was removed): answers on their way are dropped.
     void drop();
 
 private:
     QCoro::Task<> load(QPointer<Session> session);
     QCoro::Task<> loadTrackers(QPointer<Session> session);
+    QCoro::Task<> loadWebSeeds(QPointer<Session> session);
     // The answer, or none when the request failed (reported under `failureTitle`), or it came for
     // a session or a shown torrent that is gone.
     template <typename T>

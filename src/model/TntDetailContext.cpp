@@ -74,6 +74,7 @@ QString TntDetailContext::tabName(Tab tab)
     case Tab::general: return QStringLiteral("general");
     case Tab::trackers: return QStringLiteral("trackers");
     case Tab::peers: return QStringLiteral("peers");
+    case Tab::httpSources: return QStringLiteral("httpSources");
     case Tab::content: return QStringLiteral("content");
     }
     Q_UNREACHABLE();
@@ -81,7 +82,7 @@ QString TntDetailContext::tabName(Tab tab)
 
 TntDetailContext::Tab TntDetailContext::tabNamed(const QString &name)
 {
-    for (const Tab tab : {Tab::trackers, Tab::peers, Tab::content}) {
+    for (const Tab tab : {Tab::trackers, Tab::peers, Tab::httpSources, Tab::content}) {
         if (name == tabName(tab))
             return tab;
     }

@@ -21,7 +21,7 @@ class TntDetailContext : public QObject
     Q_OBJECT
 
 public:
-    enum class Tab { general, trackers, peers, content };
+    enum class Tab { general, trackers, peers, httpSources, content };
 
     // The peers by key; only the detail context changes them.
     class Peers : public KeyedRows<TntModel::Peer>
@@ -44,7 +44,7 @@ public:
 
     Tab tab() const { return m_tab; }
     void setTab(Tab tab);
-    // "general", "trackers", "peers", "content"; unknown text reads as general.
+    // "general", "trackers", "peers", "httpSources", "content"; unknown text reads as general.
     static QString tabName(Tab tab);
     static Tab tabNamed(const QString &name);
 

@@ -127,23 +127,50 @@ void TntCommands::addPeers(const QSet<QString> &hashes)
 
 void TntCommands::addTrackers(const QString &hash)
 {
-    auto *sheet = new EditorSheet(QString(), QStringLiteral("Add"), m_window);
-    sheet->setObjectName(QStringLiteral("trackersEditor"));
-    QPlainTextEdit *urls = sheet->addLines(QStringLiteral("List of trackers to add (one per line)"), QString());
-    connect(sheet, &QDialog::accepted, this,
-            [this, hash, urls] { detached(m_context.addTrackers(hash, EditorSheet::entries(urls->toPlainText()))); });
-    present(sheet);
+    addUrls(QStringLiteral("trackersEditor"), QStringLiteral("List of trackers to add (one per line)"),
+            [this, hash](const QStringList &urls) { detached(m_context.addTrackers(hash, urls)); });
 }
 
 void TntCommands::editTracker(const QString &hash, const QString &url)
 {
-    auto *sheet = new EditorSheet(QStringLiteral("Edit tracker URL"), QStringLiteral("Save"), m_window);
-    sheet->setObjectName(QStringLiteral("trackerEditor"));
-    QLineEdit *field = sheet->addLine(QStringLiteral("URL"), QStringLiteral("udp://tracker.example:1337/announce"), url);
-    connect(sheet, &QDialog::accepted, this, [this, hash, url, field] {
+    editUrl(QStringLiteral("Edit tracker URL"), QStringLiteral("trackerEditor"),
+            QStringLiteral("udp://tracker.example:1337/announce"), url,
+            [this, hash, url](const QString &edited) { detached(m_context.editTracker(hash, url, edited)); });
+}
+
+void TntCommands::addWebSeeds(const QString &hash)
+{
+    addUrls(QStringLiteral("webSeedsEditor"), QStringLiteral("List of web seeds to add (one per line)"),
+            [this, hash](const QStringList &urls) { detached(m_context.detailEdits().addWebSeeds(hash, urls)); });
+}
+
+void TntCommands::editWebSeed(const QString &hash, const QString &url)
+{
+    editUrl(QStringLiteral("Edit web seed URL"), QStringLiteral("webSeedEditor"), QStringLiteral("https://seed.example/files/"),
+            url, [this, hash, url](const QString &edited) {
+                detached(m_context.detailEdits().editWebSeed(hash, url, edited));
+            });
+}
+
+void TntCommands::addUrls(const QString &name, const QString &prompt, const std::function<void(QStringList)> &add)
+{
+    auto *sheet = new EditorSheet(QString(), QStringLiteral("Add"), m_window);
+    sheet->setObjectName(name);
+    QPlainTextEdit *urls = sheet->addLines(prompt, QString());
+    connect(sheet, &QDialog::accepted, this, [urls, add] { add(EditorSheet::entries(urls->toPlainText())); });
+    present(sheet);
+}
+
+void TntCommands::editUrl(const QString &title, const QString &name, const QString &placeholder, const QString &url,
+                          const std::function<void(QString)> &save)
+{
+    auto *sheet = new EditorSheet(title, QStringLiteral("Save"), m_window);
+    sheet->setObjectName(name);
+    QLineEdit *field = sheet->addLine(QStringLiteral("URL"), placeholder, url);
+    connect(sheet, &QDialog::accepted, this, [url, field, save] {
         const QString edited = field->text().trimmed();
         if (edited != url)
-            detached(m_context.editTracker(hash, url, edited));
+            save(edited);
     });
     present(sheet);
 }

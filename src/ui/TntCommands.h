@@ -36,6 +36,9 @@ public:
     void addTrackers(const QString &hash);
     // A sheet with the tracker's URL to change; nothing is sent when it is left as it was.
     void editTracker(const QString &hash, const QString &url);
+    // The same for web seeds, on servers that edit them (ServerFeatures::editsWebSeeds()).
+    void addWebSeeds(const QString &hash);
+    void editWebSeed(const QString &hash, const QString &url);
     // Asks first: a banned address stays banned on the server until its settings say otherwise.
     void banPeers(const QSet<QString> &addresses);
     // The limit sheet, filled with the limit read from the server first.
@@ -65,6 +68,11 @@ Q_SIGNALS:
 
 private:
     void present(QDialog *sheet);
+    // A sheet of URLs, one a line, for `add`; and one with a URL to change, `save` getting it only
+    // when it was changed.
+    void addUrls(const QString &name, const QString &prompt, const std::function<void(QStringList)> &add);
+    void editUrl(const QString &title, const QString &name, const QString &placeholder, const QString &url,
+                 const std::function<void(QString)> &save);
     // A sheet for one limit; `reading` fills it, `save` takes the chosen limit in bytes per second.
     void editLimit(const QString &title, QCoro::Task<std::optional<qint64>> reading, std::function<void(qint64)> save);
 

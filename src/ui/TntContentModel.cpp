@@ -27,7 +27,7 @@ TntContentModel::Priority chosenFor(double priority)
 }
 
 // The nodes in the order the model lays its entries out: each folder before what is in it.
-void preorder(const FileTreeBuilder::Nodes &nodes, std::vector<const TntFileNode *> &flat)
+void preorder(const FileTreeBuilder::Nodes &nodes, std::vector<TntFileNode *> &flat)
 {
     for (const auto &node : nodes) {
         flat.push_back(node.get());
@@ -80,7 +80,7 @@ void TntContentModel::setNodes(FileTreeBuilder::Nodes nodes)
 
 void TntContentModel::refreshNodes(FileTreeBuilder::Nodes nodes)
 {
-    std::vector<const TntFileNode *> flat;
+    std::vector<TntFileNode *> flat;
     flat.reserve(m_entries.size());
     preorder(nodes, flat);
     const bool sameContent =
@@ -134,7 +134,7 @@ void TntContentModel::refreshNodes(FileTreeBuilder::Nodes nodes)
     flush();
 }
 
-qsizetype TntContentModel::add(const TntFileNode &node, qsizetype parent, int row)
+qsizetype TntContentModel::add(TntFileNode &node, qsizetype parent, int row)
 {
     const auto entry = static_cast<qsizetype>(m_entries.size());
     m_entries.push_back(Entry{.node = &node, .parent = parent, .row = row});
@@ -239,26 +239,31 @@ void TntContentModel::forEachFile(qsizetype entry, const Visit &visit)
 }
 
 template<typename Edit>
-void TntContentModel::editFiles(qsizetype entry, const Edit &edit)
+void TntContentModel::editFiles(const std::vector<qsizetype> &entries, const Edit &edit)
 {
     std::map<int, QSet<int>> edited;
-    forEachFile(entry, [this, &edit, &edited](qsizetype file) {
-        const Entry &current = m_entries[std::size_t(file)];
-        const Priority before = effective(current);
-        edit(file);
-        if (effective(current) != before && current.node->index >= 0)
-            edited[effective(current)].insert(static_cast<int>(current.node->index));
-    });
-    announce(entry);
+    for (const qsizetype entry : entries) {
+        forEachFile(entry, [this, &edit, &edited](qsizetype file) {
+            const Entry &current = m_entries[std::size_t(file)];
+            const Priority before = effective(current);
+            edit(file);
+            if (effective(current) != before && current.node->index >= 0)
+                edited[effective(current)].insert(static_cast<int>(current.node->index));
+        });
+        announce(entry);
+    }
     for (const auto &[priority, files] : edited)
         Q_EMIT prioritiesEdited(priority, files);
 }
 
-void TntContentModel::setPriority(const QModelIndex &index, Priority priority)
+void TntContentModel::setPriority(const QModelIndexList &rows, Priority priority)
 {
-    if (!index.isValid())
-        return;
-    editFiles(static_cast<qsizetype>(index.internalId()), [this, priority](qsizetype file) {
+    std::vector<qsizetype> entries;
+    for (const QModelIndex &row : rows) {
+        if (row.isValid())
+            entries.push_back(static_cast<qsizetype>(row.internalId()));
+    }
+    editFiles(entries, [this, priority](qsizetype file) {
         if (priority == skipped)
             setFile(file, false, m_entries[std::size_t(file)].chosen);
         else
@@ -332,6 +337,8 @@ QVariant TntContentModel::data(const QModelIndex &index, int role) const
     }
     if (role == Qt::TextAlignmentRole && index.column() != nameColumn && index.column() != priorityColumn)
         return QVariant::fromValue(Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter));
+    if (role == Qt::EditRole && index.column() == nameColumn)
+        return entry.node->name;
     if (role != Qt::DisplayRole)
         return {};
     switch (index.column()) {
@@ -347,10 +354,14 @@ QVariant TntContentModel::data(const QModelIndex &index, int role) const
 
 bool TntContentModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
-    if (!index.isValid() || role != Qt::CheckStateRole || index.column() != nameColumn)
+    if (!index.isValid() || index.column() != nameColumn)
+        return false;
+    if (role == Qt::EditRole)
+        return setName(index, value.toString());
+    if (role != Qt::CheckStateRole)
         return false;
     const bool check = value.value<Qt::CheckState>() != Qt::Unchecked;
-    editFiles(static_cast<qsizetype>(index.internalId()),
+    editFiles({static_cast<qsizetype>(index.internalId())},
               [this, check](qsizetype file) { setFile(file, check, m_entries[std::size_t(file)].chosen); });
     return true;
 }
@@ -359,7 +370,8 @@ Qt::ItemFlags TntContentModel::flags(const QModelIndex &index) const
 {
     if (!index.isValid())
         return Qt::NoItemFlags;
-    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable;
+    const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable;
+    return m_mode == Mode::details && index.column() == nameColumn ? flags | Qt::ItemIsEditable : flags;
 }
 
 QVariant TntContentModel::headerData(int section, Qt::Orientation orientation, int role) const

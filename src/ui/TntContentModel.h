@@ -11,7 +11,8 @@
 // priorities, before the torrent is added or, in the detail pane, as the server has it (with what
 // is done of it). A folder checks or unchecks every file below it and is partly checked when they
 // differ. Folders keep counts of their files by priority, so that no change and no paint walks a
-// large tree more than once.
+// large tree more than once. In the detail pane a row's name can be edited: the row shows the new
+// name at once, and the rename is announced for the server.
 class TntContentModel : public QAbstractItemModel
 {
     Q_OBJECT
@@ -44,8 +45,14 @@ public:
     {
         return index.isValid() ? m_entries[std::size_t(index.internalId())].node : nullptr;
     }
-    // Every file below `index` checked with `priority`, or unchecked for `skipped`.
-    void setPriority(const QModelIndex &index, Priority priority);
+    // Every file below each row checked with `priority`, or unchecked for `skipped`: one
+    // prioritiesEdited for all the rows, however many files they hold.
+    void setPriority(const QModelIndexList &rows, Priority priority);
+    // The row at `path` renamed to `name`, with the paths of everything below it; false when no
+    // row has that path (the content was built again meanwhile). Undoes a rename the server refused.
+    bool renamePath(const QString &path, const QString &name);
+    // Why `name` cannot be the new name of the row at `index`; empty when it can.
+    QString renameProblem(const QModelIndex &index, const QString &name) const;
 
     QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
     QModelIndex parent(const QModelIndex &child) const override;
@@ -60,13 +67,17 @@ Q_SIGNALS:
     // The user gave these files this priority (0 unchecks them): only files whose priority changed,
     // one signal per priority.
     void prioritiesEdited(int priority, const QSet<int> &fileIndexes);
+    // A row was renamed here: the file, or the folder with everything in it, is to be renamed on the server.
+    void renamed(const QString &oldPath, const QString &newPath, bool folder);
+    // A name typed into a row was not taken, for this reason.
+    void renameRefused(const QString &reason);
 
 private:
     static constexpr qsizetype none = -1;
 
     struct Entry
     {
-        const TntFileNode *node = nullptr;
+        TntFileNode *node = nullptr; // a rename changes it in place
         qsizetype parent = none;
         int row = 0;
         std::vector<qsizetype> children; // folders only
@@ -75,12 +86,14 @@ private:
         bool checked = true; // files
     };
 
-    qsizetype add(const TntFileNode &node, qsizetype parent, int row);
+    qsizetype add(TntFileNode &node, qsizetype parent, int row);
     void seed(Entry &file);
     void recount();
-    // Runs `edit` on every file below `entry`, then tells the views and the listeners what changed.
+    // Runs `edit` on every file below each entry, then tells the views and the listeners what changed.
     template<typename Edit>
-    void editFiles(qsizetype entry, const Edit &edit);
+    void editFiles(const std::vector<qsizetype> &entries, const Edit &edit);
+    void rename(qsizetype entry, const QString &name);
+    bool setName(const QModelIndex &index, const QString &name);
     const std::vector<qsizetype> &childrenOf(qsizetype entry) const;
     Priority effective(const Entry &file) const { return file.checked ? file.chosen : skipped; }
     Priority shownPriority(const Entry &entry) const; // a folder's when its files agree; -1 when not

@@ -5,6 +5,7 @@
 
 #include <QHeaderView>
 #include <QMenu>
+#include <QMessageBox>
 
 TntContentTree::TntContentTree(UserDefaults &defaults, QWidget *parent, TntContentModel::Mode mode)
     : QTreeView(parent)
@@ -23,9 +24,15 @@ TntContentTree::TntContentTree(UserDefaults &defaults, QWidget *parent, TntConte
                                                           : UserDefaultsKey::tntContentTableConfiguration);
     setContextMenuPolicy(Qt::CustomContextMenu);
     connect(this, &QWidget::customContextMenuRequested, this, &TntContentTree::showMenu);
+    // A double-click opens the file; F2 renames it.
+    setEditTriggers(QAbstractItemView::EditKeyPressed);
     if (mode == TntContentModel::Mode::details) {
         connect(this, &QAbstractItemView::activated, this, &TntContentTree::openRow);
+        connect(m_model, &TntContentModel::renameRefused, this, &TntContentTree::refuseName);
     }
+    // A rename or a new build may change which rows the filter keeps.
+    connect(m_model, &TntContentModel::renamed, this, [this] { setNameFilter(m_nameFilter); });
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] { setNameFilter(m_nameFilter); });
 }
 
 void TntContentTree::setNodes(FileTreeBuilder::Nodes nodes)
@@ -50,9 +57,41 @@ void TntContentTree::expandSingleRoot()
 
 void TntContentTree::setPriorityOfSelection(TntContentModel::Priority priority)
 {
-    const QModelIndexList rows = selectionModel()->selectedRows();
-    for (const QModelIndex &row : rows)
-        m_model->setPriority(row, priority);
+    m_model->setPriority(selectionModel()->selectedRows(), priority);
+}
+
+void TntContentTree::setNameFilter(const QString &text)
+{
+    const bool wasFiltered = !m_nameFilter.isEmpty();
+    m_nameFilter = text;
+    if (text.isEmpty() && !wasFiltered)
+        return;
+    filterRows({}, false);
+    if (!text.isEmpty())
+        expandAll();
+}
+
+bool TntContentTree::filterRows(const QModelIndex &parent, bool folderMatches)
+{
+    bool anyShown = false;
+    for (int row = 0; row < m_model->rowCount(parent); ++row) {
+        const QModelIndex index = m_model->index(row, TntContentModel::nameColumn, parent);
+        const bool matches = folderMatches || m_model->nodeAt(index)->name.contains(m_nameFilter, Qt::CaseInsensitive);
+        // Every row is visited once: a folder's rows decide whether it shows.
+        const bool shown = filterRows(index, matches) || matches;
+        setRowHidden(row, parent, !shown);
+        anyShown = anyShown || shown;
+    }
+    return anyShown;
+}
+
+void TntContentTree::refuseName(const QString &reason)
+{
+    auto *alert = new QMessageBox(QMessageBox::Warning, QStringLiteral("Rename"), reason, QMessageBox::Ok, this);
+    alert->setObjectName(QStringLiteral("renameRefused"));
+    alert->setWindowModality(Qt::WindowModal);
+    alert->setAttribute(Qt::WA_DeleteOnClose);
+    alert->open();
 }
 
 void TntContentTree::openRow(const QModelIndex &row)
@@ -81,6 +120,10 @@ void TntContentTree::showMenu(const QPoint &position)
         open->setEnabled(clicked.isValid());
         menu->addAction(QStringLiteral("Show in File Manager"), this,
                         [this] { Q_EMIT revealRequested(selectedPaths()); });
+        QAction *rename = menu->addAction(QStringLiteral("Rename..."), this, [this, clicked] {
+            edit(QModelIndex(clicked).siblingAtColumn(TntContentModel::nameColumn));
+        });
+        rename->setEnabled(clicked.isValid() && selectionModel()->selectedRows().size() == 1);
         menu->addSeparator();
     }
     for (const auto priority : {TntContentModel::maximal, TntContentModel::high, TntContentModel::normal,

@@ -7,8 +7,8 @@
 class UserDefaults;
 
 // The content of a torrent, to add or in the detail pane, with a menu that sets the priority of the
-// selected rows. Its columns keep their widths and order across windows
-// ("tntAddingTableConfiguration", "tntContentTableConfiguration").
+// selected rows (and, in the detail pane, renames one in place: F2). Its columns keep their widths
+// and order across windows ("tntAddingTableConfiguration", "tntContentTableConfiguration").
 class TntContentTree : public QTreeView
 {
     Q_OBJECT
@@ -21,6 +21,10 @@ public:
     void setNodes(FileTreeBuilder::Nodes nodes);
     // The same content built again: rows stay where they can (TntContentModel::refreshNodes).
     void refreshNodes(FileTreeBuilder::Nodes nodes);
+    // Only rows whose name holds `text` (in any case), what is in a folder that does, and the
+    // folders above them; every row for an empty text.
+    void setNameFilter(const QString &text);
+    const QString &nameFilter() const { return m_nameFilter; }
 
 Q_SIGNALS:
     // In the detail pane: rows to open (a double-click, Enter) or to reveal, by their paths in the
@@ -35,6 +39,10 @@ private:
     void showMenu(const QPoint &position);
     // A single folder at the top is the torrent's own: show what is in it.
     void expandSingleRoot();
+    // Hides the rows below `parent` that the filter leaves out; true when one of them shows.
+    bool filterRows(const QModelIndex &parent, bool folderMatches);
+    void refuseName(const QString &reason);
 
     TntContentModel *m_model;
+    QString m_nameFilter;
 };

@@ -6,8 +6,10 @@
 #include "ui/AlternateRows.h"
 #include "ui/ColumnState.h"
 #include "ui/TntCommands.h"
+#include "ui/TntContentTab.h"
 #include "ui/TntContentTree.h"
 #include "ui/TntDetailTables.h"
+#include "ui/TntHttpSources.h"
 #include "ui/TntTableModel.h"
 
 #include <QClipboard>
@@ -16,7 +18,6 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
-#include <QListWidget>
 #include <QMenu>
 #include <QPointer>
 #include <QScrollArea>
@@ -30,7 +31,7 @@ using Tab = TntDetailContext::Tab;
 
 namespace {
 
-constexpr Tab tabOrder[] = {Tab::general, Tab::trackers, Tab::peers, Tab::content};
+constexpr Tab tabOrder[] = {Tab::general, Tab::trackers, Tab::peers, Tab::httpSources, Tab::content};
 
 const QStringList transferTitles{
     QStringLiteral("Time active"),    QStringLiteral("ETA"),            QStringLiteral("Connections"),
@@ -161,6 +162,7 @@ TntDetailPane::TntDetailPane(AppContext &context, TntCommands &commands, QWidget
     , m_pages(new QStackedWidget(this))
     , m_empty(new QLabel(m_pages))
     , m_tabs(new QTabWidget(m_pages))
+    , m_httpSources(new TntHttpSources(context, commands, m_tabs))
     , m_content(new TntContentTree(context.settings().defaults(), m_tabs, TntContentModel::Mode::details))
 {
     setObjectName(QStringLiteral("tntDetails"));
@@ -176,7 +178,8 @@ TntDetailPane::TntDetailPane(AppContext &context, TntCommands &commands, QWidget
     m_tabs->addTab(makeGeneralTab(), QStringLiteral("General"));
     m_tabs->addTab(makeTrackersTab(), QStringLiteral("Trackers"));
     m_tabs->addTab(makePeersTab(), QStringLiteral("Peers"));
-    m_tabs->addTab(m_content, QStringLiteral("Content"));
+    m_tabs->addTab(m_httpSources, QStringLiteral("HTTP Sources"));
+    m_tabs->addTab(new TntContentTab(context, m_content, m_tabs), QStringLiteral("Content"));
 
     TntDetailContext &details = context.tntDetails();
     UserDefaults &defaults = context.settings().defaults();
@@ -197,11 +200,9 @@ TntDetailPane::TntDetailPane(AppContext &context, TntCommands &commands, QWidget
             });
     connect(&details, &TntDetailContext::targetChanged, this, &TntDetailPane::showTarget);
     connect(&details, &TntDetailContext::propertiesChanged, this, &TntDetailPane::showGeneral);
-    connect(&details, &TntDetailContext::webSeedsChanged, this, &TntDetailPane::showWebSeeds);
     connect(&details, &TntDetailContext::filesChanged, this, [this] { detached(showFiles()); });
     showTarget();
     showGeneral();
-    showWebSeeds();
 }
 
 TntDetailPane::~TntDetailPane() = default;
@@ -222,23 +223,14 @@ QWidget *TntDetailPane::makeGeneralTab()
 
 QWidget *TntDetailPane::makeTrackersTab()
 {
-    auto *page = new QWidget(m_tabs);
     UserDefaults &defaults = m_context.settings().defaults();
-    m_trackerView = makeTable(new TntTrackerTableModel(m_context.tntDetails(), page), defaults,
-                              UserDefaultsKey::tntTrackerTableConfiguration, page);
+    m_trackerView = makeTable(new TntTrackerTableModel(m_context.tntDetails(), m_tabs), defaults,
+                              UserDefaultsKey::tntTrackerTableConfiguration, m_tabs);
     m_trackerView->setObjectName(QStringLiteral("tntTrackers"));
     m_trackerView->header()->resizeSection(TntTrackerTableModel::UrlColumn, 320);
     connect(m_trackerView, &QWidget::customContextMenuRequested, this,
             [this](const QPoint &at) { trackerMenu()->popup(m_trackerView->viewport()->mapToGlobal(at)); });
-    m_webSeedsTitle = new QLabel(QStringLiteral("Web seeds"), page);
-    m_webSeeds = new QListWidget(page);
-    m_webSeeds->setMaximumHeight(80);
-    auto *layout = new QVBoxLayout(page);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_trackerView, 1);
-    layout->addWidget(m_webSeedsTitle);
-    layout->addWidget(m_webSeeds);
-    return page;
+    return m_trackerView;
 }
 
 QWidget *TntDetailPane::makePeersTab()
@@ -302,15 +294,6 @@ QString TntDetailPane::generalText() const
             lines << title + QStringLiteral(": ") + value->text();
     }
     return lines.join(u'\n');
-}
-
-void TntDetailPane::showWebSeeds()
-{
-    m_webSeeds->clear();
-    for (const API::WebSeed &seed : m_context.tntDetails().webSeeds())
-        m_webSeeds->addItem(seed.url);
-    m_webSeedsTitle->setVisible(m_webSeeds->count() > 0);
-    m_webSeeds->setVisible(m_webSeeds->count() > 0);
 }
 
 QCoro::Task<> TntDetailPane::showFiles()

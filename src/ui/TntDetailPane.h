@@ -9,16 +9,16 @@
 
 class AppContext;
 class QLabel;
-class QListWidget;
 class QMenu;
 class QStackedWidget;
 class QTabWidget;
 class QTreeView;
 class TntCommands;
 class TntContentTree;
+class TntHttpSources;
 
-// The pane below the torrent table: the selected torrent's General, Trackers (with its web seeds),
-// Peers and Content, or a line saying why there is nothing to show. Being visible is what makes the
+// The pane below the torrent table: the selected torrent's General, Trackers, Peers, HTTP Sources
+// and Content, or a line saying why there is nothing to show. Being visible is what makes the
 // application context load the details; the open tab says which, and is kept in
 // "selectedTntDetailTab".
 class TntDetailPane : public QWidget
@@ -35,7 +35,7 @@ public:
     // Everything the General tab shows, "Title: value" a line, for tests and accessibility.
     QString generalText() const;
     QTreeView *trackerView() const { return m_trackerView; }
-    QListWidget *webSeedList() const { return m_webSeeds; }
+    TntHttpSources *httpSources() const { return m_httpSources; }
     QTreeView *peerView() const { return m_peerView; }
     TntContentTree *contentTree() const { return m_content; }
 
@@ -53,7 +53,6 @@ private:
     QWidget *makePeersTab();
     void showTarget();
     void showGeneral();
-    void showWebSeeds();
     QCoro::Task<> showFiles();
     QStringList selectedTrackerUrls() const;
     QSet<QString> selectedPeerAddresses() const;
@@ -65,9 +64,8 @@ private:
     QTabWidget *m_tabs;
     QList<QPair<QString, QLabel *>> m_generalFields;
     QTreeView *m_trackerView = nullptr;
-    QLabel *m_webSeedsTitle = nullptr;
-    QListWidget *m_webSeeds = nullptr;
     QTreeView *m_peerView = nullptr;
+    TntHttpSources *m_httpSources;
     TntContentTree *m_content;
     FileTreeBuilder m_builder;
     quint64 m_filesBuild = 0; // a build finishing after a newer one started is dropped

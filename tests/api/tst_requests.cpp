@@ -66,6 +66,12 @@ private Q_SLOTS:
         row("edit tracker from 2.15", {},
             E::TntManagement::editTracker(QStringLiteral("h1"), QStringLiteral("http://a/x"), QStringLiteral("http://b/y"), api2_15_1),
             "POST /api/v2/torrents/editTracker", form, "hash=h1&url=http%3A//a/x&newUrl=http%3A//b/y");
+        row("web seeds joined with a bar", {},
+            E::TntManagement::removeWebSeeds(QStringLiteral("h1"), {QStringLiteral("http://a/x"), QStringLiteral("http://b/y?q=1")}),
+            "POST /api/v2/torrents/removeWebSeeds", form, "hash=h1&urls=http%3A//a/x%7Chttp%3A//b/y?q%3D1");
+        row("web seed edited", {},
+            E::TntManagement::editWebSeed(QStringLiteral("h1"), QStringLiteral("http://a/x"), QStringLiteral("http://b/y")),
+            "POST /api/v2/torrents/editWebSeed", form, "hash=h1&origUrl=http%3A//a/x&newUrl=http%3A//b/y");
         row("metadata source", {}, E::TntManagement::fetchMetadata(QStringLiteral("magnet:?xt=urn:btih:abc&dn=x")),
             "POST /api/v2/torrents/fetchMetadata", form, "source=magnet%3A?xt%3Durn%3Abtih%3Aabc%26dn%3Dx");
         row("upload", {}, E::TntManagement::add({"XyZ", "--XyZ\r\n...--XyZ--\r\n"}), "POST /api/v2/torrents/add",

@@ -13,8 +13,11 @@
 #include "ui/TntTableModel.h"
 #include "ui/TransferStatus.h"
 #include "ui/TntActions.h"
+#include "ui/TntHttpSources.h"
+#include "support/Widgets.h"
 
 #include <QApplication>
+#include <QMenu>
 #include <QDir>
 #include <QUrl>
 #include <QTabWidget>
@@ -84,7 +87,6 @@ private Q_SLOTS:
 
         pane.tabs()->setCurrentIndex(1);
         QTRY_VERIFY_WITH_TIMEOUT(rows(*pane.trackerView()->model()).contains(tracker), 10'000);
-        QTRY_VERIFY_WITH_TIMEOUT(m_context->tntDetails().webSeeds() == QList<API::WebSeed>{{webSeed}}, 10'000);
         // Each server names the edited tracker its own way (origUrl, then url from API 2.15).
         const QString edited = QStringLiteral("http://127.0.0.1:2/announce?edited");
         wait(m_context->editTracker(made.infoHash, tracker, edited));
@@ -97,7 +99,7 @@ private Q_SLOTS:
             API::Endpoint::TntManagement::setShareLimits({made.infoHash}, 1.5, 90, 30, m_context->webAPIVersion())));
         QTRY_COMPARE_WITH_TIMEOUT(m_context->tntCollection().find(made.infoHash)->ratioLimit(), 1.5, 10'000);
 
-        pane.tabs()->setCurrentIndex(3);
+        pane.tabs()->setCurrentIndex(4);
         const TntContentModel &content = *pane.contentTree()->contentModel();
         QTRY_COMPARE_WITH_TIMEOUT(rows(content), QStringList{QStringLiteral("Details")}, 10'000);
         const QModelIndex top = content.index(0, 0);
@@ -118,6 +120,76 @@ private Q_SLOTS:
         QCOMPARE(file.data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::Unchecked);
         QCOMPARE(top.data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::PartiallyChecked);
         QVERIFY(!m_context->clientError());
+    }
+
+    // Web seeds changed where the server can (from 5.1), and only listed where it cannot; a file and a
+    // folder renamed in the Content tab, and the folder's files given a priority, as the server then lists them.
+    void editedInTheTabs()
+    {
+        const QbtServer::DataDir data = m_server->server().makeDataDir();
+        const QString webSeed = QStringLiteral("http://127.0.0.1:1/seed/");
+        const auto made = TorrentFactory::multiFile(
+            data.localPath, QStringLiteral("Edited"),
+            {{QStringLiteral("a.bin"), 20'000}, {QStringLiteral("sub/b.bin"), 30'000}, {QStringLiteral("sub/c.bin"), 10'000}},
+            {.webSeeds = {webSeed}});
+        const QString hash = made.infoHash;
+        wait(m_context->client()->perform(API::Endpoint::TntManagement::add(TorrentFactory::multipartBody(
+            {TorrentFactory::torrentPart(made), {"savepath", data.serverPath.toUtf8()}}))));
+        QTRY_VERIFY_WITH_TIMEOUT(m_context->tntCollection().find(hash) && m_context->tntCollection().find(hash)->progress() == 1.0,
+                                 20'000);
+        m_context->setSelectedTnts({hash});
+        TntDetailPane &pane = *m_window->detailPane();
+
+        pane.tabs()->setCurrentIndex(3);
+        const auto seeds = [this] {
+            QSet<QString> urls;
+            for (const API::WebSeed &seed : m_context->tntDetails().webSeeds())
+                urls.insert(seed.url);
+            return urls;
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(seeds(), QSet<QString>{webSeed}, 10'000);
+        QTRY_COMPARE(pane.httpSources()->count(), 1);
+        const bool edits = m_flavor != Flavor::Bookworm45;
+        pane.httpSources()->item(0)->setSelected(true);
+        std::unique_ptr<QMenu> menu(pane.httpSources()->menu());
+        QCOMPARE(QuilloTest::menuItem(*menu, QStringLiteral("Remove web seed"))->isVisible(), edits);
+        if (edits) {
+            const QString added = QStringLiteral("http://127.0.0.1:2/added/");
+            const QString edited = QStringLiteral("https://127.0.0.1:3/edited/");
+            wait(m_context->detailEdits().addWebSeeds(hash, {added}));
+            QTRY_COMPARE_WITH_TIMEOUT(seeds(), (QSet<QString>{webSeed, added}), 10'000);
+            wait(m_context->detailEdits().editWebSeed(hash, added, edited));
+            QTRY_COMPARE_WITH_TIMEOUT(seeds(), (QSet<QString>{webSeed, edited}), 10'000);
+            wait(m_context->detailEdits().removeWebSeeds(hash, {webSeed, edited}));
+            QTRY_COMPARE_WITH_TIMEOUT(seeds(), QSet<QString>(), 10'000);
+            QCOMPARE(pane.httpSources()->count(), 0);
+        }
+        QVERIFY2(!m_context->clientError(), qPrintable(m_server->alert()));
+
+        pane.tabs()->setCurrentIndex(4);
+        TntContentModel &content = *pane.contentTree()->contentModel();
+        QTRY_COMPARE_WITH_TIMEOUT(rows(content), QStringList{QStringLiteral("Edited")}, 10'000);
+        const QModelIndex top = content.index(0, 0);
+        QVERIFY(content.setData(content.index(0, 0, top), QStringLiteral("a & b é.bin"), Qt::EditRole));
+        QVERIFY(content.setData(content.index(1, 0, top), QStringLiteral("inner"), Qt::EditRole));
+        const auto onServer = [this] {
+            QMap<QString, double> files; // name: priority
+            for (const API::File &file : m_context->tntDetails().files())
+                files.insert(file.name, file.priority);
+            return files;
+        };
+        const QMap<QString, double> renamed{{QStringLiteral("Edited/a & b é.bin"), 1},
+                                            {QStringLiteral("Edited/inner/b.bin"), 1},
+                                            {QStringLiteral("Edited/inner/c.bin"), 1}};
+        QTRY_COMPARE_WITH_TIMEOUT(onServer(), renamed, 10'000);
+        QCOMPARE(rows(content, content.index(0, 0)), (QStringList{QStringLiteral("a & b é.bin"), QStringLiteral("inner")}));
+
+        content.setPriority({content.index(1, 0, content.index(0, 0))}, TntContentModel::high);
+        QTRY_COMPARE_WITH_TIMEOUT(onServer(), (QMap<QString, double>{{QStringLiteral("Edited/a & b é.bin"), 1},
+                                                                    {QStringLiteral("Edited/inner/b.bin"), 6},
+                                                                    {QStringLiteral("Edited/inner/c.bin"), 6}}),
+                                  10'000);
+        QVERIFY2(!m_context->clientError(), qPrintable(m_server->alert()));
     }
 
     // The server's folder mapped to a second one holding the same files, as a share mounted here

@@ -1,6 +1,10 @@
+#include "settings/UserDefaults.h"
 #include "ui/TntContentModel.h"
+#include "ui/TntContentTree.h"
 
 #include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -28,6 +32,16 @@ QModelIndex find(const TntContentModel &model, const QString &path)
             return {};
     }
     return at;
+}
+
+QStringList allPaths(const TntContentModel &model, const QModelIndex &parent = {})
+{
+    QStringList paths;
+    for (int row = 0; row < model.rowCount(parent); ++row) {
+        const QModelIndex index = model.index(row, 0, parent);
+        paths << model.nodeAt(index)->path << allPaths(model, index);
+    }
+    return paths;
 }
 
 } // namespace
@@ -82,7 +96,7 @@ private Q_SLOTS:
             const QModelIndex row = find(model, edit.section(u':', 1));
             QVERIFY2(row.isValid(), qPrintable(edit));
             if (named.contains(verb))
-                model.setPriority(row, named.value(verb));
+                model.setPriority({row}, named.value(verb));
             else
                 QVERIFY(model.setData(row, verb == u"check" ? Qt::Checked : Qt::Unchecked, Qt::CheckStateRole));
         }
@@ -95,6 +109,91 @@ private Q_SLOTS:
         }
         QCOMPARE(found, states);
         QCOMPARE(model.hasChosenFiles(), chosen);
+    }
+
+    void rename_data()
+    {
+        QTest::addColumn<QString>("row");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("refusal");
+        QTest::addColumn<QStringList>("paths"); // every row's path afterwards, in tree order
+        const QStringList before{u"Album"_qs, u"Album/cd1"_qs, u"Album/cd1/a.flac"_qs, u"Album/cd1/c.flac"_qs,
+                                 u"Album/b.txt"_qs};
+        QTest::newRow("file") << u"cd1/a.flac"_qs << u"A & B é.flac"_qs << QString()
+                              << QStringList{u"Album"_qs, u"Album/cd1"_qs, u"Album/cd1/A & B é.flac"_qs,
+                                             u"Album/cd1/c.flac"_qs, u"Album/b.txt"_qs};
+        QTest::newRow("folder moves what is in it")
+            << u"cd1"_qs << u"Disc 1"_qs << QString()
+            << QStringList{u"Album"_qs, u"Album/Disc 1"_qs, u"Album/Disc 1/a.flac"_qs, u"Album/Disc 1/c.flac"_qs,
+                           u"Album/b.txt"_qs};
+        QTest::newRow("top folder") << u""_qs << u"Best"_qs << QString()
+                                    << QStringList{u"Best"_qs, u"Best/cd1"_qs, u"Best/cd1/a.flac"_qs,
+                                                   u"Best/cd1/c.flac"_qs, u"Best/b.txt"_qs};
+        QTest::newRow("empty") << u"b.txt"_qs << u"  "_qs << u"A name cannot be empty."_qs << before;
+        QTest::newRow("slash") << u"cd1"_qs << u"cd/2"_qs << u"A name cannot contain \"/\"."_qs << before;
+        QTest::newRow("a neighbour's name") << u"b.txt"_qs << u"cd1"_qs << u"\"cd1\" is already there."_qs << before;
+    }
+
+    // A name typed into a row shows at once, with the paths below it; a bad one is refused with its reason.
+    void rename()
+    {
+        QFETCH(QString, row);
+        QFETCH(QString, name);
+        QFETCH(QString, refusal);
+        QFETCH(QStringList, paths);
+        TntContentModel model(TntContentModel::Mode::details, nullptr);
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.setNodes(album());
+        QSignalSpy renamed(&model, &TntContentModel::renamed);
+        QSignalSpy refused(&model, &TntContentModel::renameRefused);
+        const QModelIndex index = find(model, row);
+        const QString oldPath = model.nodeAt(index)->path;
+        QCOMPARE(model.setData(index, name, Qt::EditRole), refusal.isEmpty());
+        QCOMPARE(allPaths(model), paths);
+        QCOMPARE(refused.value(0).value(0).toString(), refusal);
+        if (!refusal.isEmpty())
+            return;
+        QCOMPARE(index.data().toString(), name);
+        QCOMPARE(renamed.value(0), (QVariantList{oldPath, model.nodeAt(index)->path, model.rowCount(index) > 0}));
+    }
+
+    void filter_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("shown");
+        const QStringList all{u"Album"_qs, u"Album/cd1"_qs, u"Album/cd1/a.flac"_qs, u"Album/cd1/c.flac"_qs,
+                              u"Album/b.txt"_qs};
+        QTest::newRow("a file keeps its folders") << u"A.FLAC"_qs << QStringList{u"Album"_qs, u"Album/cd1"_qs, u"Album/cd1/a.flac"_qs};
+        QTest::newRow("a folder keeps what is in it") << u"cd"_qs << all.mid(0, 4);
+        QTest::newRow("top level file") << u"txt"_qs << QStringList{u"Album"_qs, u"Album/b.txt"_qs};
+        QTest::newRow("nothing") << u"ogg"_qs << QStringList();
+        QTest::newRow("cleared") << QString() << all;
+    }
+
+    // The tree shows the rows the filter keeps: matches, what is in a matching folder, and the
+    // folders above them.
+    void filter()
+    {
+        QFETCH(QString, text);
+        QFETCH(QStringList, shown);
+        QTemporaryDir dir;
+        UserDefaults defaults(dir.filePath(u"Quillo.ini"_qs));
+        TntContentTree tree(defaults, nullptr, TntContentModel::Mode::details);
+        tree.setNodes(album());
+        tree.setNameFilter(u"b.txt"_qs); // whatever was filtered before is undone
+        tree.setNameFilter(text);
+        QStringList found;
+        const std::function<void(const QModelIndex &)> visit = [&](const QModelIndex &parent) {
+            for (int row = 0; row < tree.model()->rowCount(parent); ++row) {
+                if (tree.isRowHidden(row, parent))
+                    continue;
+                const QModelIndex index = tree.model()->index(row, 0, parent);
+                found << tree.contentModel()->nodeAt(index)->path;
+                visit(index);
+            }
+        };
+        visit({});
+        QCOMPARE(found, shown);
     }
 
     // A file whose path formed no location is not in the tree: it keeps the server's normal priority.

@@ -240,7 +240,7 @@ private Q_SLOTS:
         publishFileManager(true);
         QuilloTest::selectRows(*m_window->tntTable()->table(), {u"album"_qs});
         TntContentTree &tree = *m_window->detailPane()->contentTree();
-        m_window->detailPane()->findChild<QTabWidget *>()->setCurrentWidget(&tree);
+        m_window->detailPane()->findChild<QTabWidget *>()->setCurrentWidget(tree.parentWidget());
         QTRY_COMPARE(tree.model()->rowCount(), 1);
         tree.expandAll();
         const QModelIndex cd1 = tree.model()->index(0, 0, tree.model()->index(0, 0));

@@ -3,7 +3,9 @@
 #include "ui/EditorSheet.h"
 #include "ui/MainWindow.h"
 #include "ui/TntCommands.h"
+#include "ui/TntContentTree.h"
 #include "ui/TntDetailPane.h"
+#include "ui/TntHttpSources.h"
 #include "ui/TntTableModel.h"
 #include "ui/TntTableView.h"
 #include "ui/TransferStatus.h"
@@ -18,6 +20,7 @@
 #include <QTest>
 #include <QToolButton>
 #include <QTreeView>
+#include <QUrlQuery>
 
 namespace {
 
@@ -33,13 +36,10 @@ Response detailAnswer(const FakeServer::Request &request)
             {"url":"http:\/\/t.example\/announce","status":2,"tier":0,"num_peers":3,"num_seeds":1,"num_leeches":2,
              "num_downloaded":5,"msg":""}])");
     if (request.target.contains("/torrents/webseeds"))
-        return Response::json("[]");
+        return Response::json(R"([{"url":"http:\/\/seed.example\/files\/"}])");
     if (request.target.contains("/sync/torrentPeers"))
         return Response::json(R"({"rid":1,"full_update":true,
             "peers":{"10.0.0.1:6881":{"ip":"10.0.0.1","port":6881,"client":"qBittorrent"}}})");
-    if (request.target.contains("/torrents/files"))
-        return Response::json(
-            R"([{"index":0,"name":"Done/a.bin","size":2048,"progress":1,"priority":1,"piece_range":[0,0],"availability":1}])");
     if (request.target.contains("/torrents/properties"))
         return Response::json(R"({"save_path":"/data","creation_date":1700000000,"piece_size":16384,"comment":"",
             "total_wasted":0,"total_uploaded":0,"total_uploaded_session":0,"total_downloaded":2048,
@@ -55,6 +55,9 @@ Response detailAnswer(const FakeServer::Request &request)
 
 const auto item = QuilloTest::menuItem;
 
+const QByteArray oneFile = "[{\"index\":0,\"name\":\"Done/a.bin\",\"size\":2048,\"progress\":1,\"priority\":1,"
+                           "\"piece_range\":[0,0],\"availability\":1}]";
+
 } // namespace
 
 // The detail pane in the window, offscreen, against a scripted server.
@@ -64,6 +67,9 @@ class TestTntDetails : public QObject
 
     std::unique_ptr<ScriptedTorrents> m_server;
     std::unique_ptr<MainWindow> m_window;
+    // What the server lists of the torrent's files, and how it answers a rename.
+    QByteArray m_files;
+    int m_renameStatus = 200;
 
     TntDetailPane &pane() { return *m_window->detailPane(); }
     QToolButton &toggle() { return *m_window->transferStatus()->tntDetailsToggle(); }
@@ -88,6 +94,43 @@ class TestTntDetails : public QObject
         return found;
     }
 
+    void connectTo(const QByteArray &apiVersion)
+    {
+        m_window.reset();
+        m_server = std::make_unique<ScriptedTorrents>(apiVersion);
+        m_server->server.setHandler([this](const FakeServer::Request &request) {
+            if (request.target.contains("/torrents/files"))
+                return Response::json(m_files);
+            if (request.target.contains("/torrents/rename"))
+                return Response::text(m_renameStatus, "");
+            return detailAnswer(request);
+        });
+        openWindow();
+    }
+
+    TntContentTree &showContent()
+    {
+        select({QStringLiteral("aaa")});
+        pane().tabs()->setCurrentIndex(4);
+        TntContentTree &tree = *pane().contentTree();
+        tree.expandAll();
+        return tree;
+    }
+
+    // The tree's row at a "/"-separated path of names from the top.
+    static QModelIndex rowAt(const QTreeView &tree, const QString &path)
+    {
+        QModelIndex at;
+        for (const QString &name : path.split(u'/')) {
+            const QModelIndexList found =
+                tree.model()->match(tree.model()->index(0, 0, at), Qt::DisplayRole, name, 1, Qt::MatchExactly);
+            if (found.isEmpty())
+                return {};
+            at = found.first();
+        }
+        return at;
+    }
+
     void showRowOf(QTreeView &view, int rows)
     {
         QTRY_COMPARE(view.model()->rowCount(), rows);
@@ -98,9 +141,9 @@ class TestTntDetails : public QObject
 private Q_SLOTS:
     void init()
     {
-        m_server = std::make_unique<ScriptedTorrents>();
-        m_server->server.setHandler(detailAnswer);
-        openWindow();
+        m_files = oneFile;
+        m_renameStatus = 200;
+        connectTo("2.11.0");
     }
 
     void cleanup()
@@ -185,6 +228,153 @@ private Q_SLOTS:
         QVERIFY(confirmation);
         QuilloTest::button(*confirmation, QStringLiteral("Ban"))->click();
         QTRY_COMPARE(sent("/transfer/banPeers"), QList<QByteArray>{"/api/v2/transfer/banPeers?peers=10.0.0.1%3A6881"});
+    }
+
+    void renameInPlace_data()
+    {
+        QTest::addColumn<QString>("row");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("request");
+        QTest::addColumn<QString>("failure"); // the alert's title; none when the server took it
+        QTest::newRow("file") << u"Done/a.bin"_qs << u"b & c.bin"_qs << 200
+                              << QByteArray("/api/v2/torrents/renameFile?hash=aaa&oldPath=Done/a.bin&newPath=Done/b%20%26%20c.bin")
+                              << QString();
+        QTest::newRow("folder") << u"Done"_qs << u"Finished"_qs << 200
+                                << QByteArray("/api/v2/torrents/renameFolder?hash=aaa&oldPath=Done&newPath=Finished")
+                                << QString();
+        QTest::newRow("refused file") << u"Done/a.bin"_qs << u"b.bin"_qs << 409
+                                      << QByteArray("/api/v2/torrents/renameFile?hash=aaa&oldPath=Done/a.bin&newPath=Done/b.bin")
+                                      << u"Failed to rename file."_qs;
+    }
+
+    // F2 and a new name: the row shows it before the server answers; what the server lists next
+    // keeps the row, and a refusal brings the old name back.
+    void renameInPlace()
+    {
+        QFETCH(QString, row);
+        QFETCH(QString, name);
+        QFETCH(int, status);
+        QFETCH(QByteArray, request);
+        QFETCH(QString, failure);
+        m_renameStatus = status;
+        TntContentTree &tree = showContent();
+        QTRY_VERIFY(rowAt(tree, row).isValid());
+        const QPersistentModelIndex renamed = rowAt(tree, row);
+        const QString oldName = renamed.data().toString();
+        tree.setCurrentIndex(renamed);
+        QTest::keyClick(&tree, Qt::Key_F2);
+        auto *editor = tree.viewport()->findChild<QLineEdit *>();
+        QVERIFY(editor);
+        QCOMPARE(editor->text(), oldName);
+        editor->setText(name);
+        QTest::keyClick(editor, Qt::Key_Return);
+        // The delegate commits in a queued call; the server's answer needs socket events besides.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+        QCOMPARE(renamed.data().toString(), name);
+
+        QTRY_COMPARE(sent("/torrents/rename"), QList<QByteArray>{request});
+        if (status == 200)
+            m_files.replace(oldName.toUtf8(), name.toUtf8());
+        const qsizetype asked = sent("/torrents/files").size();
+        QTRY_VERIFY(sent("/torrents/files").size() > asked + 1);
+        QVERIFY(renamed.isValid());
+        QCOMPARE(renamed.data().toString(), failure.isEmpty() ? name : oldName);
+        const auto &alert = m_server->context->clientError();
+        QCOMPARE(alert ? alert->title() : QString(), failure);
+    }
+
+    void renameRefusedHere()
+    {
+        TntContentTree &tree = showContent();
+        QTRY_VERIFY(rowAt(tree, u"Done/a.bin"_qs).isValid());
+        QVERIFY(!tree.model()->setData(rowAt(tree, u"Done/a.bin"_qs), u"x/y.bin"_qs, Qt::EditRole));
+        auto *refusal = tree.findChild<QMessageBox *>(u"renameRefused"_qs);
+        QVERIFY(refusal);
+        QCOMPARE(refusal->text(), u"A name cannot contain \"/\"."_qs);
+        QVERIFY(rowAt(tree, u"Done/a.bin"_qs).isValid());
+        QVERIFY(sent("/torrents/rename").isEmpty());
+    }
+
+    void folderPriorityInOneRequest_data()
+    {
+        QTest::addColumn<QStringList>("selected");
+        QTest::addColumn<int>("files");
+        QTest::newRow("the top folder") << QStringList{u"Big"_qs} << 10'000;
+        QTest::newRow("two folders") << QStringList{u"Big/A"_qs, u"Big/B"_qs} << 10'000;
+        QTest::newRow("a folder and a file in it") << QStringList{u"Big/A"_qs, u"Big/A/f7.bin"_qs} << 5'000;
+    }
+
+    // However many files the selected rows hold, their priority is one request.
+    void folderPriorityInOneRequest()
+    {
+        QFETCH(QStringList, selected);
+        QFETCH(int, files);
+        m_files = "[";
+        for (int file = 0; file < 10'000; ++file) {
+            const QByteArray index = QByteArray::number(file);
+            m_files += QByteArray(file == 0 ? "" : ",") + "{\"index\":" + index + ",\"name\":\"Big/"
+                       + (file < 5000 ? "A" : "B") + "/f" + index
+                       + ".bin\",\"size\":10,\"progress\":0,\"priority\":1,\"piece_range\":[0,0],\"availability\":1}";
+        }
+        m_files += "]";
+        TntContentTree &tree = showContent();
+        QTRY_VERIFY(rowAt(tree, u"Big/B"_qs).isValid());
+        tree.clearSelection();
+        for (const QString &path : selected)
+            tree.selectionModel()->select(rowAt(tree, path), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        Q_EMIT tree.customContextMenuRequested(tree.visualRect(rowAt(tree, selected.first())).center());
+        auto *menu = tree.findChild<QMenu *>();
+        QVERIFY(menu);
+        item(*menu, QStringLiteral("Do not download"))->trigger();
+
+        QTRY_COMPARE(sent("/torrents/filePrio").size(), 1);
+        QTest::qWait(50);
+        const QList<QByteArray> requests = sent("/torrents/filePrio");
+        QCOMPARE(requests.size(), 1);
+        const QUrlQuery form(QString::fromUtf8(requests.first().mid(requests.first().indexOf('?') + 1)));
+        QCOMPARE(form.queryItemValue(u"priority"_qs), u"0"_qs);
+        const QStringList ids = form.queryItemValue(u"id"_qs, QUrl::FullyDecoded).split(u'|');
+        QCOMPARE(QSet<QString>(ids.cbegin(), ids.cend()).size(), files);
+        QCOMPARE(ids.size(), files);
+    }
+
+    void webSeeds_data()
+    {
+        QTest::addColumn<QByteArray>("apiVersion");
+        QTest::addColumn<bool>("edits");
+        QTest::newRow("5.0 lists them") << QByteArray("2.11.2") << false;
+        QTest::newRow("5.1 edits them") << QByteArray("2.11.3") << true;
+    }
+
+    // The HTTP Sources tab reads the web seeds while it is open, and offers to change them where
+    // the server can.
+    void webSeeds()
+    {
+        QFETCH(QByteArray, apiVersion);
+        QFETCH(bool, edits);
+        connectTo(apiVersion);
+        select({QStringLiteral("aaa")});
+        pane().tabs()->setCurrentIndex(1);
+        QTRY_VERIFY(!sent("/torrents/trackers").isEmpty());
+        QVERIFY(sent("/torrents/webseeds").isEmpty());
+        pane().tabs()->setCurrentIndex(3);
+        QCOMPARE(pane().tabs()->tabText(3), QStringLiteral("HTTP Sources"));
+        QCOMPARE(m_server->defaults.stringValue(UserDefaultsKey::selectedTntDetailTab), QStringLiteral("httpSources"));
+        TntHttpSources &list = *pane().httpSources();
+        QTRY_COMPARE(list.count(), 1);
+        list.item(0)->setSelected(true);
+        std::unique_ptr<QMenu> menu(list.menu());
+        for (const QString &change : {u"Add web seeds..."_qs, u"Edit web seed URL..."_qs, u"Remove web seed"_qs})
+            QCOMPARE(item(*menu, change)->isVisible(), edits);
+        QVERIFY(item(*menu, u"Copy web seed URL"_qs)->isEnabled());
+        if (!edits)
+            return;
+        const qsizetype read = sent("/torrents/webseeds").size();
+        item(*menu, u"Remove web seed"_qs)->trigger();
+        QTRY_COMPARE(sent("/torrents/removeWebSeeds"),
+                     QList<QByteArray>{"/api/v2/torrents/removeWebSeeds?hash=aaa&urls=http%3A//seed.example/files/"});
+        QTRY_VERIFY(sent("/torrents/webseeds").size() > read); // read again at once
     }
 };
 
