@@ -75,13 +75,14 @@ QString TntDetailContext::tabName(Tab tab)
     case Tab::trackers: return QStringLiteral("trackers");
     case Tab::peers: return QStringLiteral("peers");
     case Tab::content: return QStringLiteral("content");
+    case Tab::speed: return QStringLiteral("speed");
     }
     Q_UNREACHABLE();
 }
 
 TntDetailContext::Tab TntDetailContext::tabNamed(const QString &name)
 {
-    for (const Tab tab : {Tab::trackers, Tab::peers, Tab::content}) {
+    for (const Tab tab : {Tab::trackers, Tab::peers, Tab::content, Tab::speed}) {
         if (name == tabName(tab))
             return tab;
     }
@@ -165,6 +166,14 @@ void TntDetailContext::setFiles(QList<API::File> files)
     Q_EMIT filesChanged();
 }
 
+void TntDetailContext::setPieceStates(QList<API::PieceState> states)
+{
+    if (states == m_pieceStates)
+        return;
+    m_pieceStates = std::move(states);
+    Q_EMIT pieceStatesChanged();
+}
+
 void TntDetailContext::clear()
 {
     resetPeers();
@@ -175,6 +184,8 @@ void TntDetailContext::clear()
     setTrackers({});
     setWebSeeds({});
     setFiles({});
+    setPieceStates({});
+    m_rates.clear();
 }
 
 void TntDetailContext::setAveragingWindow(int samples)

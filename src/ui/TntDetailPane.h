@@ -14,12 +14,13 @@ class QMenu;
 class QStackedWidget;
 class QTabWidget;
 class QTreeView;
+class PiecesBar;
 class TntCommands;
 class TntContentTree;
 
 // The pane below the torrent table: the selected torrent's General, Trackers (with its web seeds),
-// Peers and Content, or a line saying why there is nothing to show. Being visible is what makes the
-// application context load the details; the open tab says which, and is kept in
+// Peers, Content and Speed, or a line saying why there is nothing to show. Being visible is what
+// makes the application context load the details; the open tab says which, and is kept in
 // "selectedTntDetailTab".
 class TntDetailPane : public QWidget
 {
@@ -38,6 +39,7 @@ public:
     QListWidget *webSeedList() const { return m_webSeeds; }
     QTreeView *peerView() const { return m_peerView; }
     TntContentTree *contentTree() const { return m_content; }
+    PiecesBar *piecesBar() const { return m_piecesBar; }
 
     // The context menus for the rows selected now; each deletes itself when closed.
     QMenu *trackerMenu();
@@ -64,6 +66,7 @@ private:
     QLabel *m_empty;
     QTabWidget *m_tabs;
     QList<QPair<QString, QLabel *>> m_generalFields;
+    PiecesBar *m_piecesBar = nullptr;
     QTreeView *m_trackerView = nullptr;
     QLabel *m_webSeedsTitle = nullptr;
     QListWidget *m_webSeeds = nullptr;

@@ -9,6 +9,9 @@
 #include "ui/TransferStatus.h"
 
 #include <QAbstractButton>
+#include <QLabel>
+#include <QTextBlock>
+#include <QTextDocument>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -40,8 +43,11 @@ Response detailAnswer(const FakeServer::Request &request)
     if (request.target.contains("/torrents/files"))
         return Response::json(
             R"([{"index":0,"name":"Done/a.bin","size":2048,"progress":1,"priority":1,"piece_range":[0,0],"availability":1}])");
+    if (request.target.contains("/torrents/pieceStates"))
+        return Response::json("[2]");
     if (request.target.contains("/torrents/properties"))
-        return Response::json(R"({"save_path":"/data","creation_date":1700000000,"piece_size":16384,"comment":"",
+        return Response::json(R"({"save_path":"/data","creation_date":1700000000,"piece_size":16384,
+            "comment":"<b>Mirror<\/b>: https:\/\/example.org\/a?x=1&y=2, or file:\/\/\/etc",
             "total_wasted":0,"total_uploaded":0,"total_uploaded_session":0,"total_downloaded":2048,
             "total_downloaded_session":0,"up_limit":-1,"dl_limit":-1,"time_elapsed":60,"seeding_time":0,
             "nb_connections":1,"nb_connections_limit":100,"share_ratio":0,"addition_date":1700000000,
@@ -88,6 +94,24 @@ class TestTntDetails : public QObject
         return found;
     }
 
+    QStringList commentLinks()
+    {
+        QStringList links;
+        for (const QLabel *label : pane().findChildren<QLabel *>()) {
+            if (label->textFormat() != Qt::RichText || !label->text().contains(QStringLiteral("Mirror")))
+                continue;
+            QTextDocument document;
+            document.setHtml(label->text());
+            for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+                for (auto fragment = block.begin(); !fragment.atEnd(); ++fragment) {
+                    if (fragment.fragment().charFormat().isAnchor())
+                        links << fragment.fragment().charFormat().anchorHref();
+                }
+            }
+        }
+        return links;
+    }
+
     void showRowOf(QTreeView &view, int rows)
     {
         QTRY_COMPARE(view.model()->rowCount(), rows);
@@ -125,6 +149,10 @@ private Q_SLOTS:
         QVERIFY(pane().isVisible());
         QTRY_VERIFY(pane().generalText().contains(QStringLiteral("Total size: ") + TntFormat::size(2048)));
         QVERIFY(pane().generalText().contains(QStringLiteral("Created by: Quillo")));
+        // The server's text stays text; only its web link is one.
+        QVERIFY(pane().generalText().contains(QStringLiteral("Comment: <b>Mirror</b>: https://example.org/a?x=1&y=2, or file:///etc")));
+        const QStringList links = commentLinks();
+        QCOMPARE(links, QStringList{QStringLiteral("https://example.org/a?x=1&y=2")});
         select({QStringLiteral("aaa"), QStringLiteral("ccc")});
         QCOMPARE(pane().emptyText(), QStringLiteral("2 torrents selected"));
         select({});
