@@ -83,7 +83,8 @@ void RateGraph::paint(QPainter &painter, const QRect &area, const RateHistory &h
         highest = std::max({highest, sample.down, sample.up});
     const qint64 top = scaleTop(highest);
     const auto yOf = [&](qint64 rate) {
-        return area.bottom() + 1 - static_cast<double>(rate) / static_cast<double>(top) * (area.height() - 1);
+        // Centred on the pixel rows, so that neither 0 nor the top is half cut off.
+        return area.bottom() + 0.5 - static_cast<double>(rate) / static_cast<double>(top) * (area.height() - 1);
     };
 
     // A stretch is shaded from a sample taken with the limits on to the next sample.
