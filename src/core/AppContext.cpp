@@ -7,6 +7,7 @@
 
 AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject *parent)
     : QObject(parent)
+    , TntCommandMethods(m_operations, m_selectedTnts)
     , m_keychain(keychain)
     , m_settings(defaults)
     , m_connections(defaults, keychain)
@@ -158,11 +159,6 @@ QCoro::Task<> AppContext::shutDownServer()
     QCoro::Task<bool> asking = m_limits.shutDown();
     if (co_await std::move(asking))
         m_connector.close();
-}
-
-TntTargets AppContext::orAll(QSet<QString> hashes)
-{
-    return hashes.isEmpty() ? TntTargets::all() : TntTargets::only(std::move(hashes));
 }
 
 QCoro::Task<bool> AppContext::addTnts(API::TntAddingOptions options, bool start, QString hash,

@@ -8,7 +8,7 @@
 #include "core/SecureAddressOffer.h"
 #include "core/Sync.h"
 #include "core/TntDetailLoader.h"
-#include "core/TntOperations.h"
+#include "core/TntCommandMethods.h"
 #include "core/TransferLimits.h"
 #include "model/CompletionNotifier.h"
 #include "model/GlobalTransferInfo.h"
@@ -30,9 +30,9 @@
 class KeychainStore;
 
 // The one object handed to every window: the saved connections, the open one, what its server
-// shows, and every command. It holds the parts that do the work and forwards to them; it lives on
-// the main thread.
-class AppContext : public QObject
+// shows, and every command (the torrent commands are its base's). It holds the parts that do the
+// work and forwards to them; it lives on the main thread.
+class AppContext : public QObject, public TntCommandMethods
 {
     Q_OBJECT
 
@@ -138,83 +138,6 @@ public:
     QCoro::Task<> acceptHTTPSRedirectSuggestion();
     void dismissHTTPSRedirectSuggestion() { m_secureOffer.dismiss(); }
 
-    // Torrent commands. For those taking a set, an empty set means every torrent (sent as "all"),
-    // except where noted: this is the one place that reads an empty set so.
-    QCoro::Task<> startTnts(QSet<QString> hashes) { return m_operations.start(orAll(hashes)); }
-    QCoro::Task<> stopTnts(QSet<QString> hashes) { return m_operations.stop(orAll(hashes)); }
-    QCoro::Task<> setForceStart(QSet<QString> hashes, bool value)
-    {
-        return m_operations.setForceStart(orAll(hashes), value);
-    }
-    QCoro::Task<> recheckTnts(QSet<QString> hashes) { return m_operations.recheck(orAll(hashes)); }
-    QCoro::Task<> reannounceTnts(QSet<QString> hashes) { return m_operations.reannounce(orAll(hashes)); }
-    QCoro::Task<> removeTnts(QSet<QString> hashes, bool deleteFiles)
-    {
-        return m_operations.remove(orAll(hashes), deleteFiles);
-    }
-    QCoro::Task<> addTrackers(QString hash, QStringList urls) { return m_operations.addTrackers(hash, urls); }
-    QCoro::Task<> editTracker(QString hash, QString origUrl, QString newUrl)
-    {
-        return m_operations.editTracker(hash, origUrl, newUrl);
-    }
-    QCoro::Task<> removeTrackers(QString hash, QStringList urls) { return m_operations.removeTrackers(hash, urls); }
-    // empty set: nothing is sent
-    QCoro::Task<> addPeers(QSet<QString> hashes, QStringList peers)
-    {
-        return m_operations.addPeers(TntTargets::only(hashes), peers);
-    }
-    // Queue priority of the selection (`selectedTnts`).
-    QCoro::Task<> increasePriority() { return moveSelection(TntOperations::QueueMove::up); }
-    QCoro::Task<> decreasePriority() { return moveSelection(TntOperations::QueueMove::down); }
-    QCoro::Task<> maximumPriority() { return moveSelection(TntOperations::QueueMove::top); }
-    QCoro::Task<> minimumPriority() { return moveSelection(TntOperations::QueueMove::bottom); }
-    QCoro::Task<> setFilePriority(QString hash, QSet<int> fileIds, int priority)
-    {
-        return m_operations.setFilePriority(hash, fileIds, priority);
-    }
-    // empty set: nothing is sent
-    QCoro::Task<> setLocation(QSet<QString> hashes, QString location)
-    {
-        return m_operations.setLocation(TntTargets::only(hashes), location);
-    }
-    QCoro::Task<> renameTnt(QString hash, QString name) { return m_operations.rename(hash, name); }
-    // "" removes the category; empty set: nothing is sent
-    QCoro::Task<> setCategory(QSet<QString> hashes, QString category)
-    {
-        return m_operations.setCategory(TntTargets::only(hashes), category);
-    }
-    QCoro::Task<> createCategory(QString name, QString savePath) { return m_operations.createCategory(name, savePath); }
-    QCoro::Task<> editCategory(QString name, QString savePath) { return m_operations.editCategory(name, savePath); }
-    QCoro::Task<> removeCategories(QSet<QString> names) { return m_operations.removeCategories(names); }
-    QCoro::Task<> addTags(QSet<QString> hashes, QSet<QString> tags)
-    {
-        return m_operations.addTags(TntTargets::only(hashes), tags);
-    } // empty set: nothing is sent
-    // empty set: nothing is sent
-    QCoro::Task<> removeTags(QSet<QString> hashes, QSet<QString> tags)
-    {
-        return m_operations.removeTags(TntTargets::only(hashes), tags);
-    }
-    QCoro::Task<> createTags(QSet<QString> tags) { return m_operations.createTags(tags); }
-    QCoro::Task<> deleteTags(QSet<QString> tags) { return m_operations.deleteTags(tags); }
-    QCoro::Task<> setAutoManagement(QSet<QString> hashes, bool enable)
-    {
-        return m_operations.setAutoManagement(orAll(hashes), enable);
-    }
-    QCoro::Task<> toggleSequentialDownload(QSet<QString> hashes)
-    {
-        return m_operations.toggleSequentialDownload(orAll(hashes));
-    }
-    QCoro::Task<> toggleFirstLastPiecePrio(QSet<QString> hashes)
-    {
-        return m_operations.toggleFirstLastPiecePrio(orAll(hashes));
-    }
-    QCoro::Task<> setSuperSeeding(QSet<QString> hashes, bool value)
-    {
-        return m_operations.setSuperSeeding(orAll(hashes), value);
-    }
-    QCoro::Task<> banPeers(QSet<QString> peers) { return m_operations.banPeers(peers); }
-    QCoro::Task<> toggleSpeedLimitsMode() { return m_operations.toggleSpeedLimitsMode(); }
     // Speed limits of torrents and of the transfer.
     TransferLimits &limits() { return m_limits; }
     // Once the server took it, the connection ends here as after logging out, without an alert.
@@ -242,12 +165,7 @@ Q_SIGNALS:
 
 private:
     void sampleRates();
-    static TntTargets orAll(QSet<QString> hashes);
     bool serverIsLocal() const { return m_connections.selected() && m_connections.selected()->isLocal; }
-    QCoro::Task<> moveSelection(TntOperations::QueueMove move)
-    {
-        return m_operations.moveInQueue(orAll(m_selectedTnts), move);
-    }
 
     KeychainStore &m_keychain;
     AppSettings m_settings;

@@ -8,10 +8,9 @@
 #include "model/ServerLabels.h"
 #include "model/TntCollection.h"
 #include "support/Captured.h"
+#include "support/Sorted.h"
 
 #include <QLoggingCategory>
-
-#include <algorithm>
 
 Q_LOGGING_CATEGORY(lcOperations, "AppContext")
 
@@ -20,34 +19,6 @@ using Features = API::ServerFeatures;
 using State = TntModel::State;
 
 namespace {
-
-// Sorted so that a request's bytes do not depend on set order.
-template <typename T> QList<T> sorted(const QSet<T> &values)
-{
-    QList<T> list = values.values();
-    std::sort(list.begin(), list.end());
-    return list;
-}
-
-const QString tagSeparator = QStringLiteral(", ");
-
-QStringList tagList(const QString &tags)
-{
-    return tags.isEmpty() ? QStringList() : tags.split(tagSeparator);
-}
-
-// The server keeps tags sorted without regard to case.
-QString tagText(QStringList tags)
-{
-    std::sort(tags.begin(), tags.end(),
-              [](const QString &a, const QString &b) { return a.compare(b, Qt::CaseInsensitive) < 0; });
-    return tags.join(tagSeparator);
-}
-
-QCoro::Task<> nothingToSend()
-{
-    co_return;
-}
 
 // Only a finished torrent seeds; 0.9999 is still downloading.
 auto stateBy(State incomplete, State complete)
@@ -58,6 +29,11 @@ auto stateBy(State incomplete, State complete)
 
 } // namespace
 
+QCoro::Task<> TntOperations::nothing()
+{
+    co_return;
+}
+
 TntOperations::TntOperations(Connector &connector, TntCollection &tnts, ServerLabels &labels, ErrorReporter &errors,
                              QObject *parent)
     : QObject(parent)
@@ -67,23 +43,29 @@ TntOperations::TntOperations(Connector &connector, TntCollection &tnts, ServerLa
     , m_errors(errors)
 {}
 
-QCoro::Task<bool> TntOperations::send(API::APIEndpoint endpoint, QString failureTitle)
+QCoro::Task<std::optional<QByteArray>> TntOperations::request(API::APIEndpoint endpoint, QString failureTitle)
 {
     const QPointer<Session> session = m_connector.session();
     // A command given while logged out or reconnecting (the table still shows the last torrents).
     if (!session || !session->isAuthorized()) {
         m_errors.report(failureTitle, std::make_exception_ptr(API::NetworkError::disconnected()));
-        co_return false;
+        co_return std::nullopt;
     }
     QCoro::Task<Captured<QByteArray>> request = captured(session->client().perform(std::move(endpoint)));
-    const Captured<QByteArray> answer = co_await std::move(request);
+    Captured<QByteArray> answer = co_await std::move(request);
     if (!session)
-        co_return false;
+        co_return std::nullopt;
     if (!answer) {
         m_errors.reportUnlessCancelled(failureTitle, answer.error);
-        co_return false;
+        co_return std::nullopt;
     }
-    co_return true;
+    co_return std::move(*answer.value);
+}
+
+QCoro::Task<bool> TntOperations::send(API::APIEndpoint endpoint, QString failureTitle)
+{
+    QCoro::Task<std::optional<QByteArray>> requesting = request(std::move(endpoint), std::move(failureTitle));
+    co_return (co_await std::move(requesting)).has_value();
 }
 
 QCoro::Task<bool> TntOperations::runChecked(Command command)
@@ -192,7 +174,7 @@ QCoro::Task<> TntOperations::moveInQueue(TntTargets targets, QueueMove move)
 QCoro::Task<> TntOperations::setLocation(TntTargets targets, QString location)
 {
     if (targets.isNone())
-        return nothingToSend();
+        return nothing();
     return run({QStringLiteral("Failed to set torrent location."), [targets, location](const Features &) {
                     return Endpoint::TntManagement::setLocation(targets.wireList(), location);
                 }});
@@ -238,7 +220,7 @@ QCoro::Task<> TntOperations::removeTrackers(QString hash, QStringList urls)
 QCoro::Task<> TntOperations::addPeers(TntTargets targets, QStringList peers)
 {
     if (targets.isNone())
-        return nothingToSend();
+        return nothing();
     return run({QStringLiteral("Failed to add peers to torrent."), [targets, peers](const Features &) {
                     return Endpoint::TntManagement::addPeers(targets.wireList(), peers);
                 }});
@@ -248,90 +230,6 @@ QCoro::Task<> TntOperations::banPeers(QSet<QString> peers)
 {
     return run({QStringLiteral("Failed to ban peers."),
                 [peers = sorted(peers)](const Features &) { return Endpoint::TransferInfo::banPeers(peers); }});
-}
-
-QCoro::Task<> TntOperations::setCategory(TntTargets targets, QString category)
-{
-    if (targets.isNone())
-        return nothingToSend();
-    return run({QStringLiteral("Failed to set torrent category."),
-                [targets, category](const Features &) {
-                    return Endpoint::TntManagement::setCategory(targets.wireList(), category);
-                },
-                [this, targets, category](const Features &) {
-                    m_tnts.editLocally(targets, [&category](TntModel &tnt) { return tnt.setCategory(category); });
-                }});
-}
-
-QCoro::Task<> TntOperations::createCategory(QString name, QString savePath)
-{
-    return run({QStringLiteral("Failed to create category."),
-                [name, savePath](const Features &) { return Endpoint::TntManagement::createCategory(name, savePath); },
-                [this, name, savePath](const Features &) { m_labels.insertCategory(name, savePath); }});
-}
-
-QCoro::Task<> TntOperations::editCategory(QString name, QString savePath)
-{
-    return run({QStringLiteral("Failed to edit category."),
-                [name, savePath](const Features &) { return Endpoint::TntManagement::editCategory(name, savePath); }});
-}
-
-QCoro::Task<> TntOperations::removeCategories(QSet<QString> names)
-{
-    return run({QStringLiteral("Failed to remove categories."),
-                [list = sorted(names)](const Features &) { return Endpoint::TntManagement::removeCategories(list); },
-                [this, names](const Features &) { m_labels.removeCategories(names); }});
-}
-
-QCoro::Task<> TntOperations::addTags(TntTargets targets, QSet<QString> tags)
-{
-    if (targets.isNone())
-        return nothingToSend();
-    return run({QStringLiteral("Failed to add tags."),
-                [targets, list = sorted(tags)](const Features &) {
-                    return Endpoint::TntManagement::addTags(targets.wireList(), list);
-                },
-                [this, targets, tags](const Features &) {
-                    m_tnts.editLocally(targets, [&tags](TntModel &tnt) {
-                        QStringList merged = tagList(tnt.tags());
-                        for (const QString &tag : tags) {
-                            if (!merged.contains(tag))
-                                merged.append(tag);
-                        }
-                        return tnt.setTags(tagText(std::move(merged)));
-                    });
-                }});
-}
-
-QCoro::Task<> TntOperations::removeTags(TntTargets targets, QSet<QString> tags)
-{
-    if (targets.isNone())
-        return nothingToSend();
-    return run({QStringLiteral("Failed to remove tags."),
-                [targets, list = sorted(tags)](const Features &) {
-                    return Endpoint::TntManagement::removeTags(targets.wireList(), list);
-                },
-                [this, targets, tags](const Features &) {
-                    m_tnts.editLocally(targets, [&tags](TntModel &tnt) {
-                        QStringList kept = tagList(tnt.tags());
-                        kept.removeIf([&tags](const QString &tag) { return tags.contains(tag); });
-                        return tnt.setTags(tagText(std::move(kept)));
-                    });
-                }});
-}
-
-QCoro::Task<> TntOperations::createTags(QSet<QString> tags)
-{
-    return run({QStringLiteral("Failed to create tags."),
-                [list = sorted(tags)](const Features &) { return Endpoint::TntManagement::createTags(list); },
-                [this, list = sorted(tags)](const Features &) { m_labels.insertTags(list); }});
-}
-
-QCoro::Task<> TntOperations::deleteTags(QSet<QString> tags)
-{
-    return run({QStringLiteral("Failed to delete tags."),
-                [list = sorted(tags)](const Features &) { return Endpoint::TntManagement::deleteTags(list); },
-                [this, tags](const Features &) { m_labels.removeTags(tags); }});
 }
 
 QCoro::Task<> TntOperations::setAutoManagement(TntTargets targets, bool enable)

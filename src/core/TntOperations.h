@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 class Connector;
 class ErrorReporter;
@@ -59,8 +60,10 @@ public:
     QCoro::Task<> setSuperSeeding(TntTargets targets, bool value);
     QCoro::Task<> toggleSpeedLimitsMode();
 
-    // Sends one request on the open session; false (with the failure reported under `failureTitle`)
-    // when it failed or its session is gone, so the caller leaves the model alone.
+    // Sends one request on the open session and answers its body; none (with the failure reported
+    // under `failureTitle`) when it failed or its session is gone, so the caller leaves the model alone.
+    QCoro::Task<std::optional<QByteArray>> request(API::APIEndpoint endpoint, QString failureTitle);
+    // The same when only success matters.
     QCoro::Task<bool> send(API::APIEndpoint endpoint, QString failureTitle);
 
 Q_SIGNALS:
@@ -78,6 +81,7 @@ private:
         std::function<API::APIEndpoint(const API::ServerFeatures &)> endpoint;
         std::function<void(const API::ServerFeatures &)> applied = {};
     };
+    static QCoro::Task<> nothing();
     QCoro::Task<> run(Command command);
     QCoro::Task<bool> runChecked(Command command);
 

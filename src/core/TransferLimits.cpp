@@ -6,7 +6,6 @@
 #include "core/Connector.h"
 #include "core/ErrorReporter.h"
 #include "core/TntOperations.h"
-#include "support/Captured.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -56,26 +55,10 @@ void TransferLimits::reportUndecodable(Direction direction, const QString &expec
                         QStringLiteral("%1: \"%2\"").arg(expected, QString::fromUtf8(answer.left(40))))));
 }
 
-QCoro::Task<std::optional<QByteArray>> TransferLimits::read(API::APIEndpoint endpoint, QString failureTitle)
-{
-    const QPointer<Session> session = m_connector.session();
-    if (!session || !session->isAuthorized())
-        co_return std::nullopt;
-    QCoro::Task<Captured<QByteArray>> request = captured(session->client().perform(std::move(endpoint)));
-    Captured<QByteArray> answer = co_await std::move(request);
-    if (!session)
-        co_return std::nullopt;
-    if (!answer) {
-        m_errors.reportUnlessCancelled(failureTitle, answer.error);
-        co_return std::nullopt;
-    }
-    co_return std::move(*answer.value);
-}
-
 QCoro::Task<std::optional<qint64>> TransferLimits::tntLimit(QStringList hashes, Direction direction)
 {
     QCoro::Task<std::optional<QByteArray>> reading =
-        read(direction == Direction::down ? Endpoint::TntManagement::downloadLimit(hashes)
+        m_operations.request(direction == Direction::down ? Endpoint::TntManagement::downloadLimit(hashes)
                                           : Endpoint::TntManagement::uploadLimit(hashes),
              readTitle(direction));
     const std::optional<QByteArray> answer = co_await std::move(reading);
@@ -113,7 +96,7 @@ QCoro::Task<> TransferLimits::setShareLimits(TntTargets targets, double ratio, q
 QCoro::Task<std::optional<qint64>> TransferLimits::globalLimit(Direction direction)
 {
     QCoro::Task<std::optional<QByteArray>> reading =
-        read(direction == Direction::down ? Endpoint::TransferInfo::downloadLimit()
+        m_operations.request(direction == Direction::down ? Endpoint::TransferInfo::downloadLimit()
                                           : Endpoint::TransferInfo::uploadLimit(),
              readTitle(direction));
     const std::optional<QByteArray> answer = co_await std::move(reading);

@@ -33,7 +33,6 @@ public:
     QCoro::Task<bool> shutDown();
 
 private:
-    QCoro::Task<std::optional<QByteArray>> read(API::APIEndpoint endpoint, QString failureTitle);
     void reportUndecodable(Direction direction, const QString &expected, const QByteArray &answer);
 
     Connector &m_connector;

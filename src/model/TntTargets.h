@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Sorted.h"
+
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -27,11 +29,7 @@ public:
     // on set order.
     QStringList wireList() const
     {
-        if (!m_hashes)
-            return {QStringLiteral("all")};
-        QStringList list = m_hashes->values();
-        std::sort(list.begin(), list.end());
-        return list;
+        return m_hashes ? sorted(*m_hashes) : QStringList{QStringLiteral("all")};
     }
 
 private:

@@ -2,12 +2,14 @@
 #include "support/Widgets.h"
 #include "ui/CommandLine.h"
 #include "ui/MainWindow.h"
+#include "ui/ThemedIcon.h"
 #include "ui/TrayIcon.h"
 #include "ui/UpdatePresenter.h"
 
 #include <qpa/qwindowsysteminterface.h>
 
 #include <QDir>
+#include <QApplication>
 #include <QMessageBox>
 #include <QSignalSpy>
 #include <QTest>
@@ -21,6 +23,21 @@ QByteArray withRates()
         R"("connection_status":"connected")",
         R"("connection_status":"connected","dl_info_speed":3072,"up_info_speed":0,"use_alt_speed_limits":true)");
     return answer;
+}
+
+// The colour of a picture's most opaque pixel: its ink.
+QColor inkOf(const QIcon &icon, QIcon::Mode mode)
+{
+    const QImage image = icon.pixmap(QSize(32, 32), mode).toImage().convertToFormat(QImage::Format_ARGB32);
+    QColor ink(Qt::transparent);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor pixel = image.pixelColor(x, y);
+            if (pixel.alpha() > ink.alpha())
+                ink = pixel;
+        }
+    }
+    return ink;
 }
 
 } // namespace
@@ -190,6 +207,43 @@ private Q_SLOTS:
         QTEST(message->text(), "text");
         QTEST(QuilloTest::button(*message, QStringLiteral("Open Release Page")) != nullptr, "offersPage");
         QTEST(message->icon(), "icon");
+    }
+
+    void symbolicIconsFollowThePalette_data()
+    {
+        QTest::addColumn<QString>("picture");
+        QTest::addColumn<QIcon::Mode>("mode");
+        QTest::addColumn<bool>("inked"); // drawn in the palette's colour for the mode
+        QTest::newRow("sidebar, normal") << "sidebar/folder" << QIcon::Normal << true;
+        QTest::newRow("toolbar, disabled") << "actions/start" << QIcon::Disabled << true;
+        QTest::newRow("selected row") << "sidebar/tag" << QIcon::Selected << true;
+        QTest::newRow("the application's icon keeps its colours")
+            << "hicolor/scalable/apps/app.quillo.Quillo" << QIcon::Normal << false;
+    }
+
+    // One icon object, two palettes in turn (light, then dark as when the desktop switches while
+    // Quillo runs): a monochrome picture is drawn in each one's text colour.
+    void symbolicIconsFollowThePalette()
+    {
+        QFETCH(QString, picture);
+        QFETCH(QIcon::Mode, mode);
+        QFETCH(bool, inked);
+        const QIcon icon = themedIcon({}, picture);
+        const QPalette original = QApplication::palette();
+        for (const QColor &text : {QColor(0x10, 0x20, 0x30), QColor(0xf0, 0xe0, 0xd0)}) {
+            QPalette palette = original;
+            palette.setColor(QPalette::Active, QPalette::WindowText, text);
+            palette.setColor(QPalette::Disabled, QPalette::WindowText, text.darker(150));
+            palette.setColor(QPalette::Active, QPalette::HighlightedText, text.lighter(130));
+            QApplication::setPalette(palette);
+            const QColor expected = mode == QIcon::Disabled ? text.darker(150)
+                                    : mode == QIcon::Selected ? text.lighter(130)
+                                                              : text;
+            const QColor ink = inkOf(icon, mode);
+            QCOMPARE(ink.alpha(), 255);
+            QCOMPARE(ink.rgb() == expected.rgb(), inked);
+        }
+        QApplication::setPalette(original);
     }
 
     void startMinimized_data()
