@@ -20,8 +20,7 @@ QString html(const QString &text)
         done = match.capturedEnd();
     }
     out += text.mid(done).toHtmlEscaped();
-    out.replace(u'\n', QStringLiteral("<br>"));
-    return out;
+    return QStringLiteral("<span style=\"white-space:pre-wrap\">") + out + QStringLiteral("</span>");
 }
 
 bool isOpenable(const QString &link)

@@ -1,6 +1,7 @@
 #include "support/ScriptedTorrents.h"
 #include "support/Widgets.h"
 #include "ui/EditorSheet.h"
+#include "ui/LinkedText.h"
 #include "ui/MainWindow.h"
 #include "ui/TntCommands.h"
 #include "ui/TntDetailPane.h"
@@ -61,6 +62,20 @@ Response detailAnswer(const FakeServer::Request &request)
 
 const auto item = QuilloTest::menuItem;
 
+QStringList linksIn(const QString &html)
+{
+    QStringList links;
+    QTextDocument document;
+    document.setHtml(html);
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (auto fragment = block.begin(); !fragment.atEnd(); ++fragment) {
+            if (fragment.fragment().charFormat().isAnchor())
+                links << fragment.fragment().charFormat().anchorHref();
+        }
+    }
+    return links;
+}
+
 } // namespace
 
 // The detail pane in the window, offscreen, against a scripted server.
@@ -94,20 +109,12 @@ class TestTntDetails : public QObject
         return found;
     }
 
-    QStringList commentLinks()
+    QStringList linksInTheComment()
     {
         QStringList links;
         for (const QLabel *label : pane().findChildren<QLabel *>()) {
-            if (label->textFormat() != Qt::RichText || !label->text().contains(QStringLiteral("Mirror")))
-                continue;
-            QTextDocument document;
-            document.setHtml(label->text());
-            for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-                for (auto fragment = block.begin(); !fragment.atEnd(); ++fragment) {
-                    if (fragment.fragment().charFormat().isAnchor())
-                        links << fragment.fragment().charFormat().anchorHref();
-                }
-            }
+            if (label->textFormat() == Qt::RichText && label->text().contains(QStringLiteral("Mirror")))
+                links << linksIn(label->text());
         }
         return links;
     }
@@ -151,7 +158,7 @@ private Q_SLOTS:
         QVERIFY(pane().generalText().contains(QStringLiteral("Created by: Quillo")));
         // The server's text stays text; only its web link is one.
         QVERIFY(pane().generalText().contains(QStringLiteral("Comment: <b>Mirror</b>: https://example.org/a?x=1&y=2, or file:///etc")));
-        const QStringList links = commentLinks();
+        const QStringList links = linksInTheComment();
         QCOMPARE(links, QStringList{QStringLiteral("https://example.org/a?x=1&y=2")});
         select({QStringLiteral("aaa"), QStringLiteral("ccc")});
         QCOMPARE(pane().emptyText(), QStringLiteral("2 torrents selected"));
@@ -172,6 +179,38 @@ private Q_SLOTS:
         m_window->close();
         openWindow();
         QCOMPARE(m_window->size(), QSize(1000, 700));
+    }
+
+    // A comment reads as the server wrote it; only its web and magnet links are links.
+    void commentLinks_data()
+    {
+        QTest::addColumn<QString>("comment");
+        QTest::addColumn<QStringList>("links");
+        const auto row = [](const char *name, const char *comment, QStringList links) {
+            QTest::newRow(name) << QString::fromUtf8(comment) << links;
+        };
+        row("closing punctuation stays out", "See https://a.org/x. Or (http://b.org/y)!",
+            {QStringLiteral("https://a.org/x"), QStringLiteral("http://b.org/y")});
+        row("magnet with its parameters", "magnet:?xt=urn:btih:abc&dn=x y",
+            {QStringLiteral("magnet:?xt=urn:btih:abc&dn=x")});
+        row("scheme in capitals", "HTTPS://A.ORG/", {QStringLiteral("HTTPS://A.ORG/")});
+        row("other schemes are text", "javascript:alert(1) file:///etc ftp://c.org data:text/html,x", {});
+        row("markup is text", "<a href=\"javascript:x\">y</a> <b>z</b>", {});
+        row("a link inside markup ends at the quote", "<img src='http://d.org/i.png'>", {QStringLiteral("http://d.org/i.png")});
+        row("lines and spaces kept", "one\nhttp://e.org\nthree  four", {QStringLiteral("http://e.org")});
+    }
+
+    void commentLinks()
+    {
+        QFETCH(QString, comment);
+        QFETCH(QStringList, links);
+        const QString html = LinkedText::html(comment);
+        QCOMPARE(linksIn(html), links);
+        QTextDocument document;
+        document.setHtml(html);
+        QCOMPARE(document.toPlainText(), comment);
+        for (const QString &link : links)
+            QVERIFY(LinkedText::isOpenable(link));
     }
 
     void theTabIsKept()
