@@ -388,7 +388,8 @@ inline simdjson::error_code tryRead(od::value &value, const Path &path, PieceSta
 template<typename T>
 constexpr const char *expectedText()
 {
-    if constexpr (std::is_same_v<T, qint64> || std::is_same_v<T, TntModelTrackerStatus> || std::is_same_v<T, PieceState>)
+    if constexpr (std::is_same_v<T, qint64> || std::is_same_v<T, TntModelTrackerStatus> ||
+                  std::is_same_v<T, PieceState>)
         return "expected an integer";
     else if constexpr (std::is_same_v<T, double> || std::is_same_v<T, Date>)
         return "expected a number";
