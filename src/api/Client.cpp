@@ -421,4 +421,10 @@ QCoro::Task<QList<WebSeed>> Client::webSeeds(QString hash)
     co_return takeOutcome(co_await decodeOnWorker(body, &decodeWebSeeds));
 }
 
+QCoro::Task<QList<PieceState>> Client::pieceStates(QString hash)
+{
+    const QByteArray body = co_await perform(Endpoint::TntManagement::pieceStates(hash));
+    co_return takeOutcome(co_await decodeOnWorker(body, &decodePieceStates));
+}
+
 } // namespace API

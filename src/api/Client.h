@@ -81,6 +81,7 @@ public:
     QCoro::Task<QList<Tracker>> trackers(QString hash);
     QCoro::Task<QList<File>> files(QString hash);
     QCoro::Task<QList<WebSeed>> webSeeds(QString hash);
+    QCoro::Task<QList<PieceState>> pieceStates(QString hash);
 
     // Aborts every request in flight; their callers get a cancelled TransportError.
     void cancelAll();

@@ -1,6 +1,6 @@
 #include "api/JsonRecords.h"
 
-// The detail pane's answers: peers, general properties, trackers, files and web seeds.
+// The detail pane's answers: peers, general properties, trackers, files, web seeds and piece states.
 namespace API {
 
 namespace JsonDecoding {
@@ -113,6 +113,7 @@ SGenericProperties decodeGenericProperties(const QByteArray &json)
 QList<Tracker> decodeTrackers(const QByteArray &json) { return decodeGuarded<QList<Tracker>>(json); }
 QList<File> decodeFiles(const QByteArray &json) { return decodeGuarded<QList<File>>(json); }
 QList<WebSeed> decodeWebSeeds(const QByteArray &json) { return decodeGuarded<QList<WebSeed>>(json); }
+QList<PieceState> decodePieceStates(const QByteArray &json) { return decodeGuarded<QList<PieceState>>(json); }
 
 QString Peer::debugDescription() const
 {

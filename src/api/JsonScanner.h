@@ -374,10 +374,22 @@ inline simdjson::error_code tryRead(od::value &value, const Path &path, TntModel
     return simdjson::SUCCESS;
 }
 
+inline simdjson::error_code tryRead(od::value &value, const Path &path, PieceState &out)
+{
+    qint64 number = 0;
+    if (const auto error = tryRead(value, path, number))
+        return error;
+    if (number < 0 || number > 2)
+        fail(path, QStringLiteral("unknown piece state %1").arg(number));
+    out = static_cast<PieceState>(number);
+    return simdjson::SUCCESS;
+}
+
 template<typename T>
 constexpr const char *expectedText()
 {
-    if constexpr (std::is_same_v<T, qint64> || std::is_same_v<T, TntModelTrackerStatus>)
+    if constexpr (std::is_same_v<T, qint64> || std::is_same_v<T, TntModelTrackerStatus> ||
+                  std::is_same_v<T, PieceState>)
         return "expected an integer";
     else if constexpr (std::is_same_v<T, double> || std::is_same_v<T, Date>)
         return "expected a number";

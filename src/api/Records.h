@@ -188,6 +188,9 @@ struct File
     friend bool operator==(const File &, const File &) = default;
 };
 
+// One piece as the piece states answer gives it.
+enum class PieceState : quint8 { missing = 0, downloading = 1, have = 2 };
+
 struct WebSeed
 {
     QString url;
@@ -211,6 +214,7 @@ SGenericProperties decodeGenericProperties(const QByteArray &json);
 QList<Tracker> decodeTrackers(const QByteArray &json);
 QList<File> decodeFiles(const QByteArray &json);
 QList<WebSeed> decodeWebSeeds(const QByteArray &json);
+QList<PieceState> decodePieceStates(const QByteArray &json);
 Key decodeKey(const QByteArray &json);
 QByteArray encodeKey(const Key &key);
 

@@ -35,7 +35,11 @@ AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject 
     QObject::connect(&m_sync, &Sync::pollingStopped, this, &AppContext::pollingStopped);
     QObject::connect(&m_connector, &Connector::stateChanged, this, &AppContext::connectionStateChanged);
     QObject::connect(&m_connector, &Connector::loginPromptChanged, this, &AppContext::loginPromptChanged);
-    QObject::connect(&m_connector, &Connector::sessionChanged, this, [this] { setSelectedTnts({}); });
+    QObject::connect(&m_connector, &Connector::sessionChanged, this, [this] {
+        setSelectedTnts({});
+        m_transferRates.clear();
+    });
+    QObject::connect(&m_sync, &Sync::mainDataMerged, this, &AppContext::sampleRates);
     QObject::connect(
         &m_connector, &Connector::insecureAddressFailed, this,
         [this](const ClientConfiguration &failed, const QString &error, HTTPSRedirectSuggestion::Origin origin) {
@@ -51,6 +55,15 @@ AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject 
         Q_EMIT tntsRemoved();
     });
     QObject::connect(&m_addition, &TntAddition::failed, &m_errors, &ErrorReporter::reportUnlessCancelled);
+}
+
+void AppContext::sampleRates()
+{
+    const auto now = RateHistory::Clock::now();
+    const bool alternative = m_serverState.useAltSpeedLimits();
+    m_transferRates.add({now, m_serverState.dlInfoSpeed(), m_serverState.upInfoSpeed(), alternative});
+    if (const TntModel *tnt = m_tntCollection.find(m_tntDetails.hash()))
+        m_tntDetails.rates().add({now, tnt->dlspeed(), tnt->upspeed(), alternative});
 }
 
 AppContext::~AppContext()

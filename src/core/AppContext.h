@@ -80,6 +80,8 @@ public:
     // The detail pane's torrent. Its peers, and what its visible tab shows, are refreshed with every
     // poll while it has one, and at once when it gets another or the tab changes.
     TntDetailContext &tntDetails() { return m_tntDetails; }
+    // The transfer's rates of the last minutes, a sample per main-data answer.
+    RateHistory &transferRates() { return m_transferRates; }
     // The torrents that the sidebar selection and the name text admit, in the collection's order.
     QList<const TntModel *> filterTnts(const QSet<SidebarItem> &selection, const QString &nameText) const;
     AppState appState() const { return m_sync.appState(); }
@@ -165,6 +167,7 @@ Q_SIGNALS:
     void tntsRemoved();
 
 private:
+    void sampleRates();
     bool serverIsLocal() const { return m_connections.selected() && m_connections.selected()->isLocal; }
 
     KeychainStore &m_keychain;
@@ -173,6 +176,7 @@ private:
     ConnectionList m_connections;
     TntCollection m_tntCollection;
     GlobalTransferInfo m_serverState;
+    RateHistory m_transferRates;
     CompletionNotifier m_completionNotifier{m_tntCollection, m_settings};
     ServerLabels m_labels;
     TrackerIndex m_trackers;

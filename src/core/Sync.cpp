@@ -147,4 +147,5 @@ QCoro::Task<> Sync::syncMainData(QPointer<Poller> round)
         if (m_settings.setRefreshIntervalAuto() && m_transfer.refreshInterval() != serverInterval)
             setPollingInterval(m_appState == AppState::background);
     }
+    Q_EMIT mainDataMerged();
 }

@@ -51,6 +51,8 @@ public:
 Q_SIGNALS:
     void pollingStarted();
     void pollingStopped();
+    // One main-data answer is merged: once per poll round, and once per forced poll.
+    void mainDataMerged();
     void failed(const QString &title, const std::exception_ptr &error);
 
 private:

@@ -118,8 +118,13 @@ QCoro::Task<> TntDetailLoader::load(QPointer<Session> session)
     switch (m_details.tab()) {
     case Tab::general: {
         auto properties = fetch(session, client.properties(hash), QStringLiteral("Failed to get torrent properties."));
-        if (const auto answer = co_await std::move(properties))
-            m_details.setProperties(*answer, window);
+        const auto answer = co_await std::move(properties);
+        if (!answer || !session)
+            break; // one failure a round is enough to report
+        m_details.setProperties(*answer, window);
+        auto pieces = fetch(session, client.pieceStates(hash), QStringLiteral("Failed to get torrent pieces state."));
+        if (auto states = co_await std::move(pieces))
+            m_details.setPieceStates(std::move(*states));
         break;
     }
     case Tab::trackers: {
@@ -144,6 +149,8 @@ QCoro::Task<> TntDetailLoader::load(QPointer<Session> session)
             m_details.setFiles(std::move(*answer));
         break;
     }
+    case Tab::speed: // drawn from the rates every main-data answer brings
+        break;
     }
 }
 

@@ -76,13 +76,14 @@ QString TntDetailContext::tabName(Tab tab)
     case Tab::peers: return QStringLiteral("peers");
     case Tab::httpSources: return QStringLiteral("httpSources");
     case Tab::content: return QStringLiteral("content");
+    case Tab::speed: return QStringLiteral("speed");
     }
     Q_UNREACHABLE();
 }
 
 TntDetailContext::Tab TntDetailContext::tabNamed(const QString &name)
 {
-    for (const Tab tab : {Tab::trackers, Tab::peers, Tab::httpSources, Tab::content}) {
+    for (const Tab tab : {Tab::trackers, Tab::peers, Tab::httpSources, Tab::content, Tab::speed}) {
         if (name == tabName(tab))
             return tab;
     }
@@ -166,6 +167,14 @@ void TntDetailContext::setFiles(QList<API::File> files)
     Q_EMIT filesChanged();
 }
 
+void TntDetailContext::setPieceStates(QList<API::PieceState> states)
+{
+    if (states == m_pieceStates)
+        return;
+    m_pieceStates = std::move(states);
+    Q_EMIT pieceStatesChanged();
+}
+
 void TntDetailContext::clear()
 {
     resetPeers();
@@ -176,6 +185,8 @@ void TntDetailContext::clear()
     setTrackers({});
     setWebSeeds({});
     setFiles({});
+    setPieceStates({});
+    m_rates.clear();
 }
 
 void TntDetailContext::setAveragingWindow(int samples)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/KeyedRows.h"
+#include "model/RateHistory.h"
 #include "model/TntDetailModels.h"
 
 #include <QHash>
@@ -12,8 +13,8 @@
 
 // What the detail pane shows of one torrent, and which torrent that is: the single selected torrent
 // while the pane is shown and the connection is polling, else none. It holds the peers with the
-// response id and flag state of their incremental sync, the properties, trackers, web seeds and
-// files as the server last sent them. It fetches nothing itself: the application context loads what
+// response id and flag state of their incremental sync, the properties, trackers, web seeds,
+// files and piece states as the server last sent them. It fetches nothing itself: the application context loads what
 // the visible tab needs and hands the answers here. Each answer is announced once, and only when it
 // changed something; the peer list announces its rows as keyed rows do.
 class TntDetailContext : public QObject
@@ -21,7 +22,7 @@ class TntDetailContext : public QObject
     Q_OBJECT
 
 public:
-    enum class Tab { general, trackers, peers, httpSources, content };
+    enum class Tab { general, trackers, peers, httpSources, content, speed };
 
     // The peers by key; only the detail context changes them.
     class Peers : public KeyedRows<TntModel::Peer>
@@ -44,7 +45,7 @@ public:
 
     Tab tab() const { return m_tab; }
     void setTab(Tab tab);
-    // "general", "trackers", "peers", "httpSources", "content"; unknown text reads as general.
+    // "general", "trackers", "peers", "httpSources", "content", "speed"; unknown text reads as general.
     static QString tabName(Tab tab);
     static Tab tabNamed(const QString &name);
 
@@ -67,6 +68,10 @@ public:
     void setWebSeeds(QList<API::WebSeed> webSeeds);
     const QList<API::File> &files() const { return m_files; }
     void setFiles(QList<API::File> files);
+    const QList<API::PieceState> &pieceStates() const { return m_pieceStates; }
+    // The torrent's rates since it was shown, sampled by the application context.
+    RateHistory &rates() { return m_rates; }
+    void setPieceStates(QList<API::PieceState> states);
 
     // Drops everything shown; the torrent stays the one wanted.
     void clear();
@@ -80,6 +85,7 @@ Q_SIGNALS:
     void trackersChanged();
     void webSeedsChanged();
     void filesChanged();
+    void pieceStatesChanged();
     void showFlagsChanged();
 
 private:
@@ -99,4 +105,6 @@ private:
     QList<API::Tracker> m_trackers;
     QList<API::WebSeed> m_webSeeds;
     QList<API::File> m_files;
+    QList<API::PieceState> m_pieceStates;
+    RateHistory m_rates;
 };

@@ -5,17 +5,21 @@
 #include "settings/UserDefaults.h"
 #include "ui/AlternateRows.h"
 #include "ui/ColumnState.h"
+#include "ui/LinkedText.h"
+#include "ui/PiecesBar.h"
 #include "ui/TntCommands.h"
 #include "ui/TntContentTab.h"
 #include "ui/TntContentTree.h"
 #include "ui/TntDetailTables.h"
 #include "ui/TntHttpSources.h"
+#include "ui/TntSpeedPage.h"
 #include "ui/TntTableModel.h"
 
 #include <QClipboard>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
@@ -24,6 +28,7 @@
 #include <QSortFilterProxyModel>
 #include <QStackedWidget>
 #include <QTabWidget>
+#include <QTextDocumentFragment>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -31,7 +36,7 @@ using Tab = TntDetailContext::Tab;
 
 namespace {
 
-constexpr Tab tabOrder[] = {Tab::general, Tab::trackers, Tab::peers, Tab::httpSources, Tab::content};
+constexpr Tab tabOrder[] = {Tab::general, Tab::trackers, Tab::peers, Tab::httpSources, Tab::content, Tab::speed};
 
 const QStringList transferTitles{
     QStringLiteral("Time active"),    QStringLiteral("ETA"),            QStringLiteral("Connections"),
@@ -43,8 +48,8 @@ const QStringList transferTitles{
 const QStringList informationTitles{
     QStringLiteral("Total size"),   QStringLiteral("Added on"),     QStringLiteral("Completed on"),
     QStringLiteral("Created on"),   QStringLiteral("Created by"),   QStringLiteral("Pieces"),
-    QStringLiteral("Info hash v1"), QStringLiteral("Info hash v2"), QStringLiteral("Save path"),
-    QStringLiteral("Comment"),
+    QStringLiteral("Availability"), QStringLiteral("Info hash v1"), QStringLiteral("Info hash v2"),
+    QStringLiteral("Save path"),    QStringLiteral("Comment"),
 };
 
 QString shownRate(qint64 rate)
@@ -63,8 +68,8 @@ QString date(API::Date when)
     return text.isEmpty() ? QStringLiteral("Never") : text;
 }
 
-// The values of the General tab, in the order of the titles above.
-QStringList generalValues(const API::SGenericProperties &p)
+// The values of the General tab, in the order of the titles above; the comment as rich text.
+QStringList generalValues(const API::SGenericProperties &p, double availability)
 {
     const auto withTotal = [](qint64 value, qint64 total, const QString &word) {
         return QStringLiteral("%1 (%2 %3)").arg(value).arg(total).arg(word);
@@ -101,10 +106,11 @@ QStringList generalValues(const API::SGenericProperties &p)
         date(p.creationDate),
         p.createdBy,
         QStringLiteral("%1 x %2 (have %3)").arg(p.piecesNum).arg(TntFormat::size(p.pieceSize)).arg(p.piecesHave),
+        availability < 0 ? QStringLiteral("N/A") : QString::number(availability, 'f', 3),
         p.infohashV1,
         p.infohashV2.value_or(QStringLiteral("N/A")),
         p.savePath,
-        p.comment,
+        LinkedText::html(p.comment),
     };
 }
 
@@ -180,6 +186,8 @@ TntDetailPane::TntDetailPane(AppContext &context, TntCommands &commands, QWidget
     m_tabs->addTab(makePeersTab(), QStringLiteral("Peers"));
     m_tabs->addTab(m_httpSources, QStringLiteral("HTTP Sources"));
     m_tabs->addTab(new TntContentTab(context, m_content, m_tabs), QStringLiteral("Content"));
+    m_tabs->addTab(new TntSpeedPage(context.tntDetails().rates(), context.transferRates(), m_tabs),
+                   QStringLiteral("Speed"));
 
     TntDetailContext &details = context.tntDetails();
     UserDefaults &defaults = context.settings().defaults();
@@ -201,6 +209,8 @@ TntDetailPane::TntDetailPane(AppContext &context, TntCommands &commands, QWidget
     connect(&details, &TntDetailContext::targetChanged, this, &TntDetailPane::showTarget);
     connect(&details, &TntDetailContext::propertiesChanged, this, &TntDetailPane::showGeneral);
     connect(&details, &TntDetailContext::filesChanged, this, [this] { detached(showFiles()); });
+    connect(&details, &TntDetailContext::pieceStatesChanged, this,
+            [this, &details] { m_piecesBar->setStates(details.pieceStates()); });
     showTarget();
     showGeneral();
 }
@@ -214,9 +224,18 @@ QWidget *TntDetailPane::makeGeneralTab()
     scroll->setFrameShape(QFrame::NoFrame);
     auto *page = new QWidget(scroll);
     auto *layout = new QVBoxLayout(page);
+    auto *pieces = new QHBoxLayout;
+    pieces->addWidget(new QLabel(QStringLiteral("Downloaded pieces:"), page));
+    m_piecesBar = new PiecesBar(page);
+    pieces->addWidget(m_piecesBar, 1);
+    layout->addLayout(pieces);
     layout->addWidget(fieldGroup(QStringLiteral("Transfer"), transferTitles, 3, m_generalFields, page));
     layout->addWidget(fieldGroup(QStringLiteral("Information"), informationTitles, 1, m_generalFields, page));
     layout->addStretch();
+    QLabel *comment = m_generalFields.last().second;
+    comment->setTextFormat(Qt::RichText);
+    comment->setTextInteractionFlags(Qt::TextBrowserInteraction);
+    connect(comment, &QLabel::linkActivated, this, [](const QString &link) { LinkedText::open(link); });
     scroll->setWidget(page);
     return scroll;
 }
@@ -280,8 +299,11 @@ void TntDetailPane::showTarget()
 
 void TntDetailPane::showGeneral()
 {
-    const auto &properties = m_context.tntDetails().properties();
-    const QStringList values = properties ? generalValues(properties->values()) : QStringList();
+    const TntDetailContext &details = m_context.tntDetails();
+    const auto &properties = details.properties();
+    const TntModel *tnt = m_context.tntCollection().find(details.hash());
+    const QStringList values = properties ? generalValues(properties->values(), tnt ? tnt->availability() : -1)
+                                          : QStringList();
     for (qsizetype at = 0; at < m_generalFields.size(); ++at)
         m_generalFields[at].second->setText(values.value(at));
 }
@@ -290,8 +312,11 @@ QString TntDetailPane::generalText() const
 {
     QStringList lines;
     for (const auto &[title, value] : m_generalFields) {
-        if (!value->text().isEmpty())
-            lines << title + QStringLiteral(": ") + value->text();
+        const QString text = value->textFormat() == Qt::RichText
+                                 ? QTextDocumentFragment::fromHtml(value->text()).toPlainText()
+                                 : value->text();
+        if (!text.isEmpty())
+            lines << title + QStringLiteral(": ") + text;
     }
     return lines.join(u'\n');
 }

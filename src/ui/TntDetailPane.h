@@ -13,12 +13,13 @@ class QMenu;
 class QStackedWidget;
 class QTabWidget;
 class QTreeView;
+class PiecesBar;
 class TntCommands;
 class TntContentTree;
 class TntHttpSources;
 
-// The pane below the torrent table: the selected torrent's General, Trackers, Peers, HTTP Sources
-// and Content, or a line saying why there is nothing to show. Being visible is what makes the
+// The pane below the torrent table: the selected torrent's General, Trackers, Peers, HTTP Sources,
+// Content and Speed, or a line saying why there is nothing to show. Being visible is what makes the
 // application context load the details; the open tab says which, and is kept in
 // "selectedTntDetailTab".
 class TntDetailPane : public QWidget
@@ -38,6 +39,7 @@ public:
     TntHttpSources *httpSources() const { return m_httpSources; }
     QTreeView *peerView() const { return m_peerView; }
     TntContentTree *contentTree() const { return m_content; }
+    PiecesBar *piecesBar() const { return m_piecesBar; }
 
     // The context menus for the rows selected now; each deletes itself when closed.
     QMenu *trackerMenu();
@@ -63,6 +65,7 @@ private:
     QLabel *m_empty;
     QTabWidget *m_tabs;
     QList<QPair<QString, QLabel *>> m_generalFields;
+    PiecesBar *m_piecesBar = nullptr;
     QTreeView *m_trackerView = nullptr;
     QTreeView *m_peerView = nullptr;
     TntHttpSources *m_httpSources;

@@ -1,13 +1,18 @@
 #include "ui/TransferStatus.h"
 
 #include "model/GlobalTransferInfo.h"
+#include "model/RateHistory.h"
 #include "settings/UserDefaults.h"
+#include "ui/RateGraph.h"
 #include "ui/SidebarIcons.h"
 #include "ui/TntTableModel.h"
 
+#include <QBuffer>
 #include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QToolButton>
+#include <QToolTip>
 
 namespace {
 
@@ -23,9 +28,11 @@ QString connectionText(API::ConnectionStatus status)
 
 } // namespace
 
-TransferStatus::TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defaults, QWidget *parent)
+TransferStatus::TransferStatus(GlobalTransferInfo &transfer, const RateHistory &rates, UserDefaults &defaults,
+                               QWidget *parent)
     : QWidget(parent)
     , m_transfer(transfer)
+    , m_rates(rates)
     , m_defaults(defaults)
     , m_connection(new QLabel(this))
     , m_dht(new QLabel(this))
@@ -59,9 +66,8 @@ TransferStatus::TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defau
         rate->setAutoRaise(true);
         layout->addWidget(rate);
         connect(rate, &QToolButton::clicked, this, [this, rate] { Q_EMIT globalLimitRequested(rate == m_upRate); });
+        rate->installEventFilter(this);
     }
-    m_downRate->setToolTip(QStringLiteral("Global download limit"));
-    m_upRate->setToolTip(QStringLiteral("Global upload limit"));
     layout->addWidget(m_altSpeed);
     m_detailsToggle->setObjectName(QStringLiteral("tntDetailsToggle"));
     m_detailsToggle->setAutoRaise(true);
@@ -114,6 +120,36 @@ void TransferStatus::setTntDetailsHidden(bool hidden)
     const QString text = hidden ? QStringLiteral("Show torrent details") : QStringLiteral("Hide torrent details");
     m_detailsToggle->setText(text);
     m_detailsToggle->setToolTip(text);
+}
+
+QString TransferStatus::rateToolTip(bool upload) const
+{
+    const QString title = upload ? QStringLiteral("Global upload limit") : QStringLiteral("Global download limit");
+    if (m_rates.samples().size() < 2)
+        return title;
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    const qreal ratio = devicePixelRatioF();
+    const QSize shown(220, 48);
+    QImage picture = RateGraph::sparkline(m_rates, shown * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.save(&buffer, "PNG");
+    return QStringLiteral("<p style='white-space:pre'>%1</p><img src='data:image/png;base64,%2' width=%3 height=%4>")
+        .arg(title, QString::fromLatin1(png.toBase64()))
+        .arg(shown.width())
+        .arg(shown.height());
+}
+
+// The tooltip is made when asked for: the sparkline is drawn only for someone who looks at it.
+bool TransferStatus::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip && (watched == m_downRate || watched == m_upRate)) {
+        auto *help = static_cast<QHelpEvent *>(event);
+        QToolTip::showText(help->globalPos(), rateToolTip(watched == m_upRate), static_cast<QWidget *>(watched));
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 QString TransferStatus::text() const

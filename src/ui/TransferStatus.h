@@ -4,17 +4,20 @@
 
 class GlobalTransferInfo;
 class QLabel;
+class RateHistory;
 class QToolButton;
 class UserDefaults;
 
 // The status bar's figures: connection status, DHT nodes, free space, ratio, totals, rates, the
-// alternative speed limits switch and the button that hides or shows the detail pane.
+// alternative speed limits switch and the button that hides or shows the detail pane. The rates'
+// tooltips carry a sparkline of the last minutes.
 class TransferStatus : public QWidget
 {
     Q_OBJECT
 
 public:
-    TransferStatus(GlobalTransferInfo &transfer, UserDefaults &defaults, QWidget *parent = nullptr);
+    TransferStatus(GlobalTransferInfo &transfer, const RateHistory &rates, UserDefaults &defaults,
+                   QWidget *parent = nullptr);
 
     QString text() const; // everything shown, for tests and accessibility
     QToolButton *altSpeedSwitch() const { return m_altSpeed; }
@@ -23,6 +26,8 @@ public:
     QToolButton *tntDetailsToggle() const { return m_detailsToggle; }
     // The toggle offers the other state.
     void setTntDetailsHidden(bool hidden);
+    // What a rate's tooltip shows now: its title over the sparkline, as rich text.
+    QString rateToolTip(bool upload) const;
 
 Q_SIGNALS:
     // The alternative speed limits switch was clicked; the next poll carries the server's mode.
@@ -30,10 +35,14 @@ Q_SIGNALS:
     void tntDetailsToggleRequested();
     void globalLimitRequested(bool upload);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void refresh();
 
     GlobalTransferInfo &m_transfer;
+    const RateHistory &m_rates;
     UserDefaults &m_defaults;
     QLabel *m_connection;
     QLabel *m_dht;

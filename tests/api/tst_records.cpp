@@ -56,7 +56,7 @@ STntModel expectedFullTorrent51()
     };
 }
 
-enum class Decoder { mainData, peers, properties, trackers, files, webSeeds };
+enum class Decoder { mainData, peers, properties, trackers, files, webSeeds, pieceStates };
 
 // The reason a decoder gives for refusing `json`; empty when it decoded.
 QString decodeFailure(Decoder decoder, const QByteArray &json)
@@ -69,6 +69,7 @@ QString decodeFailure(Decoder decoder, const QByteArray &json)
         case Decoder::trackers: decodeTrackers(json); break;
         case Decoder::files: decodeFiles(json); break;
         case Decoder::webSeeds: decodeWebSeeds(json); break;
+        case Decoder::pieceStates: decodePieceStates(json); break;
         }
     } catch (const ResponseDecodingError &error) {
         if (error.description() != QStringLiteral("Could not decode JSON data"))
@@ -306,6 +307,12 @@ void TestRecords::failures_data()
     row("properties without comment", Decoder::properties, QByteArray(properties).replace(R"("comment":"c",)", ""),
         "comment: missing");
     row("web seed without url", Decoder::webSeeds, "[{}]", "[0].url: missing");
+    row("piece state 3", Decoder::pieceStates, "[2,2,3]", "[2]: unknown piece state 3");
+    row("negative piece state", Decoder::pieceStates, "[-1]", "[0]: unknown piece state -1");
+    row("piece state as text", Decoder::pieceStates, R"([0,"1"])", "[1]: expected an integer");
+    row("fractional piece state", Decoder::pieceStates, "[1.0]", "[0]: expected an integer");
+    row("null piece state", Decoder::pieceStates, "[null]", "[0]: expected an integer");
+    row("piece states not a list", Decoder::pieceStates, R"({"0":2})", "expected an array");
 }
 
 void TestRecords::failures()
@@ -389,6 +396,9 @@ void TestRecords::detailRecords()
     QCOMPARE(decodeGenericProperties(QByteArray(properties).replace(R"("infohash_v2":"",)", "")).infohashV2, std::nullopt);
 
     QCOMPARE(decodeWebSeeds(R"([{"url":"http://seed/a"}])"), QList<WebSeed>{WebSeed{QStringLiteral("http://seed/a")}});
+    QCOMPARE(decodePieceStates("[0, 1,2 ,2]"),
+             (QList<PieceState>{PieceState::missing, PieceState::downloading, PieceState::have, PieceState::have}));
+    QCOMPARE(decodePieceStates("[]"), QList<PieceState>{});
     const Key key{QStringLiteral("qbt_Äé\"x")};
     QCOMPARE(decodeKey(encodeKey(key)), key);
 }

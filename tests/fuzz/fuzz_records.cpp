@@ -1,4 +1,4 @@
-// Arbitrary bytes into the main-data and peers decoders: a decode either succeeds or throws
+// Arbitrary bytes into the main-data, peers and piece-states decoders: a decode either succeeds or throws
 // ResponseDecodingError; anything else (a crash, a sanitizer report, another exception) is a bug.
 #include "api/Errors.h"
 #include "api/Records.h"
@@ -15,6 +15,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     try {
         API::decodePeersData(bytes);
+    } catch (const API::ResponseDecodingError &) {
+    }
+    try {
+        API::decodePieceStates(bytes);
     } catch (const API::ResponseDecodingError &) {
     }
     return 0;

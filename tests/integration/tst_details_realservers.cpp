@@ -8,6 +8,7 @@
 #include "ui/MainWindow.h"
 #include "ui/TntContentTree.h"
 #include "ui/TntContextMenu.h"
+#include "ui/PiecesBar.h"
 #include "ui/TntDetailPane.h"
 #include "ui/TntReveal.h"
 #include "ui/TntTableModel.h"
@@ -19,6 +20,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QDir>
+#include <QSignalSpy>
 #include <QUrl>
 #include <QTabWidget>
 #include <QTest>
@@ -85,7 +87,17 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(pane.generalText().contains(QStringLiteral("Info hash v1: ") + made.infoHash), 10'000);
         QVERIFY(pane.generalText().contains(QStringLiteral("Total size: ") + TntFormat::size(made.totalSize)));
 
+        // A complete torrent holds every piece; the states are asked for only while the General tab shows.
+        TntDetailContext &details = m_context->tntDetails();
+        const QList<API::PieceState> held(4, API::PieceState::have); // 50,000 bytes in 16 KiB pieces
+        QTRY_COMPARE_WITH_TIMEOUT(details.pieceStates(), held, 10'000);
+        QCOMPARE(pane.piecesBar()->states(), held);
         pane.tabs()->setCurrentIndex(1);
+        details.setPieceStates({});
+        QSignalSpy rounds(&m_context->transferRates(), &RateHistory::changed);
+        QTRY_VERIFY_WITH_TIMEOUT(rounds.count() >= 2, 10'000);
+        QVERIFY(details.pieceStates().isEmpty());
+        QVERIFY(!details.rates().samples().empty()); // the torrent's rates are kept while it is shown
         QTRY_VERIFY_WITH_TIMEOUT(rows(*pane.trackerView()->model()).contains(tracker), 10'000);
         // Each server names the edited tracker its own way (origUrl, then url from API 2.15).
         const QString edited = QStringLiteral("http://127.0.0.1:2/announce?edited");
@@ -119,6 +131,9 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(serverPriority(), 0.0, 10'000);
         QCOMPARE(file.data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::Unchecked);
         QCOMPARE(top.data(Qt::CheckStateRole).value<Qt::CheckState>(), Qt::PartiallyChecked);
+
+        pane.tabs()->setCurrentIndex(0);
+        QTRY_COMPARE_WITH_TIMEOUT(details.pieceStates(), held, 10'000);
         QVERIFY(!m_context->clientError());
     }
 

@@ -1,10 +1,12 @@
 #include "model/GlobalTransferInfo.h"
+#include "model/RateHistory.h"
 
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 
 using Samples = QList<qint64>;
+using Seconds = QList<int>;
 
 class TestTransferInfo : public QObject
 {
@@ -111,6 +113,49 @@ private Q_SLOTS:
         QCOMPARE(info.globalRatio(), QStringLiteral("0"));
         QCOMPARE(info.connectionStatus(), API::ConnectionStatus::connected);
         QCOMPARE(info.refreshInterval(), 1500);
+    }
+
+    // The history keeps the samples of its span back from the newest, at most maxSamples of them,
+    // and never runs backwards.
+    void rateHistoryBounds_data()
+    {
+        QTest::addColumn<int>("spanSeconds");
+        QTest::addColumn<Seconds>("added");
+        QTest::addColumn<Seconds>("kept");
+        QTest::newRow("within the span") << 60 << Seconds{0, 30, 60} << Seconds{0, 30, 60};
+        QTest::newRow("older than the span dropped") << 60 << Seconds{0, 30, 61, 95} << Seconds{61, 95};
+        QTest::newRow("one long gap leaves the newest") << 60 << Seconds{0, 10, 500} << Seconds{500};
+        QTest::newRow("an older sample ignored") << 60 << Seconds{10, 20, 15, 25} << Seconds{10, 20, 25};
+        QTest::newRow("same instant kept") << 60 << Seconds{10, 10} << Seconds{10, 10};
+    }
+
+    void rateHistoryBounds()
+    {
+        QFETCH(int, spanSeconds);
+        QFETCH(Seconds, added);
+        QFETCH(Seconds, kept);
+        RateHistory history{std::chrono::seconds(spanSeconds)};
+        const auto start = RateHistory::Clock::time_point{};
+        for (const int second : added)
+            history.add({start + std::chrono::seconds(second), second, 2 * second, false});
+        Seconds seen;
+        for (const RateHistory::Sample &sample : history.samples()) {
+            QCOMPARE(sample.up, 2 * sample.down);
+            seen << static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(sample.at - start).count());
+        }
+        QCOMPARE(seen, kept);
+    }
+
+    void rateHistoryCountIsBounded()
+    {
+        RateHistory history{std::chrono::hours(1)};
+        const auto start = RateHistory::Clock::time_point{};
+        const auto added = static_cast<qint64>(RateHistory::maxSamples) + 10;
+        for (qint64 at = 0; at < added; ++at)
+            history.add({start + std::chrono::milliseconds(at), at, 0, false});
+        QCOMPARE(history.samples().size(), RateHistory::maxSamples);
+        QCOMPARE(history.samples().front().down, qint64{10});
+        QCOMPARE(history.samples().back().down, added - 1);
     }
 };
 

@@ -73,7 +73,7 @@ struct ScriptedTorrents
     QByteArray lastRequest() const
     {
         static const QByteArrayList reads{"/sync/", "/torrents/properties", "/torrents/trackers", "/torrents/webseeds",
-                                          "/torrents/files"};
+                                          "/torrents/files", "/torrents/pieceStates"};
         const auto isRead = [](const FakeServer::Request &r) {
             return std::any_of(reads.cbegin(), reads.cend(), [&r](const QByteArray &read) { return r.target.contains(read); });
         };

@@ -1,6 +1,7 @@
 #include "support/ScriptedTorrents.h"
 #include "support/Widgets.h"
 #include "ui/EditorSheet.h"
+#include "ui/LinkedText.h"
 #include "ui/MainWindow.h"
 #include "ui/TntCommands.h"
 #include "ui/TntContentTree.h"
@@ -11,6 +12,9 @@
 #include "ui/TransferStatus.h"
 
 #include <QAbstractButton>
+#include <QLabel>
+#include <QTextBlock>
+#include <QTextDocument>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -40,8 +44,11 @@ Response detailAnswer(const FakeServer::Request &request)
     if (request.target.contains("/sync/torrentPeers"))
         return Response::json(R"({"rid":1,"full_update":true,
             "peers":{"10.0.0.1:6881":{"ip":"10.0.0.1","port":6881,"client":"qBittorrent"}}})");
+    if (request.target.contains("/torrents/pieceStates"))
+        return Response::json("[2]");
     if (request.target.contains("/torrents/properties"))
-        return Response::json(R"({"save_path":"/data","creation_date":1700000000,"piece_size":16384,"comment":"",
+        return Response::json(R"({"save_path":"/data","creation_date":1700000000,"piece_size":16384,
+            "comment":"<b>Mirror<\/b>: https:\/\/example.org\/a?x=1&y=2, or file:\/\/\/etc",
             "total_wasted":0,"total_uploaded":0,"total_uploaded_session":0,"total_downloaded":2048,
             "total_downloaded_session":0,"up_limit":-1,"dl_limit":-1,"time_elapsed":60,"seeding_time":0,
             "nb_connections":1,"nb_connections_limit":100,"share_ratio":0,"addition_date":1700000000,
@@ -57,6 +64,20 @@ const auto item = QuilloTest::menuItem;
 
 const QByteArray oneFile = "[{\"index\":0,\"name\":\"Done/a.bin\",\"size\":2048,\"progress\":1,\"priority\":1,"
                            "\"piece_range\":[0,0],\"availability\":1}]";
+
+QStringList linksIn(const QString &html)
+{
+    QStringList links;
+    QTextDocument document;
+    document.setHtml(html);
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (auto fragment = block.begin(); !fragment.atEnd(); ++fragment) {
+            if (fragment.fragment().charFormat().isAnchor())
+                links << fragment.fragment().charFormat().anchorHref();
+        }
+    }
+    return links;
+}
 
 } // namespace
 
@@ -131,6 +152,16 @@ class TestTntDetails : public QObject
         return at;
     }
 
+    QStringList linksInTheComment()
+    {
+        QStringList links;
+        for (const QLabel *label : pane().findChildren<QLabel *>()) {
+            if (label->textFormat() == Qt::RichText && label->text().contains(QStringLiteral("Mirror")))
+                links << linksIn(label->text());
+        }
+        return links;
+    }
+
     void showRowOf(QTreeView &view, int rows)
     {
         QTRY_COMPARE(view.model()->rowCount(), rows);
@@ -168,6 +199,10 @@ private Q_SLOTS:
         QVERIFY(pane().isVisible());
         QTRY_VERIFY(pane().generalText().contains(QStringLiteral("Total size: ") + TntFormat::size(2048)));
         QVERIFY(pane().generalText().contains(QStringLiteral("Created by: Quillo")));
+        // The server's text stays text; only its web link is one.
+        QVERIFY(pane().generalText().contains(QStringLiteral("Comment: <b>Mirror</b>: https://example.org/a?x=1&y=2, or file:///etc")));
+        const QStringList links = linksInTheComment();
+        QCOMPARE(links, QStringList{QStringLiteral("https://example.org/a?x=1&y=2")});
         select({QStringLiteral("aaa"), QStringLiteral("ccc")});
         QCOMPARE(pane().emptyText(), QStringLiteral("2 torrents selected"));
         select({});
@@ -187,6 +222,38 @@ private Q_SLOTS:
         m_window->close();
         openWindow();
         QCOMPARE(m_window->size(), QSize(1000, 700));
+    }
+
+    // A comment reads as the server wrote it; only its web and magnet links are links.
+    void commentLinks_data()
+    {
+        QTest::addColumn<QString>("comment");
+        QTest::addColumn<QStringList>("links");
+        const auto row = [](const char *name, const char *comment, QStringList links) {
+            QTest::newRow(name) << QString::fromUtf8(comment) << links;
+        };
+        row("closing punctuation stays out", "See https://a.org/x. Or (http://b.org/y)!",
+            {QStringLiteral("https://a.org/x"), QStringLiteral("http://b.org/y")});
+        row("magnet with its parameters", "magnet:?xt=urn:btih:abc&dn=x y",
+            {QStringLiteral("magnet:?xt=urn:btih:abc&dn=x")});
+        row("scheme in capitals", "HTTPS://A.ORG/", {QStringLiteral("HTTPS://A.ORG/")});
+        row("other schemes are text", "javascript:alert(1) file:///etc ftp://c.org data:text/html,x", {});
+        row("markup is text", "<a href=\"javascript:x\">y</a> <b>z</b>", {});
+        row("a link inside markup ends at the quote", "<img src='http://d.org/i.png'>", {QStringLiteral("http://d.org/i.png")});
+        row("lines and spaces kept", "one\nhttp://e.org\nthree  four", {QStringLiteral("http://e.org")});
+    }
+
+    void commentLinks()
+    {
+        QFETCH(QString, comment);
+        QFETCH(QStringList, links);
+        const QString html = LinkedText::html(comment);
+        QCOMPARE(linksIn(html), links);
+        QTextDocument document;
+        document.setHtml(html);
+        QCOMPARE(document.toPlainText(), comment);
+        for (const QString &link : links)
+            QVERIFY(LinkedText::isOpenable(link));
     }
 
     void theTabIsKept()

@@ -12,6 +12,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -20,11 +21,15 @@ namespace {
 namespace T = API::Endpoint::TntManagement;
 using TorrentFactory::File;
 
+// How much of a sample's data is on disk when it is added: all of it (it seeds), some (the server's
+// check finds those pieces and it waits for the rest), or none.
+enum class OnDisk { all, some, none };
+
 struct Sample
 {
     QString name;
     QList<File> files;
-    bool seeding;
+    OnDisk onDisk;
     QString category;
     QStringList tags;
 };
@@ -33,19 +38,32 @@ const QList<Sample> samples{
     {QStringLiteral("Open Movie Collection"),
      {{QStringLiteral("Sintel/sintel.mkv"), 3'200'000}, {QStringLiteral("Big Buck Bunny/bbb.mkv"), 2'400'000},
       {QStringLiteral("README.txt"), 2'000}},
-     true, QStringLiteral("Movies"), {QStringLiteral("open-licence")}},
-    {QStringLiteral("Debian 12 netinst (sample)"), {{QStringLiteral("debian-12-netinst.iso"), 4'000'000}}, true,
+     OnDisk::all, QStringLiteral("Movies"), {QStringLiteral("open-licence")}},
+    {QStringLiteral("Debian 12 netinst (sample)"), {{QStringLiteral("debian-12-netinst.iso"), 4'000'000}}, OnDisk::all,
      QStringLiteral("Linux"), {}},
     {QStringLiteral("Public Domain Audiobooks — Ülysses"),
-     {{QStringLiteral("01 Telemachus.ogg"), 900'000}, {QStringLiteral("02 Nestor.ogg"), 700'000}}, true,
+     {{QStringLiteral("01 Telemachus.ogg"), 900'000}, {QStringLiteral("02 Nestor.ogg"), 700'000}}, OnDisk::all,
      QStringLiteral("Audio"), {QStringLiteral("books"), QStringLiteral("open-licence")}},
-    {QStringLiteral("Photo Archive 2024"), {{QStringLiteral("photos.tar"), 1'500'000}}, true, {}, {}},
-    {QStringLiteral("Fedora Workstation (sample)"), {{QStringLiteral("Fedora-Workstation.iso"), 5'000'000}}, false,
+    {QStringLiteral("Photo Archive 2024"), {{QStringLiteral("photos.tar"), 1'500'000}}, OnDisk::all, {}, {}},
+    {QStringLiteral("Fedora Workstation (sample)"), {{QStringLiteral("Fedora-Workstation.iso"), 5'000'000}}, OnDisk::some,
      QStringLiteral("Linux"), {}},
     {QStringLiteral("Creative Commons Music"),
-     {{QStringLiteral("album/track1.flac"), 1'200'000}, {QStringLiteral("album/track2.flac"), 1'100'000}}, false,
+     {{QStringLiteral("album/track1.flac"), 1'200'000}, {QStringLiteral("album/track2.flac"), 1'100'000}}, OnDisk::none,
      QStringLiteral("Audio"), {QStringLiteral("music")}},
 };
+
+// Zeroes a few stretches of the file, so that the pieces there fail the server's check.
+void spoilParts(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite))
+        qFatal("Cannot open %s", qUtf8Printable(path));
+    for (const auto &[from, length] : {std::pair<qint64, qint64>{900'000, 400'000}, {2'000'000, 1'200'000},
+                                       {3'600'000, 150'000}, {4'300'000, 700'000}}) {
+        file.seek(from);
+        file.write(QByteArray(static_cast<qsizetype>(std::min(length, file.size() - from)), '\0'));
+    }
+}
 
 void addSamples(QbtServer &server)
 {
@@ -57,8 +75,10 @@ void addSamples(QbtServer &server)
         const QbtServer::DataDir dir = server.makeDataDir();
         const auto torrent = TorrentFactory::multiFile(dir.localPath, sample.name, sample.files,
                                                        {.announceUrls = {QStringLiteral("http://127.0.0.1:1/announce")}});
-        if (!sample.seeding) // nothing on disk: it waits for peers that never come
+        if (sample.onDisk == OnDisk::none) // it waits for peers that never come
             QDir(torrent.contentPath).removeRecursively();
+        else if (sample.onDisk == OnDisk::some)
+            spoilParts(torrent.contentPath + u'/' + sample.files.first().path);
         QList<TorrentFactory::FormPart> parts{TorrentFactory::torrentPart(torrent), {"savepath", dir.serverPath.toUtf8()}};
         if (!sample.category.isEmpty())
             parts.append({"category", sample.category.toUtf8()});
