@@ -686,6 +686,8 @@ private Q_SLOTS:
         window->addButton()->click();
         QTRY_VERIFY(m_added);
         QCOMPARE(formField(addRequestBody(), "urls"), magnet.toLatin1());
+        // The add's wait for the listing ends before the server goes.
+        QTRY_COMPARE_WITH_TIMEOUT(m_window->addingFlow()->additionsUnderWay(), 0, 30'000);
     }
 
     void magnetAddedBeforeItsMetadata_data()

@@ -293,12 +293,12 @@ private Q_SLOTS:
         QFETCH(QStringList, toggles);
         TntContextMenu menu(actions(), hashes.values());
         const QStringList top = titles(menu);
-        QCOMPARE(top.mid(0, 13),
+        QCOMPARE(top.mid(0, 14),
                  (QStringList{QStringLiteral("Start"), QStringLiteral("Stop"), QStringLiteral("Force start"),
                               QStringLiteral("Remove"), QStringLiteral("Show in File Manager(not configured)"),
                               QStringLiteral("Copy"), QStringLiteral("Force reannounce"),
                               QStringLiteral("Force recheck"), QStringLiteral("Rename..."),
-                              QStringLiteral("Set location..."), QStringLiteral("Category"), QStringLiteral("Tags"),
+                              QStringLiteral("Set location..."), QStringLiteral("Export .torrent..."), QStringLiteral("Category"), QStringLiteral("Tags"),
                               QStringLiteral("Add trackers...")}));
         for (const QString &toggle : toggles)
             QVERIFY(top.contains(toggle));
