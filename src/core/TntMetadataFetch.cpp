@@ -5,6 +5,7 @@
 #include "core/AppContext.h"
 
 #include <QCoroTimer>
+#include <QTimer>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -29,8 +30,14 @@ QCoro::Task<std::optional<TntMetadata>> fetchTntMetadata(AppContext &context, QS
             break;
         if (isComplete(answer))
             co_return TntMetadata::fromJson(answer);
-        QCoro::Task<> pause = QCoro::sleepFor(std::chrono::seconds(1));
-        co_await std::move(pause);
+        // A second's pause, cut short when the owner goes so that nothing is left waiting. The
+        // timer is the frame's own: an awaited signal of the owner would never come once it is gone.
+        QTimer pause;
+        pause.setSingleShot(true);
+        QObject::connect(owner.data(), &QObject::destroyed, &pause, [&pause] { pause.start(0); });
+        pause.start(std::chrono::seconds(1));
+        QCoro::Task<> pausing = qCoro(pause).waitForTimeout();
+        co_await std::move(pausing);
     }
     co_return std::nullopt;
 }
