@@ -45,5 +45,9 @@ if(QUILLO_BUILD_TESTS)
     add_test(NAME manual_page_complete
              COMMAND ${PROJECT_SOURCE_DIR}/tests/desktop/manual-page.sh $<TARGET_FILE:quillo>
                      ${PROJECT_SOURCE_DIR}/resources/quillo.1)
-    set_tests_properties(desktop_entry_valid metainfo_valid manual_page_complete PROPERTIES LABELS unit)
+    add_test(NAME translation_complete
+             COMMAND ${PROJECT_SOURCE_DIR}/tests/desktop/translation-complete.sh $<TARGET_FILE:Qt6::lupdate>
+                     ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/translations/quillo_de.ts)
+    set_tests_properties(desktop_entry_valid metainfo_valid manual_page_complete translation_complete
+                         PROPERTIES LABELS unit)
 endif()

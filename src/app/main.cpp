@@ -11,11 +11,13 @@
 #include "ui/ThemedIcon.h"
 #include "ui/TntActions.h"
 #include "ui/TntAddingFlow.h"
+#include "ui/Translation.h"
 #include "ui/TrayIcon.h"
 #include "ui/UpdatePresenter.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QLocale>
 #include <QLoggingCategory>
 
 Q_LOGGING_CATEGORY(lcMain, "Quillo")
@@ -34,6 +36,7 @@ int main(int argc, char *argv[])
     }
 
     QApplication app(argc, argv);
+    installTranslations(app, QLocale::system());
     const QString id = QString::fromUtf16(AppInfo::id);
     QApplication::setOrganizationDomain(QStringLiteral("quillo.app"));
     QApplication::setDesktopFileName(id);

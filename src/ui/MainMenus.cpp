@@ -44,7 +44,7 @@ QAction *MainMenus::showAction(Panel panel) const
 
 QString MainMenus::aboutText()
 {
-    return QStringLiteral("<h3>Quillo %1</h3><p>A desktop remote control for qBittorrent.</p>"
+    return tr("<h3>Quillo %1</h3><p>A desktop remote control for qBittorrent.</p>"
                           "<p>Build %2, Qt %3</p><p>Licensed under the GNU General Public License, "
                           "version 3 or later.</p>")
         .arg(QString::fromUtf16(AppInfo::version), QString::fromUtf16(AppInfo::buildNumber),
@@ -53,11 +53,11 @@ QString MainMenus::aboutText()
 
 void MainMenus::addFileMenu()
 {
-    QMenu *file = m_parts.window->menuBar()->addMenu(QStringLiteral("File"));
+    QMenu *file = m_parts.window->menuBar()->addMenu(tr("File"));
     file->addAction(m_parts.actions->action(Id::addFiles));
     file->addAction(m_parts.actions->action(Id::addLinks));
     file->addSeparator();
-    QAction *quit = file->addAction(QStringLiteral("Quit"));
+    QAction *quit = file->addAction(tr("Quit"));
     // Not the platform's Quit key, which some desktops leave empty.
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     // Closing rather than quitting outright lets each window keep its place and finish its edits.
@@ -66,18 +66,18 @@ void MainMenus::addFileMenu()
 
 void MainMenus::addEditMenu()
 {
-    QMenu *edit = m_parts.window->menuBar()->addMenu(QStringLiteral("Edit"));
-    QAction *selectAll = edit->addAction(QStringLiteral("Select All"));
+    QMenu *edit = m_parts.window->menuBar()->addMenu(tr("Edit"));
+    QAction *selectAll = edit->addAction(tr("Select All"));
     selectAll->setShortcut(QKeySequence::SelectAll);
     // Where the torrents are: in the filter field the same keys select its text.
     selectAll->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     m_parts.table->table()->addAction(selectAll);
     connect(selectAll, &QAction::triggered, m_parts.table->table(), &QTableView::selectAll);
-    QAction *filter = edit->addAction(QStringLiteral("Filter torrents"));
+    QAction *filter = edit->addAction(tr("Filter torrents"));
     filter->setShortcut(QKeySequence::Find);
     connect(filter, &QAction::triggered, m_parts.table, &TntTableView::focusFilter);
     edit->addSeparator();
-    QAction *preferences = edit->addAction(QStringLiteral("Preferences..."));
+    QAction *preferences = edit->addAction(tr("Preferences..."));
     preferences->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
     preferences->setMenuRole(QAction::PreferencesRole);
     connect(preferences, &QAction::triggered, this, &MainMenus::settingsRequested);
@@ -85,7 +85,7 @@ void MainMenus::addEditMenu()
 
 void MainMenus::addViewMenu()
 {
-    QMenu *view = m_parts.window->menuBar()->addMenu(QStringLiteral("View"));
+    QMenu *view = m_parts.window->menuBar()->addMenu(tr("View"));
     const auto addSwitch = [this, view](Panel panel, const QString &title) {
         QAction *action = view->addAction(title);
         m_showActions.at(static_cast<std::size_t>(panel)) = action;
@@ -94,17 +94,17 @@ void MainMenus::addViewMenu()
         connect(action, &QAction::toggled, m_parts.navigation,
                 [this, panel](bool shown) { m_parts.navigation->setHidden(panel, !shown); });
     };
-    addSwitch(Panel::sidebar, QStringLiteral("Show Sidebar"));
-    addSwitch(Panel::tntDetails, QStringLiteral("Show Torrent Details"));
-    addSwitch(Panel::statusBar, QStringLiteral("Show Status Bar"));
-    addSwitch(Panel::toolbar, QStringLiteral("Show Toolbar"));
+    addSwitch(Panel::sidebar, tr("Show Sidebar"));
+    addSwitch(Panel::tntDetails, tr("Show Torrent Details"));
+    addSwitch(Panel::statusBar, tr("Show Status Bar"));
+    addSwitch(Panel::toolbar, tr("Show Toolbar"));
     connect(m_parts.navigation, &NavigationContext::hiddenChanged, this,
             [this](Panel panel, bool hidden) { showAction(panel)->setChecked(!hidden); });
 }
 
 void MainMenus::addTntMenu()
 {
-    QMenu *tnt = m_parts.window->menuBar()->addMenu(QStringLiteral("Torrent"));
+    QMenu *tnt = m_parts.window->menuBar()->addMenu(tr("Torrent"));
     TntActions &actions = *m_parts.actions;
     const auto add = [tnt, &actions](std::initializer_list<Id> ids) {
         for (const Id id : ids)
@@ -131,7 +131,7 @@ void MainMenus::addTntMenu()
 
 void MainMenus::addServerMenu()
 {
-    QMenu *server = m_parts.window->menuBar()->addMenu(QStringLiteral("Server"));
+    QMenu *server = m_parts.window->menuBar()->addMenu(tr("Server"));
     server->addAction(m_parts.logInOut);
     server->addSeparator();
     TntActions &actions = *m_parts.actions;
@@ -146,14 +146,14 @@ void MainMenus::addServerMenu()
 
 void MainMenus::addHelpMenu()
 {
-    QMenu *help = m_parts.window->menuBar()->addMenu(QStringLiteral("Help"));
+    QMenu *help = m_parts.window->menuBar()->addMenu(tr("Help"));
     // Distribution packages leave updating to the package manager: their builds name no feed.
     if (!QStringView(AppInfo::releaseFeed).isEmpty()) {
-        connect(help->addAction(QStringLiteral("Check for Updates")), &QAction::triggered, this,
+        connect(help->addAction(tr("Check for Updates")), &QAction::triggered, this,
                 &MainMenus::updateCheckRequested);
     }
-    QAction *about = help->addAction(QStringLiteral("About Quillo"));
+    QAction *about = help->addAction(tr("About Quillo"));
     about->setMenuRole(QAction::AboutRole);
     connect(about, &QAction::triggered, m_parts.window,
-            [window = m_parts.window] { QMessageBox::about(window, QStringLiteral("About Quillo"), aboutText()); });
+            [window = m_parts.window] { QMessageBox::about(window, tr("About Quillo"), aboutText()); });
 }

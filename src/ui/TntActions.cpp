@@ -22,9 +22,9 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
     , m_commands(commands)
     , m_reveal(reveal)
     , m_export(new TntExport(context, window))
-    , m_copyMenu(new QMenu(QStringLiteral("Copy"), window))
-    , m_categoryMenu(new QMenu(QStringLiteral("Category"), window))
-    , m_tagsMenu(new QMenu(QStringLiteral("Tags"), window))
+    , m_copyMenu(new QMenu(tr("Copy"), window))
+    , m_categoryMenu(new QMenu(tr("Category"), window))
+    , m_tagsMenu(new QMenu(tr("Tags"), window))
 {
     const auto onToolbar = [](QAction *action, const char *identifier, QStringView themeName, QStringView bundled,
                               const QKeySequence &shortcut) {
@@ -36,9 +36,9 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
         // Keys act on the selection, a menu on its own torrents: menus leave the keys out.
         action->setShortcutVisibleInContextMenu(false);
     };
-    onToolbar(add(Id::addFiles, QStringLiteral("Add Torrent Files"), [&adding](bool) { adding.chooseFiles(); }),
+    onToolbar(add(Id::addFiles, tr("Add Torrent Files"), [&adding](bool) { adding.chooseFiles(); }),
               "add_tnt_file", u"document-open", u"actions/open", QKeySequence::Open);
-    onToolbar(add(Id::addLinks, QStringLiteral("Add Links"), [&adding](bool) { adding.enterLinks(); }), "add_tnt_link",
+    onToolbar(add(Id::addLinks, tr("Add Links"), [&adding](bool) { adding.enterLinks(); }), "add_tnt_link",
               u"insert-link", u"actions/link", QKeySequence(Qt::CTRL | Qt::Key_U));
     // Adding needs no selection: its keys act anywhere in the window.
     for (const Id id : {Id::addFiles, Id::addLinks})
@@ -46,7 +46,7 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
     // Remove, Start and Stop are titled for the menu they are in: see showState.
     onToolbar(add(Id::remove, QString(), [this](bool) { m_commands.remove(targetSet()); }), "delete_tnt",
               u"edit-delete", u"actions/delete", QKeySequence::Delete);
-    QAction *withFiles = add(Id::removeWithFiles, QStringLiteral("Remove with Files"),
+    QAction *withFiles = add(Id::removeWithFiles, tr("Remove with Files"),
                              [this](bool) { m_commands.remove(targetSet(), TntCommands::Removal::withFiles); });
     withFiles->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Delete));
     withFiles->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -55,63 +55,63 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
               u"media-playback-start", u"actions/start", QKeySequence(Qt::CTRL | Qt::Key_S));
     onToolbar(add(Id::stop, QString(), [this](bool) { m_commands.stop(targetSet()); }), "stop_tnt",
               u"media-playback-stop", u"sidebar/stop", QKeySequence(Qt::CTRL | Qt::Key_P));
-    onToolbar(add(Id::minimumPriority, QStringLiteral("Minimum priority"),
+    onToolbar(add(Id::minimumPriority, tr("Minimum priority"),
                   [this](bool) { detached(m_context.minimumPriority()); }),
               "min_tnt_prio", u"go-bottom", u"actions/bottom", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Minus));
-    onToolbar(add(Id::decreasePriority, QStringLiteral("Decrease priority"),
+    onToolbar(add(Id::decreasePriority, tr("Decrease priority"),
                   [this](bool) { detached(m_context.decreasePriority()); }),
               "decrease_tnt_prio", u"go-down", u"sidebar/down", QKeySequence(Qt::CTRL | Qt::Key_Minus));
-    onToolbar(add(Id::increasePriority, QStringLiteral("Increase priority"),
+    onToolbar(add(Id::increasePriority, tr("Increase priority"),
                   [this](bool) { detached(m_context.increasePriority()); }),
               "increase_tnt_prio", u"go-up", u"sidebar/up", QKeySequence(Qt::CTRL | Qt::Key_Plus));
-    onToolbar(add(Id::maximumPriority, QStringLiteral("Maximum priority"),
+    onToolbar(add(Id::maximumPriority, tr("Maximum priority"),
                   [this](bool) { detached(m_context.maximumPriority()); }),
               "max_tnt_prio", u"go-top", u"actions/top", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Plus));
 
-    add(Id::forceStart, QStringLiteral("Force start"),
+    add(Id::forceStart, tr("Force start"),
         [this](bool) { detached(m_context.setForceStart(targetSet(), true)); });
-    add(Id::reannounce, QStringLiteral("Force reannounce"),
+    add(Id::reannounce, tr("Force reannounce"),
         [this](bool) { detached(m_context.reannounceTnts(targetSet())); });
-    add(Id::recheck, QStringLiteral("Force recheck"), [this](bool) { detached(m_context.recheckTnts(targetSet())); });
-    add(Id::rename, QStringLiteral("Rename..."), [this](bool) { m_commands.rename(*targetSet().cbegin()); });
-    add(Id::setLocation, QStringLiteral("Set location..."), [this](bool) { m_commands.editLocation(targetSet()); });
-    add(Id::exportTnt, QStringLiteral("Export .torrent..."),
+    add(Id::recheck, tr("Force recheck"), [this](bool) { detached(m_context.recheckTnts(targetSet())); });
+    add(Id::rename, tr("Rename..."), [this](bool) { m_commands.rename(*targetSet().cbegin()); });
+    add(Id::setLocation, tr("Set location..."), [this](bool) { m_commands.editLocation(targetSet()); });
+    add(Id::exportTnt, tr("Export .torrent..."),
         [this](bool) { m_export->choose(targetList().value_or(QStringList())); });
-    add(Id::addTrackers, QStringLiteral("Add trackers..."),
+    add(Id::addTrackers, tr("Add trackers..."),
         [this](bool) { m_commands.addTrackers(*targetSet().cbegin()); });
-    add(Id::addPeers, QStringLiteral("Add peers..."), [this](bool) { m_commands.addPeers(targetSet()); });
+    add(Id::addPeers, tr("Add peers..."), [this](bool) { m_commands.addPeers(targetSet()); });
     using Direction = TransferLimits::Direction;
-    add(Id::limitDownload, QStringLiteral("Limit download rate..."),
+    add(Id::limitDownload, tr("Limit download rate..."),
         [this](bool) { m_commands.limitRate(targetSet(), Direction::down); });
-    add(Id::limitUpload, QStringLiteral("Limit upload rate..."),
+    add(Id::limitUpload, tr("Limit upload rate..."),
         [this](bool) { m_commands.limitRate(targetSet(), Direction::up); });
-    add(Id::limitShare, QStringLiteral("Limit share ratio..."), [this](bool) { m_commands.limitShare(targetSet()); });
-    add(Id::globalDownloadLimit, QStringLiteral("Global Download Limit..."),
+    add(Id::limitShare, tr("Limit share ratio..."), [this](bool) { m_commands.limitShare(targetSet()); });
+    add(Id::globalDownloadLimit, tr("Global Download Limit..."),
         [this](bool) { m_commands.limitGlobalRate(Direction::down); });
-    add(Id::globalUploadLimit, QStringLiteral("Global Upload Limit..."),
+    add(Id::globalUploadLimit, tr("Global Upload Limit..."),
         [this](bool) { m_commands.limitGlobalRate(Direction::up); });
-    add(Id::shutDownServer, QStringLiteral("Shut Down Server..."), [this](bool) { m_commands.shutDownServer(); });
-    add(Id::statistics, QStringLiteral("Statistics..."), [this](bool) { m_commands.showStatistics(); });
-    QAction *alternative = add(Id::alternativeSpeedLimits, QStringLiteral("Alternative Speed Limits"), [this](bool) {
+    add(Id::shutDownServer, tr("Shut Down Server..."), [this](bool) { m_commands.shutDownServer(); });
+    add(Id::statistics, tr("Statistics..."), [this](bool) { m_commands.showStatistics(); });
+    QAction *alternative = add(Id::alternativeSpeedLimits, tr("Alternative Speed Limits"), [this](bool) {
         // Only the server changes the mode: the item shows it, a click asks for the other one.
         showTransferState();
         detached(m_context.toggleSpeedLimitsMode());
     });
     alternative->setCheckable(true);
     connect(&context.serverState(), &GlobalTransferInfo::changed, this, &TntActions::showTransferState);
-    add(Id::showInFileManager, QStringLiteral("Show in File Manager"),
+    add(Id::showInFileManager, tr("Show in File Manager"),
         [this](bool) { m_reveal.showTnts(targetList().value_or(QStringList())); });
 
     const auto toggle = [this](Id id, const QString &title, std::function<void(bool)> run) {
         add(id, title, std::move(run))->setCheckable(true);
     };
-    toggle(Id::autoManagement, QStringLiteral("Automatic torrent management"),
+    toggle(Id::autoManagement, tr("Automatic torrent management"),
            [this](bool on) { detached(m_context.setAutoManagement(targetSet(), on)); });
-    toggle(Id::firstLastPiecesFirst, QStringLiteral("Download first and last pieces first"),
+    toggle(Id::firstLastPiecesFirst, tr("Download first and last pieces first"),
            [this](bool) { detached(m_context.toggleFirstLastPiecePrio(targetSet())); });
-    toggle(Id::sequentialDownload, QStringLiteral("Download in sequential order"),
+    toggle(Id::sequentialDownload, tr("Download in sequential order"),
            [this](bool) { detached(m_context.toggleSequentialDownload(targetSet())); });
-    toggle(Id::superSeeding, QStringLiteral("Super seeding mode"),
+    toggle(Id::superSeeding, tr("Super seeding mode"),
            [this](bool on) { detached(m_context.setSuperSeeding(targetSet(), on)); });
 
     // One line per torrent, in the order the menu lists them.
@@ -125,9 +125,9 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
             QGuiApplication::clipboard()->setText(lines.join(u'\n'));
         });
     };
-    copyLines(QStringLiteral("Name"), [](const TntModel &tnt) { return tnt.name(); });
-    copyLines(QStringLiteral("Hash"), [](const TntModel &tnt) { return tnt.id(); });
-    copyLines(QStringLiteral("Magnet link"), [](const TntModel &tnt) { return tnt.magnetUri(); });
+    copyLines(tr("Name"), [](const TntModel &tnt) { return tnt.name(); });
+    copyLines(tr("Hash"), [](const TntModel &tnt) { return tnt.id(); });
+    copyLines(tr("Magnet link"), [](const TntModel &tnt) { return tnt.magnetUri(); });
 
     connect(&context, &AppContext::connectionStateChanged, this, &TntActions::showState);
     connect(&context, &AppContext::selectionChanged, this, &TntActions::showState);
@@ -224,9 +224,9 @@ void TntActions::showState()
     m_tagsMenu->menuAction()->setEnabled(connected && listed);
 
     const bool entry = !m_menus.empty() && m_menus.back().wording == Wording::entry;
-    action(Id::start)->setText(entry ? QStringLiteral("Start Torrents") : QStringLiteral("Start"));
-    action(Id::stop)->setText(entry ? QStringLiteral("Stop Torrents") : QStringLiteral("Stop"));
-    action(Id::remove)->setText(entry ? QStringLiteral("Remove Torrents") : QStringLiteral("Remove"));
+    action(Id::start)->setText(entry ? tr("Start Torrents") : tr("Start"));
+    action(Id::stop)->setText(entry ? tr("Stop Torrents") : tr("Stop"));
+    action(Id::remove)->setText(entry ? tr("Remove Torrents") : tr("Remove"));
 }
 
 void TntActions::showTransferState()
@@ -254,8 +254,8 @@ void TntActions::readTnts()
     fillCategoryMenu(tnts);
     fillTagsMenu(tnts, listed.size());
     action(Id::showInFileManager)
-        ->setText(listed.isEmpty() || m_reveal.isConfigured(listed) ? QStringLiteral("Show in File Manager")
-                                                                    : QStringLiteral("Show in File Manager(not configured)"));
+        ->setText(listed.isEmpty() || m_reveal.isConfigured(listed) ? tr("Show in File Manager")
+                                                                    : tr("Show in File Manager(not configured)"));
 }
 
 void TntActions::fillCategoryMenu(const QList<const TntModel *> &tnts)
@@ -264,7 +264,7 @@ void TntActions::fillCategoryMenu(const QList<const TntModel *> &tnts)
     for (const TntModel *tnt : tnts)
         current.insert(tnt->category());
     m_categoryMenu->clear();
-    m_categoryMenu->addAction(QStringLiteral("Reset"), this,
+    m_categoryMenu->addAction(tr("Reset"), this,
                               [this] { detached(m_context.setCategory(targetSet(), QString())); });
     m_categoryMenu->addSeparator();
     for (const QString &name : m_context.categories().keys()) {
@@ -289,10 +289,10 @@ void TntActions::fillTagsMenu(const QList<const TntModel *> &tnts, qsizetype lis
         }
     }
     m_tagsMenu->clear();
-    QAction *removeAll = m_tagsMenu->addAction(QStringLiteral("Remove all"), this,
+    QAction *removeAll = m_tagsMenu->addAction(tr("Remove all"), this,
                                                [this, all] { detached(m_context.removeTags(targetSet(), all)); });
     removeAll->setEnabled(!all.isEmpty());
-    m_tagsMenu->addAction(QStringLiteral("Add tags..."), this, [this] { m_commands.addTags(targetSet()); });
+    m_tagsMenu->addAction(tr("Add tags..."), this, [this] { m_commands.addTags(targetSet()); });
     m_tagsMenu->addSeparator();
     for (const QString &tag : m_context.tags()) {
         QAction *choice = m_tagsMenu->addAction(tag);

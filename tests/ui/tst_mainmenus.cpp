@@ -8,6 +8,7 @@
 #include "ui/TntContextMenu.h"
 #include "ui/TntDetailPane.h"
 #include "ui/TntTableView.h"
+#include "ui/Translation.h"
 
 #include <QMenuBar>
 #include <QMessageBox>
@@ -15,6 +16,7 @@
 #include <QStatusBar>
 #include <QTest>
 #include <QToolBar>
+#include <QTranslator>
 
 namespace {
 
@@ -59,17 +61,40 @@ private Q_SLOTS:
         m_server.reset();
     }
 
+    void bar_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QStringList>("titles");
+        QTest::addColumn<QString>("forceStart");
+        QTest::newRow("English: the texts themselves")
+            << "en" << QStringList{u"File"_qs, u"Edit"_qs, u"View"_qs, u"Torrent"_qs, u"Server"_qs, u"Help"_qs}
+            << "Force start";
+        QTest::newRow("German")
+            << "de_DE" << QStringList{u"Datei"_qs, u"Bearbeiten"_qs, u"Ansicht"_qs, u"Torrent"_qs, u"Server"_qs, u"Hilfe"_qs}
+            << "Start erzwingen";
+    }
+
+    // The menu bar in the user's language, as it is at start.
     void bar()
     {
-        QStringList titles;
+        QFETCH(QString, language);
+        QFETCH(QStringList, titles);
+        QFETCH(QString, forceStart);
+        QCOMPARE(installTranslations(*QCoreApplication::instance(), QLocale(language)), language != u"en"_qs);
+        m_window = std::make_unique<MainWindow>(*m_server->context);
+        QStringList shown;
         for (const QAction *action : m_window->menuBar()->actions())
-            titles << action->text();
-        QCOMPARE(titles, (QStringList{QStringLiteral("File"), QStringLiteral("Edit"), QStringLiteral("View"),
-                                      QStringLiteral("Torrent"), QStringLiteral("Server"), QStringLiteral("Help")}));
+            shown << action->text();
+        QCOMPARE(shown, titles);
+        QVERIFY(QuilloTest::menuItem(*m_window->menuBar()->actions().at(3)->menu(), forceStart));
         QVERIFY(MainMenus::aboutText().contains(QString::fromLatin1(qVersion())));
         QVERIFY(MainMenus::aboutText().contains(QCoreApplication::applicationVersion().isEmpty()
                                                     ? QStringLiteral("Quillo ")
                                                     : QCoreApplication::applicationVersion()));
+        for (QTranslator *translator : QCoreApplication::instance()->findChildren<QTranslator *>()) {
+            QCoreApplication::removeTranslator(translator);
+            delete translator;
+        }
     }
 
     void torrentItemsAgreeWithToolbarAndContextMenu_data()
