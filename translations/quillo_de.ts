@@ -73,6 +73,25 @@
     </message>
 </context>
 <context>
+    <name>SidebarView</name>
+    <message>
+        <source>State</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>Categories</source>
+        <translation>Kategorien</translation>
+    </message>
+    <message>
+        <source>Tags</source>
+        <translation>Tags</translation>
+    </message>
+    <message>
+        <source>Trackers</source>
+        <translation>Tracker</translation>
+    </message>
+</context>
+<context>
     <name>TntActions</name>
     <message>
         <source>Copy</source>
@@ -257,6 +276,209 @@
         <source>n/a</source>
         <comment>not available</comment>
         <translation>k. A.</translation>
+    </message>
+</context>
+<context>
+    <name>TntModel</name>
+    <message>
+        <source>All</source>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>Downloading</source>
+        <translation>Lädt herunter</translation>
+    </message>
+    <message>
+        <source>Seeding</source>
+        <translation>Verteilt</translation>
+    </message>
+    <message>
+        <source>Stopped</source>
+        <translation>Gestoppt</translation>
+    </message>
+    <message>
+        <source>Completed</source>
+        <translation>Abgeschlossen</translation>
+    </message>
+    <message>
+        <source>Queued</source>
+        <translation>Eingereiht</translation>
+    </message>
+    <message>
+        <source>Stalled</source>
+        <translation>Blockiert</translation>
+    </message>
+    <message>
+        <source>Checking</source>
+        <translation>Wird überprüft</translation>
+    </message>
+    <message>
+        <source>Moving</source>
+        <translation>Wird verschoben</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Missing files</source>
+        <translation>Fehlende Dateien</translation>
+    </message>
+    <message>
+        <source>[F] Seeding</source>
+        <translation>[E] Verteilt</translation>
+    </message>
+    <message>
+        <source>[F] Downloading</source>
+        <translation>[E] Lädt herunter</translation>
+    </message>
+    <message>
+        <source>[F] Metadata loading</source>
+        <translation>[E] Lädt Metadaten</translation>
+    </message>
+    <message>
+        <source>Allocating disk space</source>
+        <translation>Reserviere Speicherplatz</translation>
+    </message>
+    <message>
+        <source>Metadata loading</source>
+        <translation>Lädt Metadaten</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Unbekannt</translation>
+    </message>
+</context>
+<context>
+    <name>TntTableModel</name>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>Down Speed</source>
+        <translation>DL-Geschw.</translation>
+    </message>
+    <message>
+        <source>Up Speed</source>
+        <translation>UL-Geschw.</translation>
+    </message>
+    <message>
+        <source>Seeds</source>
+        <translation>Seeds</translation>
+    </message>
+    <message>
+        <source>Peers</source>
+        <translation>Peers</translation>
+    </message>
+    <message>
+        <source>ETA</source>
+        <translation>Restzeit</translation>
+    </message>
+    <message>
+        <source>Ratio</source>
+        <translation>Verhältnis</translation>
+    </message>
+    <message>
+        <source>Added on</source>
+        <translation>Hinzugefügt am</translation>
+    </message>
+    <message>
+        <source>Completed On</source>
+        <translation>Abgeschlossen am</translation>
+    </message>
+    <message>
+        <source>Seen Complete</source>
+        <translation>Zuletzt vollständig</translation>
+    </message>
+    <message>
+        <source>Category</source>
+        <translation>Kategorie</translation>
+    </message>
+    <message>
+        <source>Tags</source>
+        <translation>Tags</translation>
+    </message>
+</context>
+<context>
+    <name>TransferStatus</name>
+    <message>
+        <source>Connected</source>
+        <translation>Verbunden</translation>
+    </message>
+    <message>
+        <source>Firewalled</source>
+        <translation>Hinter einer Firewall</translation>
+    </message>
+    <message>
+        <source>Disconnected</source>
+        <translation>Getrennt</translation>
+    </message>
+    <message>
+        <source>Alt. speed</source>
+        <translation>Alt. Geschw.</translation>
+    </message>
+    <message>
+        <source>Alternative speed limits</source>
+        <translation>Alternative Geschwindigkeitsbegrenzungen</translation>
+    </message>
+    <message>
+        <source>Connection status: </source>
+        <translation>Verbindungsstatus: </translation>
+    </message>
+    <message>
+        <source>DHT Nodes: %1</source>
+        <translation>DHT-Knoten: %1</translation>
+    </message>
+    <message>
+        <source>Free Space: </source>
+        <translation>Freier Speicher: </translation>
+    </message>
+    <message>
+        <source>Global Ratio: </source>
+        <translation>Globales Verhältnis: </translation>
+    </message>
+    <message>
+        <source>This session: %1
+All time: %2</source>
+        <translation>Diese Sitzung: %1
+Insgesamt: %2</translation>
+    </message>
+    <message>
+        <source>Downloaded</source>
+        <translation>Heruntergeladen</translation>
+    </message>
+    <message>
+        <source>Uploaded</source>
+        <translation>Hochgeladen</translation>
+    </message>
+    <message>
+        <source>Show torrent details</source>
+        <translation>Torrent-Details anzeigen</translation>
+    </message>
+    <message>
+        <source>Hide torrent details</source>
+        <translation>Torrent-Details ausblenden</translation>
+    </message>
+    <message>
+        <source>Global upload limit</source>
+        <translation>Globale Uploadbegrenzung</translation>
+    </message>
+    <message>
+        <source>Global download limit</source>
+        <translation>Globale Downloadbegrenzung</translation>
     </message>
 </context>
 </TS>

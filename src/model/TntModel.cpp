@@ -1,5 +1,7 @@
 #include "model/TntModel.h"
 
+#include <QCoreApplication>
+
 #include <QCollator>
 #include <QLocale>
 
@@ -126,34 +128,34 @@ QString TntModel::remotePathOf(const QString &relativePath) const
 QString TntModel::stateTitle(State state)
 {
     switch (state) {
-    case State::all: return QStringLiteral("All");
-    case State::downloading: return QStringLiteral("Downloading");
-    case State::uploading: return QStringLiteral("Seeding");
+    case State::all: return QCoreApplication::translate("TntModel", "All");
+    case State::downloading: return QCoreApplication::translate("TntModel", "Downloading");
+    case State::uploading: return QCoreApplication::translate("TntModel", "Seeding");
     case State::stopped:
     case State::pausedDL:
-    case State::stoppedDL: return QStringLiteral("Stopped");
+    case State::stoppedDL: return QCoreApplication::translate("TntModel", "Stopped");
     case State::complited:
     case State::pausedUP:
-    case State::stoppedUP: return QStringLiteral("Completed");
+    case State::stoppedUP: return QCoreApplication::translate("TntModel", "Completed");
     case State::queued:
     case State::queuedUP:
-    case State::queuedDL: return QStringLiteral("Queued");
+    case State::queuedDL: return QCoreApplication::translate("TntModel", "Queued");
     case State::stalled:
     case State::stalledUP:
-    case State::stalledDL: return QStringLiteral("Stalled");
+    case State::stalledDL: return QCoreApplication::translate("TntModel", "Stalled");
     case State::checking:
     case State::checkingUP:
     case State::checkingDL:
-    case State::checkingResumeData: return QStringLiteral("Checking");
-    case State::moving: return QStringLiteral("Moving");
-    case State::error: return QStringLiteral("Error");
-    case State::missingFiles: return QStringLiteral("Missing files");
-    case State::forcedUP: return QStringLiteral("[F] Seeding");
-    case State::forcedDL: return QStringLiteral("[F] Downloading");
-    case State::forcedMetaDL: return QStringLiteral("[F] Metadata loading");
-    case State::allocating: return QStringLiteral("Allocating disk space");
-    case State::metaDL: return QStringLiteral("Metadata loading");
-    case State::unknown: return QStringLiteral("Unknown");
+    case State::checkingResumeData: return QCoreApplication::translate("TntModel", "Checking");
+    case State::moving: return QCoreApplication::translate("TntModel", "Moving");
+    case State::error: return QCoreApplication::translate("TntModel", "Error");
+    case State::missingFiles: return QCoreApplication::translate("TntModel", "Missing files");
+    case State::forcedUP: return QCoreApplication::translate("TntModel", "[F] Seeding");
+    case State::forcedDL: return QCoreApplication::translate("TntModel", "[F] Downloading");
+    case State::forcedMetaDL: return QCoreApplication::translate("TntModel", "[F] Metadata loading");
+    case State::allocating: return QCoreApplication::translate("TntModel", "Allocating disk space");
+    case State::metaDL: return QCoreApplication::translate("TntModel", "Metadata loading");
+    case State::unknown: return QCoreApplication::translate("TntModel", "Unknown");
     }
     Q_UNREACHABLE();
 }

@@ -169,10 +169,10 @@ SidebarView::~SidebarView() = default;
 QString SidebarView::groupTitle(Group group)
 {
     switch (group) {
-    case Group::state: return QStringLiteral("State");
-    case Group::category: return QStringLiteral("Categories");
-    case Group::tag: return QStringLiteral("Tags");
-    case Group::tracker: return QStringLiteral("Trackers");
+    case Group::state: return tr("State");
+    case Group::category: return tr("Categories");
+    case Group::tag: return tr("Tags");
+    case Group::tracker: return tr("Trackers");
     }
     return {};
 }

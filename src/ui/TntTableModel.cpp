@@ -117,10 +117,12 @@ QVariant TntTableModel::headerData(int section, Qt::Orientation orientation, int
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= ColumnCount)
         return {};
     static const char *const titles[ColumnCount] = {
-        "Name", "Size",  "Progress", "Status",       "Down Speed",    "Up Speed", "Seeds", "Peers",
-        "ETA",  "Ratio", "Added on", "Completed On", "Seen Complete", "Category", "Tags",
+        QT_TR_NOOP("Name"),     QT_TR_NOOP("Size"),         QT_TR_NOOP("Progress"),      QT_TR_NOOP("Status"),
+        QT_TR_NOOP("Down Speed"), QT_TR_NOOP("Up Speed"),   QT_TR_NOOP("Seeds"),         QT_TR_NOOP("Peers"),
+        QT_TR_NOOP("ETA"),      QT_TR_NOOP("Ratio"),        QT_TR_NOOP("Added on"),      QT_TR_NOOP("Completed On"),
+        QT_TR_NOOP("Seen Complete"), QT_TR_NOOP("Category"), QT_TR_NOOP("Tags"),
     };
-    return QString::fromLatin1(titles[section]);
+    return tr(titles[section]);
 }
 
 QVariant TntTableModel::data(const QModelIndex &index, int role) const

@@ -12,6 +12,7 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QToolButton>
+#include <QCoreApplication>
 #include <QToolTip>
 
 namespace {
@@ -19,9 +20,9 @@ namespace {
 QString connectionText(API::ConnectionStatus status)
 {
     switch (status) {
-    case API::ConnectionStatus::connected: return QStringLiteral("Connected");
-    case API::ConnectionStatus::firewalled: return QStringLiteral("Firewalled");
-    case API::ConnectionStatus::disconnected: return QStringLiteral("Disconnected");
+    case API::ConnectionStatus::connected: return QCoreApplication::translate("TransferStatus", "Connected");
+    case API::ConnectionStatus::firewalled: return QCoreApplication::translate("TransferStatus", "Firewalled");
+    case API::ConnectionStatus::disconnected: return QCoreApplication::translate("TransferStatus", "Disconnected");
     }
     return {};
 }
@@ -48,8 +49,8 @@ TransferStatus::TransferStatus(GlobalTransferInfo &transfer, const RateHistory &
     m_altSpeed->setObjectName(QStringLiteral("altSpeedSwitch"));
     m_altSpeed->setCheckable(true);
     m_altSpeed->setAutoRaise(true);
-    m_altSpeed->setText(QStringLiteral("Alt. speed"));
-    m_altSpeed->setToolTip(QStringLiteral("Alternative speed limits"));
+    m_altSpeed->setText(tr("Alt. speed"));
+    m_altSpeed->setToolTip(tr("Alternative speed limits"));
     m_altSpeed->setToolButtonStyle(Qt::ToolButtonIconOnly);
     // Only the server changes the mode: the button shows it, a click asks for the other one.
     connect(m_altSpeed, &QToolButton::clicked, this, [this] {
@@ -83,11 +84,11 @@ void TransferStatus::refresh()
 {
     using K = UserDefaultsKey;
     using Direction = GlobalTransferInfo::TransferDirection;
-    m_connection->setText(QStringLiteral("Connection status: ") + connectionText(m_transfer.connectionStatus()));
-    m_dht->setText(QStringLiteral("DHT Nodes: %1").arg(m_transfer.dhtNodes()));
-    m_freeSpace->setText(QStringLiteral("Free Space: ") + TntFormat::size(std::max<qint64>(m_transfer.freeSpaceOnDisk(), 0)));
+    m_connection->setText(tr("Connection status: ") + connectionText(m_transfer.connectionStatus()));
+    m_dht->setText(tr("DHT Nodes: %1").arg(m_transfer.dhtNodes()));
+    m_freeSpace->setText(tr("Free Space: ") + TntFormat::size(std::max<qint64>(m_transfer.freeSpaceOnDisk(), 0)));
     m_freeSpace->setVisible(m_defaults.boolValue(K::showFreeSpace, true));
-    m_ratio->setText(QStringLiteral("Global Ratio: ") + m_transfer.globalRatio());
+    m_ratio->setText(tr("Global Ratio: ") + m_transfer.globalRatio());
     m_ratio->setVisible(m_defaults.boolValue(K::showGlobalRatio, true));
     // One label per direction keeps the bar short: the session's total, then all time's, as switched
     // on; the tooltip names them.
@@ -102,11 +103,11 @@ void TransferStatus::refresh()
         if (allTime)
             shown << allTimeTotal;
         label->setText(title + QStringLiteral(": ") + shown.join(QStringLiteral(" / ")));
-        label->setToolTip(QStringLiteral("This session: %1\nAll time: %2").arg(sessionTotal, allTimeTotal));
+        label->setToolTip(tr("This session: %1\nAll time: %2").arg(sessionTotal, allTimeTotal));
         label->setVisible(!shown.isEmpty());
     };
-    showTotals(m_downloaded, QStringLiteral("Downloaded"), Direction::down);
-    showTotals(m_uploaded, QStringLiteral("Uploaded"), Direction::up);
+    showTotals(m_downloaded, tr("Downloaded"), Direction::down);
+    showTotals(m_uploaded, tr("Uploaded"), Direction::up);
     // Pressed and filled while the limits are on.
     const bool alternative = m_transfer.useAltSpeedLimits();
     m_altSpeed->setChecked(alternative);
@@ -117,14 +118,14 @@ void TransferStatus::refresh()
 
 void TransferStatus::setTntDetailsHidden(bool hidden)
 {
-    const QString text = hidden ? QStringLiteral("Show torrent details") : QStringLiteral("Hide torrent details");
+    const QString text = hidden ? tr("Show torrent details") : tr("Hide torrent details");
     m_detailsToggle->setText(text);
     m_detailsToggle->setToolTip(text);
 }
 
 QString TransferStatus::rateToolTip(bool upload) const
 {
-    const QString title = upload ? QStringLiteral("Global upload limit") : QStringLiteral("Global download limit");
+    const QString title = upload ? tr("Global upload limit") : tr("Global download limit");
     if (m_rates.samples().size() < 2)
         return title;
     QByteArray png;

@@ -7,6 +7,7 @@
 #include "ui/TntActions.h"
 #include "ui/TntContextMenu.h"
 #include "ui/TntDetailPane.h"
+#include "ui/TntTableModel.h"
 #include "ui/TntTableView.h"
 #include "ui/Translation.h"
 
@@ -66,20 +67,22 @@ private Q_SLOTS:
         QTest::addColumn<QString>("language");
         QTest::addColumn<QStringList>("titles");
         QTest::addColumn<QString>("forceStart");
+        QTest::addColumn<QString>("progress"); // a column of the table
         QTest::newRow("English: the texts themselves")
             << "en" << QStringList{u"File"_qs, u"Edit"_qs, u"View"_qs, u"Torrent"_qs, u"Server"_qs, u"Help"_qs}
-            << "Force start";
+            << "Force start" << "Progress";
         QTest::newRow("German")
             << "de_DE" << QStringList{u"Datei"_qs, u"Bearbeiten"_qs, u"Ansicht"_qs, u"Torrent"_qs, u"Server"_qs, u"Hilfe"_qs}
-            << "Start erzwingen";
+            << "Start erzwingen" << "Fortschritt";
     }
 
-    // The menu bar in the user's language, as it is at start.
+    // The window in the user's language, as it is at start: its menus and the table's columns.
     void bar()
     {
         QFETCH(QString, language);
         QFETCH(QStringList, titles);
         QFETCH(QString, forceStart);
+        QFETCH(QString, progress);
         QCOMPARE(installTranslations(*QCoreApplication::instance(), QLocale(language)), language != u"en"_qs);
         m_window = std::make_unique<MainWindow>(*m_server->context);
         QStringList shown;
@@ -87,6 +90,8 @@ private Q_SLOTS:
             shown << action->text();
         QCOMPARE(shown, titles);
         QVERIFY(QuilloTest::menuItem(*m_window->menuBar()->actions().at(3)->menu(), forceStart));
+        const QAbstractItemModel &table = *m_window->findChild<TntTableView *>()->table()->model();
+        QCOMPARE(table.headerData(TntTableModel::ProgressColumn, Qt::Horizontal).toString(), progress);
         QVERIFY(MainMenus::aboutText().contains(QString::fromLatin1(qVersion())));
         QVERIFY(MainMenus::aboutText().contains(QCoreApplication::applicationVersion().isEmpty()
                                                     ? QStringLiteral("Quillo ")
