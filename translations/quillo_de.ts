@@ -90,6 +90,34 @@
         <source>Trackers</source>
         <translation>Tracker</translation>
     </message>
+    <message>
+        <source>Filters</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Category</source>
+        <translation>Kategorie</translation>
+    </message>
+    <message>
+        <source>Size: </source>
+        <translation>Größe: </translation>
+    </message>
+    <message>
+        <source>New Category...</source>
+        <translation>Neue Kategorie...</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>New Tags...</source>
+        <translation>Neue Tags...</translation>
+    </message>
 </context>
 <context>
     <name>TntActions</name>
@@ -268,6 +296,217 @@
     <message>
         <source>Add tags...</source>
         <translation>Tags hinzufügen...</translation>
+    </message>
+</context>
+<context>
+    <name>TntDetailPane</name>
+    <message>
+        <source>Time active</source>
+        <translation>Aktiv seit</translation>
+    </message>
+    <message>
+        <source>ETA</source>
+        <translation>Restzeit</translation>
+    </message>
+    <message>
+        <source>Connections</source>
+        <translation>Verbindungen</translation>
+    </message>
+    <message>
+        <source>Downloaded</source>
+        <translation>Heruntergeladen</translation>
+    </message>
+    <message>
+        <source>Uploaded</source>
+        <translation>Hochgeladen</translation>
+    </message>
+    <message>
+        <source>Seeds</source>
+        <translation>Seeds</translation>
+    </message>
+    <message>
+        <source>Download speed</source>
+        <translation>Downloadgeschwindigkeit</translation>
+    </message>
+    <message>
+        <source>Upload speed</source>
+        <translation>Uploadgeschwindigkeit</translation>
+    </message>
+    <message>
+        <source>Peers</source>
+        <translation>Peers</translation>
+    </message>
+    <message>
+        <source>Download limit</source>
+        <translation>Downloadbegrenzung</translation>
+    </message>
+    <message>
+        <source>Upload limit</source>
+        <translation>Uploadbegrenzung</translation>
+    </message>
+    <message>
+        <source>Wasted</source>
+        <translation>Verworfen</translation>
+    </message>
+    <message>
+        <source>Share ratio</source>
+        <translation>Verhältnis</translation>
+    </message>
+    <message>
+        <source>Reannounce in</source>
+        <translation>Nächste Ankündigung in</translation>
+    </message>
+    <message>
+        <source>Last seen complete</source>
+        <translation>Zuletzt vollständig gesehen</translation>
+    </message>
+    <message>
+        <source>Total size</source>
+        <translation>Gesamtgröße</translation>
+    </message>
+    <message>
+        <source>Added on</source>
+        <translation>Hinzugefügt am</translation>
+    </message>
+    <message>
+        <source>Completed on</source>
+        <translation>Abgeschlossen am</translation>
+    </message>
+    <message>
+        <source>Created on</source>
+        <translation>Erstellt am</translation>
+    </message>
+    <message>
+        <source>Created by</source>
+        <translation>Erstellt von</translation>
+    </message>
+    <message>
+        <source>Pieces</source>
+        <translation>Teile</translation>
+    </message>
+    <message>
+        <source>Availability</source>
+        <translation>Verfügbarkeit</translation>
+    </message>
+    <message>
+        <source>Info hash v1</source>
+        <translation>Info-Hash v1</translation>
+    </message>
+    <message>
+        <source>Info hash v2</source>
+        <translation>Info-Hash v2</translation>
+    </message>
+    <message>
+        <source>Save path</source>
+        <translation>Speicherpfad</translation>
+    </message>
+    <message>
+        <source>Comment</source>
+        <translation>Kommentar</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>Nie</translation>
+    </message>
+    <message>
+        <source>%1 (%2 this session)</source>
+        <translation>%1 (%2 in dieser Sitzung)</translation>
+    </message>
+    <message>
+        <source>%1 (%2 avg.)</source>
+        <translation>%1 (Ø %2)</translation>
+    </message>
+    <message>
+        <source> (seeded for %1)</source>
+        <translation> (verteilt seit %1)</translation>
+    </message>
+    <message>
+        <source>max</source>
+        <translation>max.</translation>
+    </message>
+    <message>
+        <source>total</source>
+        <translation>gesamt</translation>
+    </message>
+    <message>
+        <source>%1 x %2 (have %3)</source>
+        <translation>%1 × %2 (%3 vorhanden)</translation>
+    </message>
+    <message>
+        <source>N/A</source>
+        <translation>k. A.</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Trackers</source>
+        <translation>Tracker</translation>
+    </message>
+    <message>
+        <source>HTTP Sources</source>
+        <translation>HTTP-Quellen</translation>
+    </message>
+    <message>
+        <source>Content</source>
+        <translation>Inhalt</translation>
+    </message>
+    <message>
+        <source>Speed</source>
+        <translation>Geschwindigkeit</translation>
+    </message>
+    <message>
+        <source>Downloaded pieces:</source>
+        <translation>Heruntergeladene Teile:</translation>
+    </message>
+    <message>
+        <source>Transfer</source>
+        <translation>Übertragung</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Informationen</translation>
+    </message>
+    <message>
+        <source>No torrent selected</source>
+        <translation>Kein Torrent ausgewählt</translation>
+    </message>
+    <message>
+        <source>%1 torrents selected</source>
+        <translation>%1 Torrents ausgewählt</translation>
+    </message>
+    <message>
+        <source>Add trackers...</source>
+        <translation>Tracker hinzufügen...</translation>
+    </message>
+    <message>
+        <source>Edit tracker URL...</source>
+        <translation>Tracker-URL bearbeiten...</translation>
+    </message>
+    <message>
+        <source>Copy tracker URL</source>
+        <translation>Tracker-URL kopieren</translation>
+    </message>
+    <message>
+        <source>Remove trackers</source>
+        <translation>Tracker entfernen</translation>
+    </message>
+    <message>
+        <source>Remove tracker</source>
+        <translation>Tracker entfernen</translation>
+    </message>
+    <message>
+        <source>Add peers...</source>
+        <translation>Peers hinzufügen...</translation>
+    </message>
+    <message>
+        <source>Copy IP:port</source>
+        <translation>IP:Port kopieren</translation>
+    </message>
+    <message>
+        <source>Ban peer permanently</source>
+        <translation>Peer dauerhaft sperren</translation>
     </message>
 </context>
 <context>

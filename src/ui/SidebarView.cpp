@@ -123,7 +123,7 @@ SidebarView::SidebarView(AppContext &context, NavigationContext &navigation, Tnt
     , m_delegate(new SidebarDelegate(m_tree))
 {
     m_tree->setObjectName(QStringLiteral("sidebar"));
-    m_tree->setAccessibleName(QStringLiteral("Filters"));
+    m_tree->setAccessibleName(tr("Filters"));
     m_tree->setHeaderHidden(true);
     m_tree->setColumnCount(1);
     m_tree->setIndentation(10);
@@ -280,8 +280,8 @@ QMenu *SidebarView::contextMenu(const SidebarItem &item)
 
     auto *menu = new QMenu(this);
     if (item.type == ItemType::category)
-        menu->addSection(QStringLiteral("Category"));
-    menu->addAction(QStringLiteral("Size: ") + TntFormat::size(size))->setEnabled(false);
+        menu->addSection(tr("Category"));
+    menu->addAction(tr("Size: ") + TntFormat::size(size))->setEnabled(false);
     if (item.type == ItemType::category)
         addCategoryCommands(*menu, item);
     else if (item.type == ItemType::tag)
@@ -299,24 +299,24 @@ QMenu *SidebarView::contextMenu(const SidebarItem &item)
 void SidebarView::addCategoryCommands(QMenu &menu, const SidebarItem &item)
 {
     menu.addSeparator();
-    menu.addAction(SidebarIcons::forSymbol(u"plus"), QStringLiteral("New Category..."), this,
+    menu.addAction(SidebarIcons::forSymbol(u"plus"), tr("New Category..."), this,
                    [this] { m_commands.createCategory(); });
     const SidebarItem::Category category = *item.category;
     if (category == SidebarItem::allCategories() || category == SidebarItem::noCategory())
         return;
-    menu.addAction(SidebarIcons::forSymbol(u"pencil"), QStringLiteral("Edit"), this, [this, category] {
+    menu.addAction(SidebarIcons::forSymbol(u"pencil"), tr("Edit"), this, [this, category] {
         m_sidebarContext.setEditedCategory(category);
         m_commands.editCategory(category.name, category.savePath);
         whileSheetOpen([this] { m_sidebarContext.setEditedCategory(std::nullopt); });
     });
-    menu.addAction(SidebarIcons::forSymbol(u"minus"), QStringLiteral("Remove"), this,
+    menu.addAction(SidebarIcons::forSymbol(u"minus"), tr("Remove"), this,
                    [this, name = category.name] { detached(m_context.removeCategories({name})); });
 }
 
 void SidebarView::addTagCommands(QMenu &menu, const SidebarItem &item)
 {
     menu.addSeparator();
-    menu.addAction(SidebarIcons::forSymbol(u"plus"), QStringLiteral("New Tags..."), this, [this] {
+    menu.addAction(SidebarIcons::forSymbol(u"plus"), tr("New Tags..."), this, [this] {
         m_sidebarContext.setShowTagEditor(true);
         m_commands.createTags();
         whileSheetOpen([this] { m_sidebarContext.setShowTagEditor(false); });
@@ -324,7 +324,7 @@ void SidebarView::addTagCommands(QMenu &menu, const SidebarItem &item)
     const QString tag = *item.tag;
     if (tag == SidebarItem::allTitle() || tag == SidebarItem::untaggedTitle())
         return;
-    menu.addAction(SidebarIcons::forSymbol(u"minus"), QStringLiteral("Remove"), this,
+    menu.addAction(SidebarIcons::forSymbol(u"minus"), tr("Remove"), this,
                    [this, tag] { detached(m_context.deleteTags({tag})); });
 }
 

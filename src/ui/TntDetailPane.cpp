@@ -16,6 +16,7 @@
 #include "ui/TntTableModel.h"
 
 #include <QClipboard>
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QGuiApplication>
@@ -38,18 +39,19 @@ namespace {
 
 constexpr Tab tabOrder[] = {Tab::general, Tab::trackers, Tab::peers, Tab::httpSources, Tab::content, Tab::speed};
 
+// English: they name the fields in generalText(); the labels show them translated.
 const QStringList transferTitles{
-    QStringLiteral("Time active"),    QStringLiteral("ETA"),            QStringLiteral("Connections"),
-    QStringLiteral("Downloaded"),     QStringLiteral("Uploaded"),       QStringLiteral("Seeds"),
-    QStringLiteral("Download speed"), QStringLiteral("Upload speed"),   QStringLiteral("Peers"),
-    QStringLiteral("Download limit"), QStringLiteral("Upload limit"),   QStringLiteral("Wasted"),
-    QStringLiteral("Share ratio"),    QStringLiteral("Reannounce in"),  QStringLiteral("Last seen complete"),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Time active")),    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "ETA")),            QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Connections")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Downloaded")),     QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Uploaded")),       QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Seeds")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Download speed")), QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Upload speed")),   QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Peers")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Download limit")), QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Upload limit")),   QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Wasted")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Share ratio")),    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Reannounce in")),  QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Last seen complete")),
 };
 const QStringList informationTitles{
-    QStringLiteral("Total size"),   QStringLiteral("Added on"),     QStringLiteral("Completed on"),
-    QStringLiteral("Created on"),   QStringLiteral("Created by"),   QStringLiteral("Pieces"),
-    QStringLiteral("Availability"), QStringLiteral("Info hash v1"), QStringLiteral("Info hash v2"),
-    QStringLiteral("Save path"),    QStringLiteral("Comment"),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Total size")),   QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Added on")),     QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Completed on")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Created on")),   QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Created by")),   QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Pieces")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Availability")), QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Info hash v1")), QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Info hash v2")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Save path")),    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Comment")),
 };
 
 QString shownRate(qint64 rate)
@@ -65,7 +67,7 @@ QString limit(qint64 rate)
 QString date(API::Date when)
 {
     const QString text = TntFormat::date(when.toDateTime());
-    return text.isEmpty() ? QStringLiteral("Never") : text;
+    return text.isEmpty() ? QCoreApplication::translate("TntDetailPane", "Never") : text;
 }
 
 // The values of the General tab, in the order of the titles above; the comment as rich text.
@@ -75,25 +77,25 @@ QStringList generalValues(const API::SGenericProperties &p, double availability)
         return QStringLiteral("%1 (%2 %3)").arg(value).arg(total).arg(word);
     };
     const auto bytes = [](qint64 all, qint64 session) {
-        return QStringLiteral("%1 (%2 this session)").arg(TntFormat::size(all), TntFormat::size(session));
+        return QCoreApplication::translate("TntDetailPane", "%1 (%2 this session)").arg(TntFormat::size(all), TntFormat::size(session));
     };
     const auto rate = [](qint64 now, qint64 average) {
-        return QStringLiteral("%1 (%2 avg.)").arg(shownRate(now), shownRate(average));
+        return QCoreApplication::translate("TntDetailPane", "%1 (%2 avg.)").arg(shownRate(now), shownRate(average));
     };
     QString active = TntFormat::duration(p.timeElapsed);
     if (p.seedingTime > 0)
-        active += QStringLiteral(" (seeded for %1)").arg(TntFormat::duration(p.seedingTime));
+        active += QCoreApplication::translate("TntDetailPane", " (seeded for %1)").arg(TntFormat::duration(p.seedingTime));
     return {
         active,
         TntFormat::eta(p.eta),
-        p.nbConnectionsLimit > 0 ? withTotal(p.nbConnections, p.nbConnectionsLimit, QStringLiteral("max"))
+        p.nbConnectionsLimit > 0 ? withTotal(p.nbConnections, p.nbConnectionsLimit, QCoreApplication::translate("TntDetailPane", "max"))
                                  : QString::number(p.nbConnections),
         bytes(p.totalDownloaded, p.totalDownloadedSession),
         bytes(p.totalUploaded, p.totalUploadedSession),
-        withTotal(p.seeds, p.seedsTotal, QStringLiteral("total")),
+        withTotal(p.seeds, p.seedsTotal, QCoreApplication::translate("TntDetailPane", "total")),
         rate(p.dlSpeed, p.dlSpeedAvg),
         rate(p.upSpeed, p.upSpeedAvg),
-        withTotal(p.peers, p.peersTotal, QStringLiteral("total")),
+        withTotal(p.peers, p.peersTotal, QCoreApplication::translate("TntDetailPane", "total")),
         limit(p.dlLimit),
         limit(p.upLimit),
         TntFormat::size(p.totalWasted),
@@ -105,10 +107,10 @@ QStringList generalValues(const API::SGenericProperties &p, double availability)
         date(p.completionDate),
         date(p.creationDate),
         p.createdBy,
-        QStringLiteral("%1 x %2 (have %3)").arg(p.piecesNum).arg(TntFormat::size(p.pieceSize)).arg(p.piecesHave),
-        availability < 0 ? QStringLiteral("N/A") : QString::number(availability, 'f', 3),
+        QCoreApplication::translate("TntDetailPane", "%1 x %2 (have %3)").arg(p.piecesNum).arg(TntFormat::size(p.pieceSize)).arg(p.piecesHave),
+        availability < 0 ? QCoreApplication::translate("TntDetailPane", "N/A") : QString::number(availability, 'f', 3),
         p.infohashV1,
-        p.infohashV2.value_or(QStringLiteral("N/A")),
+        p.infohashV2.value_or(QCoreApplication::translate("TntDetailPane", "N/A")),
         p.savePath,
         LinkedText::html(p.comment),
     };
@@ -145,7 +147,7 @@ QGroupBox *fieldGroup(const QString &title, const QStringList &titles, int colum
     for (qsizetype at = 0; at < titles.size(); ++at) {
         const int row = static_cast<int>(at / columns);
         const int column = static_cast<int>(at % columns) * 2;
-        auto *name = new QLabel(titles[at] + u':', group);
+        auto *name = new QLabel(QCoreApplication::translate("TntDetailPane", qUtf8Printable(titles[at])) + u':', group);
         name->setAlignment(Qt::AlignRight | Qt::AlignTop);
         auto *value = new QLabel(group);
         value->setTextFormat(Qt::PlainText);
@@ -181,13 +183,13 @@ TntDetailPane::TntDetailPane(AppContext &context, TntCommands &commands, QWidget
     layout->addWidget(m_pages);
 
     m_tabs->setDocumentMode(true);
-    m_tabs->addTab(makeGeneralTab(), QStringLiteral("General"));
-    m_tabs->addTab(makeTrackersTab(), QStringLiteral("Trackers"));
-    m_tabs->addTab(makePeersTab(), QStringLiteral("Peers"));
-    m_tabs->addTab(m_httpSources, QStringLiteral("HTTP Sources"));
-    m_tabs->addTab(new TntContentTab(context, m_content, m_tabs), QStringLiteral("Content"));
+    m_tabs->addTab(makeGeneralTab(), QCoreApplication::translate("TntDetailPane", "General"));
+    m_tabs->addTab(makeTrackersTab(), QCoreApplication::translate("TntDetailPane", "Trackers"));
+    m_tabs->addTab(makePeersTab(), QCoreApplication::translate("TntDetailPane", "Peers"));
+    m_tabs->addTab(m_httpSources, QCoreApplication::translate("TntDetailPane", "HTTP Sources"));
+    m_tabs->addTab(new TntContentTab(context, m_content, m_tabs), QCoreApplication::translate("TntDetailPane", "Content"));
     m_tabs->addTab(new TntSpeedPage(context.tntDetails().rates(), context.transferRates(), m_tabs),
-                   QStringLiteral("Speed"));
+                   QCoreApplication::translate("TntDetailPane", "Speed"));
 
     TntDetailContext &details = context.tntDetails();
     UserDefaults &defaults = context.settings().defaults();
@@ -225,12 +227,12 @@ QWidget *TntDetailPane::makeGeneralTab()
     auto *page = new QWidget(scroll);
     auto *layout = new QVBoxLayout(page);
     auto *pieces = new QHBoxLayout;
-    pieces->addWidget(new QLabel(QStringLiteral("Downloaded pieces:"), page));
+    pieces->addWidget(new QLabel(QCoreApplication::translate("TntDetailPane", "Downloaded pieces:"), page));
     m_piecesBar = new PiecesBar(page);
     pieces->addWidget(m_piecesBar, 1);
     layout->addLayout(pieces);
-    layout->addWidget(fieldGroup(QStringLiteral("Transfer"), transferTitles, 3, m_generalFields, page));
-    layout->addWidget(fieldGroup(QStringLiteral("Information"), informationTitles, 1, m_generalFields, page));
+    layout->addWidget(fieldGroup(QCoreApplication::translate("TntDetailPane", "Transfer"), transferTitles, 3, m_generalFields, page));
+    layout->addWidget(fieldGroup(QCoreApplication::translate("TntDetailPane", "Information"), informationTitles, 1, m_generalFields, page));
     layout->addStretch();
     QLabel *comment = m_generalFields.last().second;
     comment->setTextFormat(Qt::RichText);
@@ -293,7 +295,7 @@ void TntDetailPane::showTarget()
         m_pages->setCurrentWidget(m_tabs);
         return;
     }
-    m_empty->setText(selected == 0 ? QStringLiteral("No torrent selected") : QStringLiteral("%1 torrents selected").arg(selected));
+    m_empty->setText(selected == 0 ? QCoreApplication::translate("TntDetailPane", "No torrent selected") : QCoreApplication::translate("TntDetailPane", "%1 torrents selected").arg(selected));
     m_pages->setCurrentWidget(m_empty);
 }
 
@@ -362,16 +364,16 @@ QMenu *TntDetailPane::trackerMenu()
     const QStringList urls = selectedTrackerUrls();
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(QStringLiteral("Add trackers..."), this, [this, hash] { m_commands.addTrackers(hash); })
+    menu->addAction(QCoreApplication::translate("TntDetailPane", "Add trackers..."), this, [this, hash] { m_commands.addTrackers(hash); })
         ->setEnabled(!hash.isEmpty());
-    QAction *edit = menu->addAction(QStringLiteral("Edit tracker URL..."), this, [this, hash, urls] {
+    QAction *edit = menu->addAction(QCoreApplication::translate("TntDetailPane", "Edit tracker URL..."), this, [this, hash, urls] {
         m_commands.editTracker(hash, urls.value(0));
     });
     edit->setEnabled(urls.size() == 1);
-    QAction *copy = menu->addAction(QStringLiteral("Copy tracker URL"), this,
+    QAction *copy = menu->addAction(QCoreApplication::translate("TntDetailPane", "Copy tracker URL"), this,
                                     [urls] { QGuiApplication::clipboard()->setText(urls.join(u'\n')); });
     copy->setEnabled(!urls.isEmpty());
-    QAction *remove = menu->addAction(urls.size() > 1 ? QStringLiteral("Remove trackers") : QStringLiteral("Remove tracker"),
+    QAction *remove = menu->addAction(urls.size() > 1 ? QCoreApplication::translate("TntDetailPane", "Remove trackers") : QCoreApplication::translate("TntDetailPane", "Remove tracker"),
                                       this, [this, hash, urls] { detached(m_context.removeTrackers(hash, urls)); });
     remove->setEnabled(!urls.isEmpty());
     return menu;
@@ -383,15 +385,15 @@ QMenu *TntDetailPane::peerMenu()
     const QSet<QString> addresses = selectedPeerAddresses();
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(QStringLiteral("Add peers..."), this, [this, hash] { m_commands.addPeers({hash}); })
+    menu->addAction(QCoreApplication::translate("TntDetailPane", "Add peers..."), this, [this, hash] { m_commands.addPeers({hash}); })
         ->setEnabled(!hash.isEmpty());
-    QAction *copy = menu->addAction(QStringLiteral("Copy IP:port"), this, [addresses] {
+    QAction *copy = menu->addAction(QCoreApplication::translate("TntDetailPane", "Copy IP:port"), this, [addresses] {
         QStringList sorted = addresses.values();
         sorted.sort();
         QGuiApplication::clipboard()->setText(sorted.join(u'\n'));
     });
     copy->setEnabled(!addresses.isEmpty());
-    QAction *ban = menu->addAction(QStringLiteral("Ban peer permanently"), this,
+    QAction *ban = menu->addAction(QCoreApplication::translate("TntDetailPane", "Ban peer permanently"), this,
                                    [this, addresses] { m_commands.banPeers(addresses); });
     ban->setEnabled(!addresses.isEmpty());
     return menu;

@@ -15,6 +15,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QTabWidget>
 #include <QTest>
 #include <QToolBar>
 #include <QTranslator>
@@ -68,21 +69,24 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("titles");
         QTest::addColumn<QString>("forceStart");
         QTest::addColumn<QString>("progress"); // a column of the table
+        QTest::addColumn<QString>("general");  // a tab of the detail pane
         QTest::newRow("English: the texts themselves")
             << "en" << QStringList{u"File"_qs, u"Edit"_qs, u"View"_qs, u"Torrent"_qs, u"Server"_qs, u"Help"_qs}
-            << "Force start" << "Progress";
+            << "Force start" << "Progress" << "General";
         QTest::newRow("German")
             << "de_DE" << QStringList{u"Datei"_qs, u"Bearbeiten"_qs, u"Ansicht"_qs, u"Torrent"_qs, u"Server"_qs, u"Hilfe"_qs}
-            << "Start erzwingen" << "Fortschritt";
+            << "Start erzwingen" << "Fortschritt" << "Allgemein";
     }
 
-    // The window in the user's language, as it is at start: its menus and the table's columns.
+    // The window in the user's language, as it is at start: its menus, the table's columns, the
+    // detail pane.
     void bar()
     {
         QFETCH(QString, language);
         QFETCH(QStringList, titles);
         QFETCH(QString, forceStart);
         QFETCH(QString, progress);
+        QFETCH(QString, general);
         QCOMPARE(installTranslations(*QCoreApplication::instance(), QLocale(language)), language != u"en"_qs);
         m_window = std::make_unique<MainWindow>(*m_server->context);
         QStringList shown;
@@ -92,6 +96,7 @@ private Q_SLOTS:
         QVERIFY(QuilloTest::menuItem(*m_window->menuBar()->actions().at(3)->menu(), forceStart));
         const QAbstractItemModel &table = *m_window->findChild<TntTableView *>()->table()->model();
         QCOMPARE(table.headerData(TntTableModel::ProgressColumn, Qt::Horizontal).toString(), progress);
+        QCOMPARE(m_window->findChild<TntDetailPane *>()->tabs()->tabText(0), general);
         QVERIFY(MainMenus::aboutText().contains(QString::fromLatin1(qVersion())));
         QVERIFY(MainMenus::aboutText().contains(QCoreApplication::applicationVersion().isEmpty()
                                                     ? QStringLiteral("Quillo ")
