@@ -299,6 +299,240 @@
     </message>
 </context>
 <context>
+    <name>TntCommands</name>
+    <message>
+        <source>Are you sure you want to remove All torrents?</source>
+        <translation>Sollen wirklich alle Torrents entfernt werden?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to remove 1 torrent?</source>
+        <translation>Soll wirklich 1 Torrent entfernt werden?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to remove %1 torrents?</source>
+        <translation>Sollen wirklich %1 Torrents entfernt werden?</translation>
+    </message>
+    <message>
+        <source>This torrent will be deleted immediately. You can’t undo this action.</source>
+        <translation>Dieser Torrent wird sofort gelöscht. Das lässt sich nicht rückgängig machen.</translation>
+    </message>
+    <message>
+        <source>These torrents will be deleted immediately. You can’t undo this action.</source>
+        <translation>Diese Torrents werden sofort gelöscht. Das lässt sich nicht rückgängig machen.</translation>
+    </message>
+    <message>
+        <source>Remove from List</source>
+        <translation>Aus der Liste entfernen</translation>
+    </message>
+    <message>
+        <source>Remove Everywhere</source>
+        <translation>Überall entfernen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>New torrent location</source>
+        <translation>Neuer Speicherort des Torrents</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Location</source>
+        <translation>Speicherort</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>New name</source>
+        <translation>Neuer Name</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>List of peers to add (one Peer per line)</source>
+        <translation>Hinzuzufügende Peers (ein Peer pro Zeile)</translation>
+    </message>
+    <message>
+        <source>Format: IPv4:port / [IPv6]:port</source>
+        <translation>Format: IPv4:Port / [IPv6]:Port</translation>
+    </message>
+    <message>
+        <source>List of trackers to add (one per line)</source>
+        <translation>Hinzuzufügende Tracker (einer pro Zeile)</translation>
+    </message>
+    <message>
+        <source>Edit tracker URL</source>
+        <translation>Tracker-URL bearbeiten</translation>
+    </message>
+    <message>
+        <source>List of web seeds to add (one per line)</source>
+        <translation>Hinzuzufügende Webseeds (einer pro Zeile)</translation>
+    </message>
+    <message>
+        <source>Edit web seed URL</source>
+        <translation>Webseed-URL bearbeiten</translation>
+    </message>
+    <message>
+        <source>URL</source>
+        <translation>URL</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to permanently ban the selected peer?</source>
+        <translation>Soll der ausgewählte Peer wirklich dauerhaft gesperrt werden?</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to permanently ban the selected peers?</source>
+        <translation>Sollen die ausgewählten Peers wirklich dauerhaft gesperrt werden?</translation>
+    </message>
+    <message>
+        <source>Ban</source>
+        <translation>Sperren</translation>
+    </message>
+    <message>
+        <source>Limit</source>
+        <translation>Begrenzung</translation>
+    </message>
+    <message>
+        <source>Torrent Download Speed Limiting</source>
+        <translation>Downloadgeschwindigkeit des Torrents begrenzen</translation>
+    </message>
+    <message>
+        <source>Torrent Upload Speed Limiting</source>
+        <translation>Uploadgeschwindigkeit des Torrents begrenzen</translation>
+    </message>
+    <message>
+        <source>Global Download Speed Limit</source>
+        <translation>Globale Downloadbegrenzung</translation>
+    </message>
+    <message>
+        <source>Global Upload Speed Limit</source>
+        <translation>Globale Uploadbegrenzung</translation>
+    </message>
+    <message>
+        <source>Share Limits</source>
+        <translation>Verteilungsgrenzen</translation>
+    </message>
+    <message>
+        <source>Use global limit</source>
+        <translation>Globale Grenze verwenden</translation>
+    </message>
+    <message>
+        <source>Ratio</source>
+        <translation>Verhältnis</translation>
+    </message>
+    <message>
+        <source>Seeding time</source>
+        <translation>Verteilzeit</translation>
+    </message>
+    <message>
+        <source>Inactive seeding time</source>
+        <translation>Inaktive Verteilzeit</translation>
+    </message>
+    <message>
+        <source>Shut down &quot;%1&quot;?</source>
+        <translation>„%1“ herunterfahren?</translation>
+    </message>
+    <message>
+        <source>qBittorrent will quit on the server, and its torrents stop until it is started there again.</source>
+        <translation>qBittorrent wird auf dem Server beendet, und seine Torrents stehen still, bis es dort wieder gestartet wird.</translation>
+    </message>
+    <message>
+        <source>Shut Down</source>
+        <translation>Herunterfahren</translation>
+    </message>
+    <message>
+        <source>New category</source>
+        <translation>Neue Kategorie</translation>
+    </message>
+    <message>
+        <source>Create</source>
+        <translation>Erstellen</translation>
+    </message>
+    <message>
+        <source>Category</source>
+        <translation>Kategorie</translation>
+    </message>
+    <message>
+        <source>Save path</source>
+        <translation>Speicherpfad</translation>
+    </message>
+    <message>
+        <source>Edit category</source>
+        <translation>Kategorie bearbeiten</translation>
+    </message>
+    <message>
+        <source>New tags</source>
+        <translation>Neue Tags</translation>
+    </message>
+    <message>
+        <source>Tags separated by space</source>
+        <translation>Tags durch Leerzeichen getrennt</translation>
+    </message>
+</context>
+<context>
+    <name>TntContentModel</name>
+    <message>
+        <source>Do not download</source>
+        <translation>Nicht herunterladen</translation>
+    </message>
+    <message>
+        <source>Normal</source>
+        <translation>Normal</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>Hoch</translation>
+    </message>
+    <message>
+        <source>Maximum</source>
+        <translation>Maximal</translation>
+    </message>
+    <message>
+        <source>Mixed</source>
+        <translation>Gemischt</translation>
+    </message>
+    <message>
+        <source>N/A</source>
+        <translation>k. A.</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Priority</source>
+        <translation>Priorität</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Remaining</source>
+        <translation>Verbleibend</translation>
+    </message>
+    <message>
+        <source>Availability</source>
+        <translation>Verfügbarkeit</translation>
+    </message>
+</context>
+<context>
     <name>TntDetailPane</name>
     <message>
         <source>Time active</source>

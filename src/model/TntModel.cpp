@@ -23,7 +23,7 @@ QCollatorSortKey sortKeyOf(const QString &name)
     return collator.sortKey(name);
 }
 
-template<typename T, typename Incoming>
+template <typename T, typename Incoming>
 void take(T &field, const Incoming &incoming, TntModel::Field flag, TntModel::Fields &changed)
 {
     if (incoming && field != *incoming) {

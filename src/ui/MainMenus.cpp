@@ -45,8 +45,8 @@ QAction *MainMenus::showAction(Panel panel) const
 QString MainMenus::aboutText()
 {
     return tr("<h3>Quillo %1</h3><p>A desktop remote control for qBittorrent.</p>"
-                          "<p>Build %2, Qt %3</p><p>Licensed under the GNU General Public License, "
-                          "version 3 or later.</p>")
+              "<p>Build %2, Qt %3</p><p>Licensed under the GNU General Public License, "
+              "version 3 or later.</p>")
         .arg(QString::fromUtf16(AppInfo::version), QString::fromUtf16(AppInfo::buildNumber),
              QString::fromLatin1(qVersion()));
 }
@@ -149,8 +149,7 @@ void MainMenus::addHelpMenu()
     QMenu *help = m_parts.window->menuBar()->addMenu(tr("Help"));
     // Distribution packages leave updating to the package manager: their builds name no feed.
     if (!QStringView(AppInfo::releaseFeed).isEmpty()) {
-        connect(help->addAction(tr("Check for Updates")), &QAction::triggered, this,
-                &MainMenus::updateCheckRequested);
+        connect(help->addAction(tr("Check for Updates")), &QAction::triggered, this, &MainMenus::updateCheckRequested);
     }
     QAction *about = help->addAction(tr("About Quillo"));
     about->setMenuRole(QAction::AboutRole);

@@ -1,8 +1,8 @@
 #include "ui/SidebarView.h"
 
 #include "core/AppContext.h"
-#include "support/Detached.h"
 #include "support/CheckedMath.h"
+#include "support/Detached.h"
 #include "ui/SidebarIcons.h"
 #include "ui/TntActions.h"
 #include "ui/TntCommands.h"
@@ -76,8 +76,9 @@ public:
         title.state &= ~QStyle::State_HasFocus; // a focus frame around the title alone cuts the row in two
         QStyledItemDelegate::paint(painter, title, index);
 
-        const QRect badge(option.rect.right() - badgeWidth - 2, option.rect.center().y() - option.fontMetrics.height() / 2 - 1,
-                          badgeWidth, option.fontMetrics.height() + 2);
+        const QRect badge(option.rect.right() - badgeWidth - 2,
+                          option.rect.center().y() - option.fontMetrics.height() / 2 - 1, badgeWidth,
+                          option.fontMetrics.height() + 2);
         const bool selected = option.state & QStyle::State_Selected;
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
@@ -112,8 +113,8 @@ private:
     bool m_skeleton = false;
 };
 
-SidebarView::SidebarView(AppContext &context, NavigationContext &navigation, TntCommands &commands,
-                         TntActions &actions, QWidget *parent)
+SidebarView::SidebarView(AppContext &context, NavigationContext &navigation, TntCommands &commands, TntActions &actions,
+                         QWidget *parent)
     : QWidget(parent)
     , m_context(context)
     , m_navigation(navigation)

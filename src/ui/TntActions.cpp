@@ -3,9 +3,9 @@
 #include "core/AppContext.h"
 #include "support/Detached.h"
 #include "ui/ThemedIcon.h"
-#include "ui/TntExport.h"
 #include "ui/TntAddingFlow.h"
 #include "ui/TntCommands.h"
+#include "ui/TntExport.h"
 #include "ui/TntReveal.h"
 
 #include <QAction>
@@ -36,8 +36,8 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
         // Keys act on the selection, a menu on its own torrents: menus leave the keys out.
         action->setShortcutVisibleInContextMenu(false);
     };
-    onToolbar(add(Id::addFiles, tr("Add Torrent Files"), [&adding](bool) { adding.chooseFiles(); }),
-              "add_tnt_file", u"document-open", u"actions/open", QKeySequence::Open);
+    onToolbar(add(Id::addFiles, tr("Add Torrent Files"), [&adding](bool) { adding.chooseFiles(); }), "add_tnt_file",
+              u"document-open", u"actions/open", QKeySequence::Open);
     onToolbar(add(Id::addLinks, tr("Add Links"), [&adding](bool) { adding.enterLinks(); }), "add_tnt_link",
               u"insert-link", u"actions/link", QKeySequence(Qt::CTRL | Qt::Key_U));
     // Adding needs no selection: its keys act anywhere in the window.
@@ -55,30 +55,25 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
               u"media-playback-start", u"actions/start", QKeySequence(Qt::CTRL | Qt::Key_S));
     onToolbar(add(Id::stop, QString(), [this](bool) { m_commands.stop(targetSet()); }), "stop_tnt",
               u"media-playback-stop", u"sidebar/stop", QKeySequence(Qt::CTRL | Qt::Key_P));
-    onToolbar(add(Id::minimumPriority, tr("Minimum priority"),
-                  [this](bool) { detached(m_context.minimumPriority()); }),
+    onToolbar(add(Id::minimumPriority, tr("Minimum priority"), [this](bool) { detached(m_context.minimumPriority()); }),
               "min_tnt_prio", u"go-bottom", u"actions/bottom", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Minus));
-    onToolbar(add(Id::decreasePriority, tr("Decrease priority"),
-                  [this](bool) { detached(m_context.decreasePriority()); }),
-              "decrease_tnt_prio", u"go-down", u"sidebar/down", QKeySequence(Qt::CTRL | Qt::Key_Minus));
-    onToolbar(add(Id::increasePriority, tr("Increase priority"),
-                  [this](bool) { detached(m_context.increasePriority()); }),
-              "increase_tnt_prio", u"go-up", u"sidebar/up", QKeySequence(Qt::CTRL | Qt::Key_Plus));
-    onToolbar(add(Id::maximumPriority, tr("Maximum priority"),
-                  [this](bool) { detached(m_context.maximumPriority()); }),
+    onToolbar(
+        add(Id::decreasePriority, tr("Decrease priority"), [this](bool) { detached(m_context.decreasePriority()); }),
+        "decrease_tnt_prio", u"go-down", u"sidebar/down", QKeySequence(Qt::CTRL | Qt::Key_Minus));
+    onToolbar(
+        add(Id::increasePriority, tr("Increase priority"), [this](bool) { detached(m_context.increasePriority()); }),
+        "increase_tnt_prio", u"go-up", u"sidebar/up", QKeySequence(Qt::CTRL | Qt::Key_Plus));
+    onToolbar(add(Id::maximumPriority, tr("Maximum priority"), [this](bool) { detached(m_context.maximumPriority()); }),
               "max_tnt_prio", u"go-top", u"actions/top", QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Plus));
 
-    add(Id::forceStart, tr("Force start"),
-        [this](bool) { detached(m_context.setForceStart(targetSet(), true)); });
-    add(Id::reannounce, tr("Force reannounce"),
-        [this](bool) { detached(m_context.reannounceTnts(targetSet())); });
+    add(Id::forceStart, tr("Force start"), [this](bool) { detached(m_context.setForceStart(targetSet(), true)); });
+    add(Id::reannounce, tr("Force reannounce"), [this](bool) { detached(m_context.reannounceTnts(targetSet())); });
     add(Id::recheck, tr("Force recheck"), [this](bool) { detached(m_context.recheckTnts(targetSet())); });
     add(Id::rename, tr("Rename..."), [this](bool) { m_commands.rename(*targetSet().cbegin()); });
     add(Id::setLocation, tr("Set location..."), [this](bool) { m_commands.editLocation(targetSet()); });
     add(Id::exportTnt, tr("Export .torrent..."),
         [this](bool) { m_export->choose(targetList().value_or(QStringList())); });
-    add(Id::addTrackers, tr("Add trackers..."),
-        [this](bool) { m_commands.addTrackers(*targetSet().cbegin()); });
+    add(Id::addTrackers, tr("Add trackers..."), [this](bool) { m_commands.addTrackers(*targetSet().cbegin()); });
     add(Id::addPeers, tr("Add peers..."), [this](bool) { m_commands.addPeers(targetSet()); });
     using Direction = TransferLimits::Direction;
     add(Id::limitDownload, tr("Limit download rate..."),
@@ -264,8 +259,7 @@ void TntActions::fillCategoryMenu(const QList<const TntModel *> &tnts)
     for (const TntModel *tnt : tnts)
         current.insert(tnt->category());
     m_categoryMenu->clear();
-    m_categoryMenu->addAction(tr("Reset"), this,
-                              [this] { detached(m_context.setCategory(targetSet(), QString())); });
+    m_categoryMenu->addAction(tr("Reset"), this, [this] { detached(m_context.setCategory(targetSet(), QString())); });
     m_categoryMenu->addSeparator();
     for (const QString &name : m_context.categories().keys()) {
         QAction *choice =

@@ -6,6 +6,7 @@
 #include "ui/ShareLimitField.h"
 #include "ui/StatisticsWindow.h"
 
+#include <QCoreApplication>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -21,16 +22,19 @@ TntCommands::TntCommands(AppContext &context, QWidget *window)
 QString TntCommands::removeTitle(qsizetype count)
 {
     if (count == 0)
-        return QStringLiteral("Are you sure you want to remove All torrents?");
+        return QCoreApplication::translate("TntCommands", "Are you sure you want to remove All torrents?");
     if (count == 1)
-        return QStringLiteral("Are you sure you want to remove 1 torrent?");
-    return QStringLiteral("Are you sure you want to remove %1 torrents?").arg(count);
+        return QCoreApplication::translate("TntCommands", "Are you sure you want to remove 1 torrent?");
+    return QCoreApplication::translate("TntCommands", "Are you sure you want to remove %1 torrents?").arg(count);
 }
 
 QString TntCommands::removeMessage(qsizetype count)
 {
-    return count == 1 ? QStringLiteral("This torrent will be deleted immediately. You can’t undo this action.")
-                      : QStringLiteral("These torrents will be deleted immediately. You can’t undo this action.");
+    return count == 1
+               ? QCoreApplication::translate("TntCommands",
+                                             "This torrent will be deleted immediately. You can’t undo this action.")
+               : QCoreApplication::translate("TntCommands",
+                                             "These torrents will be deleted immediately. You can’t undo this action.");
 }
 
 void TntCommands::present(QDialog *sheet)
@@ -57,8 +61,8 @@ void TntCommands::remove(const QSet<QString> &hashes, Removal removal)
     // Every torrent of the server is always asked about, whatever the setting says.
     const bool everyTorrent = hashes.isEmpty();
     const bool withFiles = removal == Removal::withFiles;
-    if (!everyTorrent && !withFiles
-        && !m_context.settings().defaults().boolValue(UserDefaultsKey::confirmTntDeleting, true)) {
+    if (!everyTorrent && !withFiles &&
+        !m_context.settings().defaults().boolValue(UserDefaultsKey::confirmTntDeleting, true)) {
         detached(m_context.removeTnts(hashes, false));
         return;
     }
@@ -68,9 +72,12 @@ void TntCommands::remove(const QSet<QString> &hashes, Removal removal)
     alert->setInformativeText(removeMessage(hashes.size()));
     alert->setWindowModality(Qt::WindowModal);
     alert->setAttribute(Qt::WA_DeleteOnClose);
-    QPushButton *fromList = alert->addButton(QStringLiteral("Remove from List"), QMessageBox::AcceptRole);
-    QPushButton *everywhere = alert->addButton(QStringLiteral("Remove Everywhere"), QMessageBox::DestructiveRole);
-    QPushButton *cancel = alert->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+    QPushButton *fromList =
+        alert->addButton(QCoreApplication::translate("TntCommands", "Remove from List"), QMessageBox::AcceptRole);
+    QPushButton *everywhere =
+        alert->addButton(QCoreApplication::translate("TntCommands", "Remove Everywhere"), QMessageBox::DestructiveRole);
+    QPushButton *cancel =
+        alert->addButton(QCoreApplication::translate("TntCommands", "Cancel"), QMessageBox::RejectRole);
     // Return must never remove every torrent.
     alert->setDefaultButton(everyTorrent ? cancel : withFiles ? everywhere : fromList);
     connect(alert, &QMessageBox::finished, this, [this, alert, fromList, everywhere, hashes] {
@@ -82,7 +89,8 @@ void TntCommands::remove(const QSet<QString> &hashes, Removal removal)
 
 void TntCommands::editLocation(const QSet<QString> &hashes)
 {
-    auto *sheet = new EditorSheet(QStringLiteral("New torrent location"), QStringLiteral("Save"), m_window);
+    auto *sheet = new EditorSheet(QCoreApplication::translate("TntCommands", "New torrent location"),
+                                  QCoreApplication::translate("TntCommands", "Save"), m_window);
     sheet->setObjectName(QStringLiteral("locationEditor"));
     // One torrent, or several in one folder: start from where they are.
     QString current;
@@ -94,8 +102,8 @@ void TntCommands::editLocation(const QSet<QString> &hashes)
         }
         current = tnt->savePath();
     }
-    QLineEdit *location =
-        sheet->addFolderLine(QStringLiteral("Location"), QStringLiteral("/opt/etc/downloads/"), current);
+    QLineEdit *location = sheet->addFolderLine(QCoreApplication::translate("TntCommands", "Location"),
+                                               QStringLiteral("/opt/etc/downloads/"), current);
     connect(sheet, &QDialog::accepted, this,
             [this, hashes, location] { detached(m_context.setLocation(hashes, location->text().trimmed())); });
     present(sheet);
@@ -104,9 +112,11 @@ void TntCommands::editLocation(const QSet<QString> &hashes)
 void TntCommands::rename(const QString &hash)
 {
     const TntModel *tnt = m_context.tntCollection().find(hash);
-    auto *sheet = new EditorSheet(QString(), QStringLiteral("Rename"), m_window);
+    auto *sheet = new EditorSheet(QString(), QCoreApplication::translate("TntCommands", "Rename"), m_window);
     sheet->setObjectName(QStringLiteral("nameEditor"));
-    QLineEdit *name = sheet->addLine(QStringLiteral("Name"), QStringLiteral("New name"), tnt ? tnt->name() : QString());
+    QLineEdit *name =
+        sheet->addLine(QCoreApplication::translate("TntCommands", "Name"),
+                       QCoreApplication::translate("TntCommands", "New name"), tnt ? tnt->name() : QString());
     name->selectAll();
     connect(sheet, &QDialog::accepted, this,
             [this, hash, name] { detached(m_context.renameTnt(hash, name->text().trimmed())); });
@@ -115,10 +125,11 @@ void TntCommands::rename(const QString &hash)
 
 void TntCommands::addPeers(const QSet<QString> &hashes)
 {
-    auto *sheet = new EditorSheet(QString(), QStringLiteral("Add"), m_window);
+    auto *sheet = new EditorSheet(QString(), QCoreApplication::translate("TntCommands", "Add"), m_window);
     sheet->setObjectName(QStringLiteral("peersEditor"));
-    QPlainTextEdit *peers = sheet->addLines(QStringLiteral("List of peers to add (one Peer per line)"),
-                                            QStringLiteral("Format: IPv4:port / [IPv6]:port"));
+    QPlainTextEdit *peers =
+        sheet->addLines(QCoreApplication::translate("TntCommands", "List of peers to add (one Peer per line)"),
+                        QCoreApplication::translate("TntCommands", "Format: IPv4:port / [IPv6]:port"));
     connect(sheet, &QDialog::accepted, this, [this, hashes, peers] {
         detached(m_context.addPeers(hashes, EditorSheet::entries(peers->toPlainText())));
     });
@@ -127,34 +138,36 @@ void TntCommands::addPeers(const QSet<QString> &hashes)
 
 void TntCommands::addTrackers(const QString &hash)
 {
-    addUrls(QStringLiteral("trackersEditor"), QStringLiteral("List of trackers to add (one per line)"),
+    addUrls(QStringLiteral("trackersEditor"),
+            QCoreApplication::translate("TntCommands", "List of trackers to add (one per line)"),
             [this, hash](const QStringList &urls) { detached(m_context.addTrackers(hash, urls)); });
 }
 
 void TntCommands::editTracker(const QString &hash, const QString &url)
 {
-    editUrl(QStringLiteral("Edit tracker URL"), QStringLiteral("trackerEditor"),
+    editUrl(QCoreApplication::translate("TntCommands", "Edit tracker URL"), QStringLiteral("trackerEditor"),
             QStringLiteral("udp://tracker.example:1337/announce"), url,
             [this, hash, url](const QString &edited) { detached(m_context.editTracker(hash, url, edited)); });
 }
 
 void TntCommands::addWebSeeds(const QString &hash)
 {
-    addUrls(QStringLiteral("webSeedsEditor"), QStringLiteral("List of web seeds to add (one per line)"),
+    addUrls(QStringLiteral("webSeedsEditor"),
+            QCoreApplication::translate("TntCommands", "List of web seeds to add (one per line)"),
             [this, hash](const QStringList &urls) { detached(m_context.detailEdits().addWebSeeds(hash, urls)); });
 }
 
 void TntCommands::editWebSeed(const QString &hash, const QString &url)
 {
-    editUrl(QStringLiteral("Edit web seed URL"), QStringLiteral("webSeedEditor"), QStringLiteral("https://seed.example/files/"),
-            url, [this, hash, url](const QString &edited) {
+    editUrl(QCoreApplication::translate("TntCommands", "Edit web seed URL"), QStringLiteral("webSeedEditor"),
+            QStringLiteral("https://seed.example/files/"), url, [this, hash, url](const QString &edited) {
                 detached(m_context.detailEdits().editWebSeed(hash, url, edited));
             });
 }
 
 void TntCommands::addUrls(const QString &name, const QString &prompt, const std::function<void(QStringList)> &add)
 {
-    auto *sheet = new EditorSheet(QString(), QStringLiteral("Add"), m_window);
+    auto *sheet = new EditorSheet(QString(), QCoreApplication::translate("TntCommands", "Add"), m_window);
     sheet->setObjectName(name);
     QPlainTextEdit *urls = sheet->addLines(prompt, QString());
     connect(sheet, &QDialog::accepted, this, [urls, add] { add(EditorSheet::entries(urls->toPlainText())); });
@@ -164,9 +177,9 @@ void TntCommands::addUrls(const QString &name, const QString &prompt, const std:
 void TntCommands::editUrl(const QString &title, const QString &name, const QString &placeholder, const QString &url,
                           const std::function<void(QString)> &save)
 {
-    auto *sheet = new EditorSheet(title, QStringLiteral("Save"), m_window);
+    auto *sheet = new EditorSheet(title, QCoreApplication::translate("TntCommands", "Save"), m_window);
     sheet->setObjectName(name);
-    QLineEdit *field = sheet->addLine(QStringLiteral("URL"), placeholder, url);
+    QLineEdit *field = sheet->addLine(QCoreApplication::translate("TntCommands", "URL"), placeholder, url);
     connect(sheet, &QDialog::accepted, this, [url, field, save] {
         const QString edited = field->text().trimmed();
         if (edited != url)
@@ -179,9 +192,11 @@ void TntCommands::banPeers(const QSet<QString> &addresses)
 {
     if (addresses.isEmpty())
         return;
-    const QString title = addresses.size() == 1
-                              ? QStringLiteral("Are you sure you want to permanently ban the selected peer?")
-                              : QStringLiteral("Are you sure you want to permanently ban the selected peers?");
+    const QString title =
+        addresses.size() == 1
+            ? QCoreApplication::translate("TntCommands", "Are you sure you want to permanently ban the selected peer?")
+            : QCoreApplication::translate("TntCommands",
+                                          "Are you sure you want to permanently ban the selected peers?");
     auto *alert = new QMessageBox(QMessageBox::Warning, title, title, QMessageBox::NoButton, m_window);
     alert->setObjectName(QStringLiteral("banConfirmation"));
     QStringList listed = addresses.values();
@@ -189,8 +204,10 @@ void TntCommands::banPeers(const QSet<QString> &addresses)
     alert->setInformativeText(listed.join(u'\n'));
     alert->setWindowModality(Qt::WindowModal);
     alert->setAttribute(Qt::WA_DeleteOnClose);
-    QPushButton *ban = alert->addButton(QStringLiteral("Ban"), QMessageBox::DestructiveRole);
-    alert->setDefaultButton(alert->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole));
+    QPushButton *ban =
+        alert->addButton(QCoreApplication::translate("TntCommands", "Ban"), QMessageBox::DestructiveRole);
+    alert->setDefaultButton(
+        alert->addButton(QCoreApplication::translate("TntCommands", "Cancel"), QMessageBox::RejectRole));
     connect(alert, &QMessageBox::finished, this, [this, alert, ban, addresses] {
         if (alert->clickedButton() == ban)
             detached(m_context.banPeers(addresses));
@@ -215,12 +232,11 @@ QCoro::Task<> fillLimit(QPointer<QSpinBox> field, QCoro::Task<std::optional<qint
 void TntCommands::editLimit(const QString &title, QCoro::Task<std::optional<qint64>> reading,
                             std::function<void(qint64)> save)
 {
-    auto *sheet = new EditorSheet(title, QStringLiteral("Save"), m_window);
+    auto *sheet = new EditorSheet(title, QCoreApplication::translate("TntCommands", "Save"), m_window);
     sheet->setObjectName(QStringLiteral("limitEditor"));
-    QSpinBox *field = sheet->addRate(QStringLiteral("Limit"));
+    QSpinBox *field = sheet->addRate(QCoreApplication::translate("TntCommands", "Limit"));
     field->setEnabled(false); // until the server says what it is
-    connect(sheet, &QDialog::accepted, this,
-            [field, save = std::move(save)] { save(qint64(field->value()) * 1024); });
+    connect(sheet, &QDialog::accepted, this, [field, save = std::move(save)] { save(qint64(field->value()) * 1024); });
     present(sheet);
     detached(fillLimit(field, std::move(reading)));
 }
@@ -231,7 +247,8 @@ void TntCommands::limitRate(const QSet<QString> &hashes, TransferLimits::Directi
         return;
     const bool down = direction == TransferLimits::Direction::down;
     TransferLimits &limits = m_context.limits();
-    editLimit(down ? QStringLiteral("Torrent Download Speed Limiting") : QStringLiteral("Torrent Upload Speed Limiting"),
+    editLimit(down ? QCoreApplication::translate("TntCommands", "Torrent Download Speed Limiting")
+                   : QCoreApplication::translate("TntCommands", "Torrent Upload Speed Limiting"),
               limits.tntLimit(hashes.values(), direction), [&limits, hashes, direction](qint64 limit) {
                   detached(limits.setTntLimit(TntTargets::only(hashes), direction, limit));
               });
@@ -241,7 +258,8 @@ void TntCommands::limitGlobalRate(TransferLimits::Direction direction)
 {
     const bool down = direction == TransferLimits::Direction::down;
     TransferLimits &limits = m_context.limits();
-    editLimit(down ? QStringLiteral("Global Download Speed Limit") : QStringLiteral("Global Upload Speed Limit"),
+    editLimit(down ? QCoreApplication::translate("TntCommands", "Global Download Speed Limit")
+                   : QCoreApplication::translate("TntCommands", "Global Upload Speed Limit"),
               limits.globalLimit(direction),
               [&limits, direction](qint64 limit) { detached(limits.setGlobalLimit(direction, limit)); });
 }
@@ -250,17 +268,18 @@ void TntCommands::limitShare(const QSet<QString> &hashes)
 {
     if (hashes.isEmpty())
         return;
-    auto *sheet = new EditorSheet(QStringLiteral("Share Limits"), QStringLiteral("Save"), m_window);
+    auto *sheet = new EditorSheet(QCoreApplication::translate("TntCommands", "Share Limits"),
+                                  QCoreApplication::translate("TntCommands", "Save"), m_window);
     sheet->setObjectName(QStringLiteral("shareLimitEditor"));
-    const QString global = QStringLiteral("Use global limit");
+    const QString global = QCoreApplication::translate("TntCommands", "Use global limit");
     auto *ratio = new ShareLimitField(ShareLimitField::Kind::ratio, QStringLiteral("ratio"), global, sheet);
     auto *seeding = new ShareLimitField(ShareLimitField::Kind::minutes, QStringLiteral("seedingTime"), global, sheet);
     auto *inactive =
         new ShareLimitField(ShareLimitField::Kind::minutes, QStringLiteral("inactiveSeedingTime"), global, sheet);
-    sheet->addRow(QStringLiteral("Ratio"), ratio);
-    sheet->addRow(QStringLiteral("Seeding time"), seeding);
+    sheet->addRow(QCoreApplication::translate("TntCommands", "Ratio"), ratio);
+    sheet->addRow(QCoreApplication::translate("TntCommands", "Seeding time"), seeding);
     if (m_context.serverFeatures().limitsInactiveSeedingTime())
-        sheet->addRow(QStringLiteral("Inactive seeding time"), inactive);
+        sheet->addRow(QCoreApplication::translate("TntCommands", "Inactive seeding time"), inactive);
     else
         inactive->hide();
     // What every one of them has; the server's own setting where they differ.
@@ -296,15 +315,18 @@ QDialog *TntCommands::showStatistics()
 void TntCommands::shutDownServer()
 {
     const QString name = m_context.clientConfiguration() ? m_context.clientConfiguration()->name : QString();
-    const QString title = QStringLiteral("Shut down \"%1\"?").arg(name);
+    const QString title = QCoreApplication::translate("TntCommands", "Shut down \"%1\"?").arg(name);
     auto *alert = new QMessageBox(QMessageBox::Warning, title, title, QMessageBox::NoButton, m_window);
     alert->setObjectName(QStringLiteral("shutDownConfirmation"));
-    alert->setInformativeText(QStringLiteral("qBittorrent will quit on the server, and its torrents stop until it is "
-                                             "started there again."));
+    alert->setInformativeText(QCoreApplication::translate(
+        "TntCommands", "qBittorrent will quit on the server, and its torrents stop until it is "
+                       "started there again."));
     alert->setWindowModality(Qt::WindowModal);
     alert->setAttribute(Qt::WA_DeleteOnClose);
-    QPushButton *shutDown = alert->addButton(QStringLiteral("Shut Down"), QMessageBox::DestructiveRole);
-    alert->setDefaultButton(alert->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole));
+    QPushButton *shutDown =
+        alert->addButton(QCoreApplication::translate("TntCommands", "Shut Down"), QMessageBox::DestructiveRole);
+    alert->setDefaultButton(
+        alert->addButton(QCoreApplication::translate("TntCommands", "Cancel"), QMessageBox::RejectRole));
     connect(alert, &QMessageBox::finished, this, [this, alert, shutDown] {
         if (alert->clickedButton() == shutDown)
             detached(m_context.shutDownServer());
@@ -314,10 +336,13 @@ void TntCommands::shutDownServer()
 
 void TntCommands::createCategory()
 {
-    auto *sheet = new EditorSheet(QStringLiteral("New category"), QStringLiteral("Create"), m_window);
+    auto *sheet = new EditorSheet(QCoreApplication::translate("TntCommands", "New category"),
+                                  QCoreApplication::translate("TntCommands", "Create"), m_window);
     sheet->setObjectName(QStringLiteral("categoryEditor"));
-    QLineEdit *name = sheet->addLine(QStringLiteral("Name"), QStringLiteral("Category"));
-    QLineEdit *savePath = sheet->addLine(QStringLiteral("Save path"), QStringLiteral("/opt/etc/downloads/"), {}, false);
+    QLineEdit *name = sheet->addLine(QCoreApplication::translate("TntCommands", "Name"),
+                                     QCoreApplication::translate("TntCommands", "Category"));
+    QLineEdit *savePath = sheet->addLine(QCoreApplication::translate("TntCommands", "Save path"),
+                                         QStringLiteral("/opt/etc/downloads/"), {}, false);
     connect(sheet, &QDialog::accepted, this, [this, name, savePath] {
         detached(m_context.createCategory(name->text().trimmed(), savePath->text().trimmed()));
     });
@@ -326,12 +351,13 @@ void TntCommands::createCategory()
 
 void TntCommands::editCategory(const QString &name, const QString &savePath)
 {
-    auto *sheet = new EditorSheet(QStringLiteral("Edit category"), QStringLiteral("Save"), m_window);
+    auto *sheet = new EditorSheet(QCoreApplication::translate("TntCommands", "Edit category"),
+                                  QCoreApplication::translate("TntCommands", "Save"), m_window);
     sheet->setObjectName(QStringLiteral("categoryEditor"));
     // The server finds the category by its name, so the name is not editable here.
-    sheet->addLine(QStringLiteral("Name"), QString(), name)->setReadOnly(true);
-    QLineEdit *path =
-        sheet->addLine(QStringLiteral("Save path"), QStringLiteral("/opt/etc/downloads/"), savePath, false);
+    sheet->addLine(QCoreApplication::translate("TntCommands", "Name"), QString(), name)->setReadOnly(true);
+    QLineEdit *path = sheet->addLine(QCoreApplication::translate("TntCommands", "Save path"),
+                                     QStringLiteral("/opt/etc/downloads/"), savePath, false);
     // Servers up to 5.1 answer 409 to an edit that changes nothing.
     connect(sheet, &QDialog::accepted, this, [this, name, savePath, path] {
         if (const QString edited = path->text().trimmed(); edited != savePath)
@@ -344,10 +370,11 @@ namespace {
 
 EditorSheet *tagEditor(QWidget *window, QLineEdit *&field)
 {
-    auto *sheet = new EditorSheet(QStringLiteral("New tags"), QStringLiteral("Add"), window);
+    auto *sheet = new EditorSheet(QCoreApplication::translate("TntCommands", "New tags"),
+                                  QCoreApplication::translate("TntCommands", "Add"), window);
     sheet->setObjectName(QStringLiteral("tagEditor"));
     field = sheet->addLine(QString(), QStringLiteral("tag1 tag2 tag3 ..."));
-    sheet->addHint(QStringLiteral("Tags separated by space"));
+    sheet->addHint(QCoreApplication::translate("TntCommands", "Tags separated by space"));
     return sheet;
 }
 

@@ -3,6 +3,8 @@
 #include "api/TntState.h"
 #include "ui/TntTableModel.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <map>
 
@@ -38,8 +40,8 @@ void preorder(const FileTreeBuilder::Nodes &nodes, std::vector<TntFileNode *> &f
 
 bool sameValues(const TntFileNode &a, const TntFileNode &b)
 {
-    return a.size == b.size && a.progress == b.progress && a.priority == b.priority
-        && a.availability == b.availability && a.remaining == b.remaining;
+    return a.size == b.size && a.progress == b.progress && a.priority == b.priority &&
+           a.availability == b.availability && a.remaining == b.remaining;
 }
 
 } // namespace
@@ -47,24 +49,22 @@ bool sameValues(const TntFileNode &a, const TntFileNode &b)
 QString TntContentModel::priorityTitle(int priority)
 {
     switch (priority) {
-    case TntContentModel::skipped: return QStringLiteral("Do not download");
-    case TntContentModel::normal: return QStringLiteral("Normal");
-    case TntContentModel::high: return QStringLiteral("High");
-    case TntContentModel::maximal: return QStringLiteral("Maximum");
-    default: return QStringLiteral("Mixed");
+    case TntContentModel::skipped: return QCoreApplication::translate("TntContentModel", "Do not download");
+    case TntContentModel::normal: return QCoreApplication::translate("TntContentModel", "Normal");
+    case TntContentModel::high: return QCoreApplication::translate("TntContentModel", "High");
+    case TntContentModel::maximal: return QCoreApplication::translate("TntContentModel", "Maximum");
+    default: return QCoreApplication::translate("TntContentModel", "Mixed");
     }
 }
 
 TntContentModel::TntContentModel(QObject *parent)
     : TntContentModel(Mode::adding, parent)
-{
-}
+{}
 
 TntContentModel::TntContentModel(Mode mode, QObject *parent)
     : QAbstractItemModel(parent)
     , m_mode(mode)
-{
-}
+{}
 
 void TntContentModel::setNodes(FileTreeBuilder::Nodes nodes)
 {
@@ -84,11 +84,11 @@ void TntContentModel::refreshNodes(FileTreeBuilder::Nodes nodes)
     flat.reserve(m_entries.size());
     preorder(nodes, flat);
     const bool sameContent =
-        flat.size() == m_entries.size()
-        && std::equal(flat.cbegin(), flat.cend(), m_entries.cbegin(), [](const TntFileNode *now, const Entry &entry) {
-               return now->path == entry.node->path && now->index == entry.node->index
-                   && now->children.has_value() == entry.node->children.has_value();
-           });
+        flat.size() == m_entries.size() &&
+        std::equal(flat.cbegin(), flat.cend(), m_entries.cbegin(), [](const TntFileNode *now, const Entry &entry) {
+            return now->path == entry.node->path && now->index == entry.node->index &&
+                   now->children.has_value() == entry.node->children.has_value();
+        });
     if (!sameContent) {
         setNodes(std::move(nodes));
         return;
@@ -124,8 +124,8 @@ void TntContentModel::refreshNodes(FileTreeBuilder::Nodes nodes)
         if (!changed[at])
             continue;
         const Entry &entry = m_entries[at];
-        if (first != none && (entry.parent != m_entries[std::size_t(last)].parent
-                              || entry.row != m_entries[std::size_t(last)].row + 1))
+        if (first != none &&
+            (entry.parent != m_entries[std::size_t(last)].parent || entry.row != m_entries[std::size_t(last)].row + 1))
             flush();
         if (first == none)
             first = qsizetype(at);
@@ -208,7 +208,8 @@ TntContentModel::Priority TntContentModel::shownPriority(const Entry &entry) con
     const auto present = [](qint64 count) { return count > 0; };
     if (std::count_if(entry.counts.cbegin(), entry.counts.cend(), present) != 1)
         return Priority(-1);
-    return classes[std::size_t(std::find_if(entry.counts.cbegin(), entry.counts.cend(), present) - entry.counts.cbegin())];
+    return classes[std::size_t(std::find_if(entry.counts.cbegin(), entry.counts.cend(), present) -
+                               entry.counts.cbegin())];
 }
 
 void TntContentModel::setFile(qsizetype file, bool checked, Priority chosen)
@@ -226,8 +227,7 @@ void TntContentModel::setFile(qsizetype file, bool checked, Priority chosen)
     }
 }
 
-template<typename Visit>
-void TntContentModel::forEachFile(qsizetype entry, const Visit &visit)
+template <typename Visit> void TntContentModel::forEachFile(qsizetype entry, const Visit &visit)
 {
     const Entry &current = m_entries[std::size_t(entry)];
     if (!current.node->children) {
@@ -238,8 +238,7 @@ void TntContentModel::forEachFile(qsizetype entry, const Visit &visit)
         forEachFile(child, visit);
 }
 
-template<typename Edit>
-void TntContentModel::editFiles(const std::vector<qsizetype> &entries, const Edit &edit)
+template <typename Edit> void TntContentModel::editFiles(const std::vector<qsizetype> &entries, const Edit &edit)
 {
     std::map<int, QSet<int>> edited;
     for (const qsizetype entry : entries) {
@@ -347,7 +346,9 @@ QVariant TntContentModel::data(const QModelIndex &index, int role) const
     case priorityColumn: return priorityTitle(shownPriority(entry));
     case progressColumn: return TntFormat::percent(entry.node->progress);
     case remainingColumn: return TntFormat::size(entry.node->remaining);
-    case availabilityColumn: return entry.node->availability < 0 ? QStringLiteral("N/A") : TntFormat::percent(entry.node->availability);
+    case availabilityColumn:
+        return entry.node->availability < 0 ? QCoreApplication::translate("TntContentModel", "N/A")
+                                            : TntFormat::percent(entry.node->availability);
     default: return {};
     }
 }
@@ -379,12 +380,12 @@ QVariant TntContentModel::headerData(int section, Qt::Orientation orientation, i
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
     switch (section) {
-    case nameColumn: return QStringLiteral("Name");
-    case sizeColumn: return QStringLiteral("Size");
-    case priorityColumn: return QStringLiteral("Priority");
-    case progressColumn: return QStringLiteral("Progress");
-    case remainingColumn: return QStringLiteral("Remaining");
-    case availabilityColumn: return QStringLiteral("Availability");
+    case nameColumn: return QCoreApplication::translate("TntContentModel", "Name");
+    case sizeColumn: return QCoreApplication::translate("TntContentModel", "Size");
+    case priorityColumn: return QCoreApplication::translate("TntContentModel", "Priority");
+    case progressColumn: return QCoreApplication::translate("TntContentModel", "Progress");
+    case remainingColumn: return QCoreApplication::translate("TntContentModel", "Remaining");
+    case availabilityColumn: return QCoreApplication::translate("TntContentModel", "Availability");
     default: return {};
     }
 }

@@ -1,8 +1,8 @@
 #include "ui/TntDetailPane.h"
 
 #include "core/AppContext.h"
-#include "support/Detached.h"
 #include "settings/UserDefaults.h"
+#include "support/Detached.h"
 #include "ui/AlternateRows.h"
 #include "ui/ColumnState.h"
 #include "ui/LinkedText.h"
@@ -41,17 +41,34 @@ constexpr Tab tabOrder[] = {Tab::general, Tab::trackers, Tab::peers, Tab::httpSo
 
 // English: they name the fields in generalText(); the labels show them translated.
 const QStringList transferTitles{
-    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Time active")),    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "ETA")),            QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Connections")),
-    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Downloaded")),     QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Uploaded")),       QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Seeds")),
-    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Download speed")), QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Upload speed")),   QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Peers")),
-    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Download limit")), QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Upload limit")),   QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Wasted")),
-    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Share ratio")),    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Reannounce in")),  QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Last seen complete")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Time active")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "ETA")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Connections")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Downloaded")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Uploaded")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Seeds")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Download speed")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Upload speed")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Peers")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Download limit")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Upload limit")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Wasted")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Share ratio")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Reannounce in")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Last seen complete")),
 };
 const QStringList informationTitles{
-    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Total size")),   QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Added on")),     QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Completed on")),
-    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Created on")),   QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Created by")),   QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Pieces")),
-    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Availability")), QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Info hash v1")), QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Info hash v2")),
-    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Save path")),    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Comment")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Total size")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Added on")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Completed on")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Created on")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Created by")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Pieces")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Availability")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Info hash v1")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Info hash v2")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Save path")),
+    QStringLiteral(QT_TRANSLATE_NOOP("TntDetailPane", "Comment")),
 };
 
 QString shownRate(qint64 rate)
@@ -77,19 +94,22 @@ QStringList generalValues(const API::SGenericProperties &p, double availability)
         return QStringLiteral("%1 (%2 %3)").arg(value).arg(total).arg(word);
     };
     const auto bytes = [](qint64 all, qint64 session) {
-        return QCoreApplication::translate("TntDetailPane", "%1 (%2 this session)").arg(TntFormat::size(all), TntFormat::size(session));
+        return QCoreApplication::translate("TntDetailPane", "%1 (%2 this session)")
+            .arg(TntFormat::size(all), TntFormat::size(session));
     };
     const auto rate = [](qint64 now, qint64 average) {
         return QCoreApplication::translate("TntDetailPane", "%1 (%2 avg.)").arg(shownRate(now), shownRate(average));
     };
     QString active = TntFormat::duration(p.timeElapsed);
     if (p.seedingTime > 0)
-        active += QCoreApplication::translate("TntDetailPane", " (seeded for %1)").arg(TntFormat::duration(p.seedingTime));
+        active +=
+            QCoreApplication::translate("TntDetailPane", " (seeded for %1)").arg(TntFormat::duration(p.seedingTime));
     return {
         active,
         TntFormat::eta(p.eta),
-        p.nbConnectionsLimit > 0 ? withTotal(p.nbConnections, p.nbConnectionsLimit, QCoreApplication::translate("TntDetailPane", "max"))
-                                 : QString::number(p.nbConnections),
+        p.nbConnectionsLimit > 0
+            ? withTotal(p.nbConnections, p.nbConnectionsLimit, QCoreApplication::translate("TntDetailPane", "max"))
+            : QString::number(p.nbConnections),
         bytes(p.totalDownloaded, p.totalDownloadedSession),
         bytes(p.totalUploaded, p.totalUploadedSession),
         withTotal(p.seeds, p.seedsTotal, QCoreApplication::translate("TntDetailPane", "total")),
@@ -107,7 +127,10 @@ QStringList generalValues(const API::SGenericProperties &p, double availability)
         date(p.completionDate),
         date(p.creationDate),
         p.createdBy,
-        QCoreApplication::translate("TntDetailPane", "%1 x %2 (have %3)").arg(p.piecesNum).arg(TntFormat::size(p.pieceSize)).arg(p.piecesHave),
+        QCoreApplication::translate("TntDetailPane", "%1 x %2 (have %3)")
+            .arg(p.piecesNum)
+            .arg(TntFormat::size(p.pieceSize))
+            .arg(p.piecesHave),
         availability < 0 ? QCoreApplication::translate("TntDetailPane", "N/A") : QString::number(availability, 'f', 3),
         p.infohashV1,
         p.infohashV2.value_or(QCoreApplication::translate("TntDetailPane", "N/A")),
@@ -187,14 +210,16 @@ TntDetailPane::TntDetailPane(AppContext &context, TntCommands &commands, QWidget
     m_tabs->addTab(makeTrackersTab(), QCoreApplication::translate("TntDetailPane", "Trackers"));
     m_tabs->addTab(makePeersTab(), QCoreApplication::translate("TntDetailPane", "Peers"));
     m_tabs->addTab(m_httpSources, QCoreApplication::translate("TntDetailPane", "HTTP Sources"));
-    m_tabs->addTab(new TntContentTab(context, m_content, m_tabs), QCoreApplication::translate("TntDetailPane", "Content"));
+    m_tabs->addTab(new TntContentTab(context, m_content, m_tabs),
+                   QCoreApplication::translate("TntDetailPane", "Content"));
     m_tabs->addTab(new TntSpeedPage(context.tntDetails().rates(), context.transferRates(), m_tabs),
                    QCoreApplication::translate("TntDetailPane", "Speed"));
 
     TntDetailContext &details = context.tntDetails();
     UserDefaults &defaults = context.settings().defaults();
     const Tab remembered = TntDetailContext::tabNamed(defaults.stringValue(UserDefaultsKey::selectedTntDetailTab));
-    m_tabs->setCurrentIndex(static_cast<int>(std::find(std::begin(tabOrder), std::end(tabOrder), remembered) - std::begin(tabOrder)));
+    m_tabs->setCurrentIndex(
+        static_cast<int>(std::find(std::begin(tabOrder), std::end(tabOrder), remembered) - std::begin(tabOrder)));
     details.setTab(remembered);
     connect(m_tabs, &QTabWidget::currentChanged, this, [&details, &defaults](int index) {
         const Tab tab = tabOrder[index];
@@ -231,8 +256,10 @@ QWidget *TntDetailPane::makeGeneralTab()
     m_piecesBar = new PiecesBar(page);
     pieces->addWidget(m_piecesBar, 1);
     layout->addLayout(pieces);
-    layout->addWidget(fieldGroup(QCoreApplication::translate("TntDetailPane", "Transfer"), transferTitles, 3, m_generalFields, page));
-    layout->addWidget(fieldGroup(QCoreApplication::translate("TntDetailPane", "Information"), informationTitles, 1, m_generalFields, page));
+    layout->addWidget(
+        fieldGroup(QCoreApplication::translate("TntDetailPane", "Transfer"), transferTitles, 3, m_generalFields, page));
+    layout->addWidget(fieldGroup(QCoreApplication::translate("TntDetailPane", "Information"), informationTitles, 1,
+                                 m_generalFields, page));
     layout->addStretch();
     QLabel *comment = m_generalFields.last().second;
     comment->setTextFormat(Qt::RichText);
@@ -295,7 +322,9 @@ void TntDetailPane::showTarget()
         m_pages->setCurrentWidget(m_tabs);
         return;
     }
-    m_empty->setText(selected == 0 ? QCoreApplication::translate("TntDetailPane", "No torrent selected") : QCoreApplication::translate("TntDetailPane", "%1 torrents selected").arg(selected));
+    m_empty->setText(selected == 0
+                         ? QCoreApplication::translate("TntDetailPane", "No torrent selected")
+                         : QCoreApplication::translate("TntDetailPane", "%1 torrents selected").arg(selected));
     m_pages->setCurrentWidget(m_empty);
 }
 
@@ -304,8 +333,8 @@ void TntDetailPane::showGeneral()
     const TntDetailContext &details = m_context.tntDetails();
     const auto &properties = details.properties();
     const TntModel *tnt = m_context.tntCollection().find(details.hash());
-    const QStringList values = properties ? generalValues(properties->values(), tnt ? tnt->availability() : -1)
-                                          : QStringList();
+    const QStringList values =
+        properties ? generalValues(properties->values(), tnt ? tnt->availability() : -1) : QStringList();
     for (qsizetype at = 0; at < m_generalFields.size(); ++at)
         m_generalFields[at].second->setText(values.value(at));
 }
@@ -364,16 +393,17 @@ QMenu *TntDetailPane::trackerMenu()
     const QStringList urls = selectedTrackerUrls();
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(QCoreApplication::translate("TntDetailPane", "Add trackers..."), this, [this, hash] { m_commands.addTrackers(hash); })
+    menu->addAction(QCoreApplication::translate("TntDetailPane", "Add trackers..."), this,
+                    [this, hash] { m_commands.addTrackers(hash); })
         ->setEnabled(!hash.isEmpty());
-    QAction *edit = menu->addAction(QCoreApplication::translate("TntDetailPane", "Edit tracker URL..."), this, [this, hash, urls] {
-        m_commands.editTracker(hash, urls.value(0));
-    });
+    QAction *edit = menu->addAction(QCoreApplication::translate("TntDetailPane", "Edit tracker URL..."), this,
+                                    [this, hash, urls] { m_commands.editTracker(hash, urls.value(0)); });
     edit->setEnabled(urls.size() == 1);
     QAction *copy = menu->addAction(QCoreApplication::translate("TntDetailPane", "Copy tracker URL"), this,
                                     [urls] { QGuiApplication::clipboard()->setText(urls.join(u'\n')); });
     copy->setEnabled(!urls.isEmpty());
-    QAction *remove = menu->addAction(urls.size() > 1 ? QCoreApplication::translate("TntDetailPane", "Remove trackers") : QCoreApplication::translate("TntDetailPane", "Remove tracker"),
+    QAction *remove = menu->addAction(urls.size() > 1 ? QCoreApplication::translate("TntDetailPane", "Remove trackers")
+                                                      : QCoreApplication::translate("TntDetailPane", "Remove tracker"),
                                       this, [this, hash, urls] { detached(m_context.removeTrackers(hash, urls)); });
     remove->setEnabled(!urls.isEmpty());
     return menu;
@@ -385,7 +415,8 @@ QMenu *TntDetailPane::peerMenu()
     const QSet<QString> addresses = selectedPeerAddresses();
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(QCoreApplication::translate("TntDetailPane", "Add peers..."), this, [this, hash] { m_commands.addPeers({hash}); })
+    menu->addAction(QCoreApplication::translate("TntDetailPane", "Add peers..."), this,
+                    [this, hash] { m_commands.addPeers({hash}); })
         ->setEnabled(!hash.isEmpty());
     QAction *copy = menu->addAction(QCoreApplication::translate("TntDetailPane", "Copy IP:port"), this, [addresses] {
         QStringList sorted = addresses.values();

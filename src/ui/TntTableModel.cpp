@@ -75,8 +75,7 @@ QString date(const QDateTime &when)
 TntTableModel::TntTableModel(TntCollection &collection, QObject *parent)
     : KeyedRowsTableModel(collection, ColumnCount, parent)
     , m_collection(collection)
-{
-}
+{}
 
 QString TntTableModel::columnIdentifier(Column column)
 {
@@ -117,9 +116,9 @@ QVariant TntTableModel::headerData(int section, Qt::Orientation orientation, int
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= ColumnCount)
         return {};
     static const char *const titles[ColumnCount] = {
-        QT_TR_NOOP("Name"),     QT_TR_NOOP("Size"),         QT_TR_NOOP("Progress"),      QT_TR_NOOP("Status"),
-        QT_TR_NOOP("Down Speed"), QT_TR_NOOP("Up Speed"),   QT_TR_NOOP("Seeds"),         QT_TR_NOOP("Peers"),
-        QT_TR_NOOP("ETA"),      QT_TR_NOOP("Ratio"),        QT_TR_NOOP("Added on"),      QT_TR_NOOP("Completed On"),
+        QT_TR_NOOP("Name"),          QT_TR_NOOP("Size"),     QT_TR_NOOP("Progress"), QT_TR_NOOP("Status"),
+        QT_TR_NOOP("Down Speed"),    QT_TR_NOOP("Up Speed"), QT_TR_NOOP("Seeds"),    QT_TR_NOOP("Peers"),
+        QT_TR_NOOP("ETA"),           QT_TR_NOOP("Ratio"),    QT_TR_NOOP("Added on"), QT_TR_NOOP("Completed On"),
         QT_TR_NOOP("Seen Complete"), QT_TR_NOOP("Category"), QT_TR_NOOP("Tags"),
     };
     return tr(titles[section]);

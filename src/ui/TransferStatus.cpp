@@ -8,11 +8,11 @@
 #include "ui/TntTableModel.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QToolButton>
-#include <QCoreApplication>
 #include <QToolTip>
 
 namespace {
