@@ -2,6 +2,191 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>AddTntOptionsForm</name>
+    <message>
+        <source>Keep incomplete torrents in</source>
+        <translation>Unvollständige Torrents speichern in</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>Manual</source>
+        <translation>Manuell</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <translation>Automatisch</translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation>Original</translation>
+    </message>
+    <message>
+        <source>Create subfolder</source>
+        <translation>Unterordner erstellen</translation>
+    </message>
+    <message>
+        <source>Don&apos;t create subfolder</source>
+        <translation>Keinen Unterordner erstellen</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source>Metadata received</source>
+        <translation>Metadaten empfangen</translation>
+    </message>
+    <message>
+        <source>Files checked</source>
+        <translation>Dateien überprüft</translation>
+    </message>
+    <message>
+        <source>Start torrent</source>
+        <translation>Torrent starten</translation>
+    </message>
+    <message>
+        <source>Add to top of queue</source>
+        <translation>An den Anfang der Warteschlange</translation>
+    </message>
+    <message>
+        <source>Skip hash check</source>
+        <translation>Prüfsummenkontrolle überspringen</translation>
+    </message>
+    <message>
+        <source>Download in sequential order</source>
+        <translation>Der Reihe nach herunterladen</translation>
+    </message>
+    <message>
+        <source>Download first and last pieces first</source>
+        <translation>Erste und letzte Teile zuerst laden</translation>
+    </message>
+    <message>
+        <source>Save at</source>
+        <translation>Speichern unter</translation>
+    </message>
+    <message>
+        <source>Category</source>
+        <translation>Kategorie</translation>
+    </message>
+    <message>
+        <source>Tags</source>
+        <translation>Tags</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Torrent management</source>
+        <translation>Torrent-Management</translation>
+    </message>
+    <message>
+        <source>Content layout</source>
+        <translation>Inhaltslayout</translation>
+    </message>
+    <message>
+        <source>Stop condition</source>
+        <translation>Stoppbedingung</translation>
+    </message>
+    <message>
+        <source>Download limit</source>
+        <translation>Downloadbegrenzung</translation>
+    </message>
+    <message>
+        <source>Upload limit</source>
+        <translation>Uploadbegrenzung</translation>
+    </message>
+    <message>
+        <source>Ratio limit</source>
+        <translation>Verhältnisgrenze</translation>
+    </message>
+    <message>
+        <source>Seeding time limit</source>
+        <translation>Verteilzeitgrenze</translation>
+    </message>
+</context>
+<context>
+    <name>AddTntWindow</name>
+    <message>
+        <source>Try Again</source>
+        <translation>Erneut versuchen</translation>
+    </message>
+    <message>
+        <source>Add Torrent</source>
+        <translation>Torrent hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Name:</source>
+        <translation>Name:</translation>
+    </message>
+    <message>
+        <source>Size:</source>
+        <translation>Größe:</translation>
+    </message>
+    <message>
+        <source>Info hash:</source>
+        <translation>Info-Hash:</translation>
+    </message>
+    <message>
+        <source>Comment:</source>
+        <translation>Kommentar:</translation>
+    </message>
+    <message>
+        <source>Created by:</source>
+        <translation>Erstellt von:</translation>
+    </message>
+    <message>
+        <source>Created on:</source>
+        <translation>Erstellt am:</translation>
+    </message>
+    <message>
+        <source>Private:</source>
+        <translation>Privat:</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>Listing %L1 files…</source>
+        <translation>%L1 Dateien werden aufgelistet…</translation>
+    </message>
+    <message>
+        <source>Failed to get the default save path: %1</source>
+        <translation>Der Standard-Speicherpfad konnte nicht gelesen werden: %1</translation>
+    </message>
+</context>
+<context>
+    <name>LinksDialog</name>
+    <message>
+        <source>Add Links</source>
+        <translation>Links hinzufügen</translation>
+    </message>
+    <message>
+        <source>Magnet links, links to .torrent files or info-hashes, one per line</source>
+        <translation>Magnet-Links, Links zu .torrent-Dateien oder Info-Hashes, einer pro Zeile</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Not a link or info-hash: %1</source>
+        <translation>Kein Link und kein Info-Hash: %1</translation>
+    </message>
+</context>
+<context>
     <name>MainMenus</name>
     <message>
         <source>&lt;h3&gt;Quillo %1&lt;/h3&gt;&lt;p&gt;A desktop remote control for qBittorrent.&lt;/p&gt;&lt;p&gt;Build %2, Qt %3&lt;/p&gt;&lt;p&gt;Licensed under the GNU General Public License, version 3 or later.&lt;/p&gt;</source>
@@ -70,6 +255,29 @@
     <message>
         <source>About Quillo</source>
         <translation>Über Quillo</translation>
+    </message>
+</context>
+<context>
+    <name>MetadataFetchStatus</name>
+    <message>
+        <source>Stop</source>
+        <translation>Stoppen</translation>
+    </message>
+    <message>
+        <source>Add the torrent without choosing its files</source>
+        <translation>Den Torrent hinzufügen, ohne seine Dateien auszuwählen</translation>
+    </message>
+    <message>
+        <source>Metadata not fetched: the torrent is added with all its files.</source>
+        <translation>Metadaten nicht geladen: Der Torrent wird mit allen Dateien hinzugefügt.</translation>
+    </message>
+    <message>
+        <source>Fetching metadata… %1:%2</source>
+        <translation>Metadaten werden geladen… %1:%2</translation>
+    </message>
+    <message>
+        <source>Failed to fetch metadata: %1</source>
+        <translation>Metadaten konnten nicht geladen werden: %1</translation>
     </message>
 </context>
 <context>
@@ -296,6 +504,37 @@
     <message>
         <source>Add tags...</source>
         <translation>Tags hinzufügen...</translation>
+    </message>
+</context>
+<context>
+    <name>TntAddingFlow</name>
+    <message>
+        <source>Add Torrent Files</source>
+        <translation>Torrent-Dateien hinzufügen</translation>
+    </message>
+    <message>
+        <source>Torrent files (*.torrent)</source>
+        <translation>Torrent-Dateien (*.torrent)</translation>
+    </message>
+    <message>
+        <source>Failed to add torrent!</source>
+        <translation>Torrent konnte nicht hinzugefügt werden!</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a valid torrent file.</source>
+        <translation>„%1“ ist keine gültige Torrent-Datei.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Adding Torrents</source>
+        <translation>Torrents werden hinzugefügt</translation>
+    </message>
+    <message>
+        <source>Adding torrent %1 of %2…</source>
+        <translation>Torrent %1 von %2 wird hinzugefügt…</translation>
     </message>
 </context>
 <context>

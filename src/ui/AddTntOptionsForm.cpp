@@ -5,6 +5,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -35,8 +36,7 @@ QSpinBox *rateLimit(QWidget *parent)
     return box;
 }
 
-template<typename Value>
-std::optional<Value> choice(const QComboBox *box, const QList<Value> &values)
+template <typename Value> std::optional<Value> choice(const QComboBox *box, const QList<Value> &values)
 {
     const int index = box->currentIndex() - 1; // 0 is "Default"
     if (index < 0 || index >= values.size())
@@ -49,29 +49,39 @@ std::optional<Value> choice(const QComboBox *box, const QList<Value> &values)
 AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName, QWidget *parent)
     : QWidget(parent)
     , m_savePath(new QLineEdit(this))
-    , m_useDownloadPath(new QCheckBox(QStringLiteral("Keep incomplete torrents in"), this))
+    , m_useDownloadPath(
+          new QCheckBox(QCoreApplication::translate("AddTntOptionsForm", "Keep incomplete torrents in"), this))
     , m_downloadPath(new QLineEdit(this))
     , m_category(new QComboBox(this))
     , m_tags(new QListWidget(this))
     , m_rename(new QLineEdit(this))
-    , m_management(choices({QStringLiteral("Default"), QStringLiteral("Manual"), QStringLiteral("Automatic")}, this))
-    , m_contentLayout(choices({QStringLiteral("Default"), QStringLiteral("Original"), QStringLiteral("Create subfolder"),
-                               QStringLiteral("Don't create subfolder")},
+    , m_management(choices({QCoreApplication::translate("AddTntOptionsForm", "Default"),
+                            QCoreApplication::translate("AddTntOptionsForm", "Manual"),
+                            QCoreApplication::translate("AddTntOptionsForm", "Automatic")},
+                           this))
+    , m_contentLayout(choices({QCoreApplication::translate("AddTntOptionsForm", "Default"),
+                               QCoreApplication::translate("AddTntOptionsForm", "Original"),
+                               QCoreApplication::translate("AddTntOptionsForm", "Create subfolder"),
+                               QCoreApplication::translate("AddTntOptionsForm", "Don't create subfolder")},
                               this))
-    , m_stopCondition(choices({QStringLiteral("Default"), QStringLiteral("None"), QStringLiteral("Metadata received"),
-                               QStringLiteral("Files checked")},
+    , m_stopCondition(choices({QCoreApplication::translate("AddTntOptionsForm", "Default"),
+                               QCoreApplication::translate("AddTntOptionsForm", "None"),
+                               QCoreApplication::translate("AddTntOptionsForm", "Metadata received"),
+                               QCoreApplication::translate("AddTntOptionsForm", "Files checked")},
                               this))
-    , m_start(new QCheckBox(QStringLiteral("Start torrent"), this))
-    , m_topOfQueue(new QCheckBox(QStringLiteral("Add to top of queue"), this))
-    , m_skipChecking(new QCheckBox(QStringLiteral("Skip hash check"), this))
-    , m_sequential(new QCheckBox(QStringLiteral("Download in sequential order"), this))
-    , m_firstLastPiece(new QCheckBox(QStringLiteral("Download first and last pieces first"), this))
+    , m_start(new QCheckBox(QCoreApplication::translate("AddTntOptionsForm", "Start torrent"), this))
+    , m_topOfQueue(new QCheckBox(QCoreApplication::translate("AddTntOptionsForm", "Add to top of queue"), this))
+    , m_skipChecking(new QCheckBox(QCoreApplication::translate("AddTntOptionsForm", "Skip hash check"), this))
+    , m_sequential(
+          new QCheckBox(QCoreApplication::translate("AddTntOptionsForm", "Download in sequential order"), this))
+    , m_firstLastPiece(
+          new QCheckBox(QCoreApplication::translate("AddTntOptionsForm", "Download first and last pieces first"), this))
     , m_dlLimit(rateLimit(this))
     , m_upLimit(rateLimit(this))
     , m_ratioLimit(new ShareLimitField(ShareLimitField::Kind::ratio, QStringLiteral("ratioLimit"),
-                                       QStringLiteral("Default"), this))
+                                       QCoreApplication::translate("AddTntOptionsForm", "Default"), this))
     , m_seedingTimeLimit(new ShareLimitField(ShareLimitField::Kind::minutes, QStringLiteral("seedingTimeLimit"),
-                                             QStringLiteral("Default"), this))
+                                             QCoreApplication::translate("AddTntOptionsForm", "Default"), this))
 {
     const UserDefaults &defaults = context.settings().defaults();
     m_savePath->setObjectName(QStringLiteral("savePath"));
@@ -87,7 +97,8 @@ AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName
 
     m_tags->setObjectName(QStringLiteral("tags"));
     m_tags->setMaximumHeight(96);
-    const QStringList preselected = defaults.stringValue(UserDefaultsKey::tagsForNewTnt).split(u',', Qt::SkipEmptyParts);
+    const QStringList preselected =
+        defaults.stringValue(UserDefaultsKey::tagsForNewTnt).split(u',', Qt::SkipEmptyParts);
     for (const QString &tag : context.tags()) {
         auto *item = new QListWidgetItem(tag, m_tags);
         item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
@@ -101,29 +112,34 @@ AddTntOptionsForm::AddTntOptionsForm(AppContext &context, const QString &tntName
     m_start->setObjectName(QStringLiteral("start"));
     m_start->setChecked(true);
 
-    const QList<std::pair<QWidget *, const char *>> named{
-        {m_management, "management"},     {m_contentLayout, "contentLayout"}, {m_stopCondition, "stopCondition"},
-        {m_topOfQueue, "topOfQueue"},     {m_skipChecking, "skipChecking"},   {m_sequential, "sequential"},
-        {m_firstLastPiece, "firstLastPiece"}, {m_dlLimit, "dlLimit"},         {m_upLimit, "upLimit"}};
+    const QList<std::pair<QWidget *, const char *>> named{{m_management, "management"},
+                                                          {m_contentLayout, "contentLayout"},
+                                                          {m_stopCondition, "stopCondition"},
+                                                          {m_topOfQueue, "topOfQueue"},
+                                                          {m_skipChecking, "skipChecking"},
+                                                          {m_sequential, "sequential"},
+                                                          {m_firstLastPiece, "firstLastPiece"},
+                                                          {m_dlLimit, "dlLimit"},
+                                                          {m_upLimit, "upLimit"}};
     for (const auto &[widget, name] : named)
         widget->setObjectName(QString::fromLatin1(name));
 
     auto *form = new QFormLayout(this);
     form->setContentsMargins(0, 0, 0, 0);
-    form->addRow(QStringLiteral("Save at"), m_savePath);
+    form->addRow(QCoreApplication::translate("AddTntOptionsForm", "Save at"), m_savePath);
     form->addRow(m_useDownloadPath, m_downloadPath);
-    form->addRow(QStringLiteral("Category"), m_category);
-    form->addRow(QStringLiteral("Tags"), m_tags);
-    form->addRow(QStringLiteral("Rename"), m_rename);
-    form->addRow(QStringLiteral("Torrent management"), m_management);
-    form->addRow(QStringLiteral("Content layout"), m_contentLayout);
-    form->addRow(QStringLiteral("Stop condition"), m_stopCondition);
+    form->addRow(QCoreApplication::translate("AddTntOptionsForm", "Category"), m_category);
+    form->addRow(QCoreApplication::translate("AddTntOptionsForm", "Tags"), m_tags);
+    form->addRow(QCoreApplication::translate("AddTntOptionsForm", "Rename"), m_rename);
+    form->addRow(QCoreApplication::translate("AddTntOptionsForm", "Torrent management"), m_management);
+    form->addRow(QCoreApplication::translate("AddTntOptionsForm", "Content layout"), m_contentLayout);
+    form->addRow(QCoreApplication::translate("AddTntOptionsForm", "Stop condition"), m_stopCondition);
     for (QCheckBox *box : {m_start, m_topOfQueue, m_skipChecking, m_sequential, m_firstLastPiece})
         form->addRow(box);
-    form->addRow(QStringLiteral("Download limit"), m_dlLimit);
-    form->addRow(QStringLiteral("Upload limit"), m_upLimit);
-    form->addRow(QStringLiteral("Ratio limit"), m_ratioLimit);
-    form->addRow(QStringLiteral("Seeding time limit"), m_seedingTimeLimit);
+    form->addRow(QCoreApplication::translate("AddTntOptionsForm", "Download limit"), m_dlLimit);
+    form->addRow(QCoreApplication::translate("AddTntOptionsForm", "Upload limit"), m_upLimit);
+    form->addRow(QCoreApplication::translate("AddTntOptionsForm", "Ratio limit"), m_ratioLimit);
+    form->addRow(QCoreApplication::translate("AddTntOptionsForm", "Seeding time limit"), m_seedingTimeLimit);
 }
 
 void AddTntOptionsForm::setSavePath(const QString &path)
@@ -161,8 +177,8 @@ API::TntAddingOptions AddTntOptionsForm::options() const
     options.rename = text(m_rename->text());
     options.autoTMM = choice(m_management, QList<bool>{false, true});
     options.contentLayout = choice(m_contentLayout, QList<API::TntContentLayout>{API::TntContentLayout::original,
-                                                                                API::TntContentLayout::subfolder,
-                                                                                API::TntContentLayout::noSubfolder});
+                                                                                 API::TntContentLayout::subfolder,
+                                                                                 API::TntContentLayout::noSubfolder});
     options.stopCondition = choice(m_stopCondition, QList<API::TntStopCondition>{API::TntStopCondition::none,
                                                                                  API::TntStopCondition::metaReceived,
                                                                                  API::TntStopCondition::filesChecked});

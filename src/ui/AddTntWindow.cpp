@@ -10,6 +10,7 @@
 #include "ui/MetadataFetchStatus.h"
 #include "ui/TntContentTree.h"
 
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -36,8 +37,8 @@ QList<API::File> filesOf(const TntMetadata &metadata)
     }
     files.reserve(info.files.size());
     for (qsizetype index = 0; index < info.files.size(); ++index)
-        files.append(API::File{.index = index, .name = info.files[index].path, .size = info.files[index].length,
-                               .priority = 1});
+        files.append(
+            API::File{.index = index, .name = info.files[index].path, .size = info.files[index].length, .priority = 1});
     return files;
 }
 
@@ -76,14 +77,14 @@ AddTntWindow::AddTntWindow(AppContext &context, QString source, std::optional<Tn
     , m_status(new QLabel(this))
     , m_savePathFailure(new QWidget(this))
     , m_savePathError(new QLabel(m_savePathFailure))
-    , m_retrySavePath(new QPushButton(QStringLiteral("Try Again"), m_savePathFailure))
+    , m_retrySavePath(new QPushButton(QCoreApplication::translate("AddTntWindow", "Try Again"), m_savePathFailure))
     , m_hasMetadata(m_isTntFile)
 {
-    setWindowTitle(QStringLiteral("Add Torrent"));
+    setWindowTitle(QCoreApplication::translate("AddTntWindow", "Add Torrent"));
     resize(900, 640);
 
     auto *buttons = new QDialogButtonBox(this);
-    m_add = buttons->addButton(QStringLiteral("Add"), QDialogButtonBox::AcceptRole);
+    m_add = buttons->addButton(QCoreApplication::translate("AddTntWindow", "Add"), QDialogButtonBox::AcceptRole);
     m_add->setDefault(true);
     m_add->setEnabled(!m_isTntFile);
     buttons->addButton(QDialogButtonBox::Cancel);
@@ -149,10 +150,13 @@ QWidget *AddTntWindow::makePreview()
     auto *form = new QFormLayout(preview);
     form->setContentsMargins(0, 0, 0, 0);
     const QList<std::pair<QString, const char *>> rows{
-        {QStringLiteral("Name:"), "name"},          {QStringLiteral("Size:"), "size"},
-        {QStringLiteral("Info hash:"), "hash"},     {QStringLiteral("Comment:"), "comment"},
-        {QStringLiteral("Created by:"), "createdBy"}, {QStringLiteral("Created on:"), "creationDate"},
-        {QStringLiteral("Private:"), "private"}};
+        {QCoreApplication::translate("AddTntWindow", "Name:"), "name"},
+        {QCoreApplication::translate("AddTntWindow", "Size:"), "size"},
+        {QCoreApplication::translate("AddTntWindow", "Info hash:"), "hash"},
+        {QCoreApplication::translate("AddTntWindow", "Comment:"), "comment"},
+        {QCoreApplication::translate("AddTntWindow", "Created by:"), "createdBy"},
+        {QCoreApplication::translate("AddTntWindow", "Created on:"), "creationDate"},
+        {QCoreApplication::translate("AddTntWindow", "Private:"), "private"}};
     for (const auto &[title, name] : rows) {
         QLabel *label = value(QString(), name, preview);
         m_values.insert(label->objectName(), label);
@@ -174,7 +178,8 @@ void AddTntWindow::showPreview()
     show("comment", m.comment);
     show("createdBy", m.createdBy);
     show("creationDate", locale.toString(m.creationDate.toDateTime().toLocalTime(), QLocale::LongFormat));
-    show("private", m.info && m.info->isPrivate ? QStringLiteral("Yes") : QStringLiteral("No"));
+    show("private", m.info && m.info->isPrivate ? QCoreApplication::translate("AddTntWindow", "Yes")
+                                                : QCoreApplication::translate("AddTntWindow", "No"));
 }
 
 QString AddTntWindow::tntHash() const
@@ -190,8 +195,8 @@ QList<int> AddTntWindow::filePriorities() const
 {
     if (!m_treeReady)
         return {};
-    return m_tree->contentModel()->filePriorities(m_metadata.info && !m_metadata.info->files.isEmpty() ? m_metadata.info->files.size()
-                                                                                        : 1);
+    return m_tree->contentModel()->filePriorities(
+        m_metadata.info && !m_metadata.info->files.isEmpty() ? m_metadata.info->files.size() : 1);
 }
 
 QCoro::Task<> AddTntWindow::buildTree()
@@ -201,7 +206,7 @@ QCoro::Task<> AddTntWindow::buildTree()
     // A tree of many thousand files takes a moment to build: say why the list is still empty.
     constexpr qsizetype manyFiles = 2000;
     if (files.size() >= manyFiles) {
-        m_status->setText(QStringLiteral("Listing %L1 files…").arg(files.size()));
+        m_status->setText(QCoreApplication::translate("AddTntWindow", "Listing %L1 files…").arg(files.size()));
         m_status->show();
     }
     QCoro::Task<FileTreeBuilder::Nodes> building = m_builder.build(std::move(files));
@@ -238,7 +243,8 @@ QCoro::Task<> AddTntWindow::loadDefaultSavePath()
         co_return;
     if (failure) {
         // Without it the server's own default applies; the user may type a path or try again.
-        m_savePathError->setText(QStringLiteral("Failed to get the default save path: %1").arg(*failure));
+        m_savePathError->setText(
+            QCoreApplication::translate("AddTntWindow", "Failed to get the default save path: %1").arg(*failure));
         m_savePathFailure->show();
         co_return;
     }

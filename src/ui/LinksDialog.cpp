@@ -2,6 +2,7 @@
 
 #include "adding/TntLinks.h"
 
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -13,13 +14,15 @@ LinksDialog::LinksDialog(const QString &text, QWidget *parent)
     , m_text(new QPlainTextEdit(this))
     , m_problem(new QLabel(this))
 {
-    setWindowTitle(QStringLiteral("Add Links"));
+    setWindowTitle(QCoreApplication::translate("LinksDialog", "Add Links"));
     resize(560, 320);
-    auto *prompt = new QLabel(QStringLiteral("Magnet links, links to .torrent files or info-hashes, one per line"), this);
+    auto *prompt = new QLabel(QCoreApplication::translate(
+                                  "LinksDialog", "Magnet links, links to .torrent files or info-hashes, one per line"),
+                              this);
     m_problem->setObjectName(QStringLiteral("problem"));
     m_problem->setWordWrap(true);
     auto *buttons = new QDialogButtonBox(this);
-    m_add = buttons->addButton(QStringLiteral("Add"), QDialogButtonBox::AcceptRole);
+    m_add = buttons->addButton(QCoreApplication::translate("LinksDialog", "Add"), QDialogButtonBox::AcceptRole);
     buttons->addButton(QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -42,7 +45,9 @@ QStringList LinksDialog::urls() const
 void LinksDialog::check()
 {
     const TntLinks links = TntLinks::parse(m_text->toPlainText());
-    m_problem->setText(links.rejected.isEmpty() ? QString()
-                                                : QStringLiteral("Not a link or info-hash: %1").arg(links.rejected.first()));
+    m_problem->setText(
+        links.rejected.isEmpty()
+            ? QString()
+            : QCoreApplication::translate("LinksDialog", "Not a link or info-hash: %1").arg(links.rejected.first()));
     m_add->setEnabled(!links.urls.isEmpty() && links.rejected.isEmpty());
 }

@@ -3,6 +3,7 @@
 #include "core/TntMetadataFetch.h"
 #include "support/Detached.h"
 
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -12,12 +13,13 @@ MetadataFetchStatus::MetadataFetchStatus(AppContext &context, QString magnet, QW
     , m_context(context)
     , m_magnet(std::move(magnet))
     , m_text(new QLabel(this))
-    , m_stop(new QPushButton(QStringLiteral("Stop"), this))
+    , m_stop(new QPushButton(QCoreApplication::translate("MetadataFetchStatus", "Stop"), this))
 {
     m_text->setObjectName(QStringLiteral("fetchStatus"));
     m_text->setWordWrap(true);
     m_stop->setObjectName(QStringLiteral("stopFetching"));
-    m_stop->setToolTip(QStringLiteral("Add the torrent without choosing its files"));
+    m_stop->setToolTip(
+        QCoreApplication::translate("MetadataFetchStatus", "Add the torrent without choosing its files"));
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_text, 1);
@@ -25,7 +27,8 @@ MetadataFetchStatus::MetadataFetchStatus(AppContext &context, QString magnet, QW
     m_tick.setInterval(std::chrono::seconds(1));
     connect(&m_tick, &QTimer::timeout, this, &MetadataFetchStatus::showElapsed);
     connect(m_stop, &QPushButton::clicked, this, [this] {
-        end(QStringLiteral("Metadata not fetched: the torrent is added with all its files."));
+        end(QCoreApplication::translate("MetadataFetchStatus",
+                                        "Metadata not fetched: the torrent is added with all its files."));
     });
 }
 
@@ -42,7 +45,9 @@ void MetadataFetchStatus::start()
 void MetadataFetchStatus::showElapsed()
 {
     const qint64 seconds = m_elapsed.elapsed() / 1000;
-    m_text->setText(QStringLiteral("Fetching metadata… %1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0')));
+    m_text->setText(QCoreApplication::translate("MetadataFetchStatus", "Fetching metadata… %1:%2")
+                        .arg(seconds / 60)
+                        .arg(seconds % 60, 2, 10, QLatin1Char('0')));
 }
 
 void MetadataFetchStatus::end(const QString &text)
@@ -63,7 +68,8 @@ QCoro::Task<> MetadataFetchStatus::fetch()
         metadata = co_await std::move(fetching);
     } catch (const std::exception &error) {
         if (self && m_fetching)
-            end(QStringLiteral("Failed to fetch metadata: %1").arg(QString::fromUtf8(error.what())));
+            end(QCoreApplication::translate("MetadataFetchStatus", "Failed to fetch metadata: %1")
+                    .arg(QString::fromUtf8(error.what())));
         co_return;
     }
     if (!self || !m_fetching || !metadata)

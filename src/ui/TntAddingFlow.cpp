@@ -8,6 +8,7 @@
 #include "ui/AddTntWindow.h"
 #include "ui/LinksDialog.h"
 
+#include <QCoreApplication>
 #include <QCoroFuture>
 #include <QDir>
 #include <QFile>
@@ -89,8 +90,9 @@ void TntAddingFlow::openPending()
 
 void TntAddingFlow::chooseFiles()
 {
-    auto *dialog = new QFileDialog(m_window, QStringLiteral("Add Torrent Files"), QString(),
-                                   QStringLiteral("Torrent files (*.torrent)"));
+    auto *dialog =
+        new QFileDialog(m_window, QCoreApplication::translate("TntAddingFlow", "Add Torrent Files"), QString(),
+                        QCoreApplication::translate("TntAddingFlow", "Torrent files (*.torrent)"));
     dialog->setObjectName(QStringLiteral("tntFileDialog"));
     dialog->setFileMode(QFileDialog::ExistingFiles);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
@@ -130,9 +132,11 @@ QCoro::Task<> TntAddingFlow::openFile(QString path)
         co_return;
     const std::optional<TntMetadata> &metadata = read.metadata;
     if (!metadata) {
-        auto *alert = new QMessageBox(QMessageBox::Warning, QStringLiteral("Failed to add torrent!"),
-                                      QStringLiteral("\"%1\" is not a valid torrent file.").arg(QFileInfo(path).fileName()),
-                                      QMessageBox::Ok, m_window);
+        auto *alert = new QMessageBox(
+            QMessageBox::Warning, QCoreApplication::translate("TntAddingFlow", "Failed to add torrent!"),
+            QCoreApplication::translate("TntAddingFlow", "\"%1\" is not a valid torrent file.")
+                .arg(QFileInfo(path).fileName()),
+            QMessageBox::Ok, m_window);
         alert->setObjectName(QStringLiteral("invalidTntFile"));
         alert->setInformativeText(read.refusal);
         alert->setAttribute(Qt::WA_DeleteOnClose);
@@ -154,13 +158,14 @@ QCoro::Task<> TntAddingFlow::addFiles(QStringList paths)
     // One at a time, so that Cancel has something left to spare; the dialog only for a batch that
     // takes a while.
     const QPointer<TntAddingFlow> self(this);
-    const QPointer<QProgressDialog> progress =
-        new QProgressDialog(QString(), QStringLiteral("Cancel"), 0, int(paths.size()), m_window);
+    const QPointer<QProgressDialog> progress = new QProgressDialog(
+        QString(), QCoreApplication::translate("TntAddingFlow", "Cancel"), 0, int(paths.size()), m_window);
     progress->setObjectName(QStringLiteral("addingProgress"));
-    progress->setWindowTitle(QStringLiteral("Adding Torrents"));
+    progress->setWindowTitle(QCoreApplication::translate("TntAddingFlow", "Adding Torrents"));
     progress->setMinimumDuration(1000);
     for (qsizetype i = 0; i < paths.size() && self && progress && !progress->wasCanceled(); ++i) {
-        progress->setLabelText(QStringLiteral("Adding torrent %1 of %2…").arg(i + 1).arg(paths.size()));
+        progress->setLabelText(
+            QCoreApplication::translate("TntAddingFlow", "Adding torrent %1 of %2…").arg(i + 1).arg(paths.size()));
         QCoro::Task<> opening = openFile(paths[i]);
         co_await std::move(opening);
         if (progress)
@@ -192,12 +197,12 @@ void TntAddingFlow::openWindow(const QString &source, const std::optional<TntMet
             options.tnts = QStringList{window->source()};
         else
             options.urls = QStringList{window->source()};
-        detached(addTnt(std::move(options), window->optionsForm()->startsTnt(), window->tntHash(), window->filePriorities(),
-                        window->isTntFile() ? window->source() : QString()));
+        detached(addTnt(std::move(options), window->optionsForm()->startsTnt(), window->tntHash(),
+                        window->filePriorities(), window->isTntFile() ? window->source() : QString()));
     });
     connect(window, &QDialog::rejected, this, [this, window] {
-        if (window->isTntFile() && m_context.settings().autoDeleteTntFile()
-            && m_context.settings().deleteTntFileOnAdditionCanceled())
+        if (window->isTntFile() && m_context.settings().autoDeleteTntFile() &&
+            m_context.settings().deleteTntFileOnAdditionCanceled())
             trash(window->source());
     });
     window->show();
@@ -222,8 +227,8 @@ void TntAddingFlow::trash(const QString &path) const
         qCWarning(lcAddingFlow, "Failed to move %s to the trash", qUtf8Printable(path));
 }
 
-QCoro::Task<> TntAddingFlow::addTnt(API::TntAddingOptions options, bool start, QString hash,
-                                    QList<int> filePriorities, QString tntFile)
+QCoro::Task<> TntAddingFlow::addTnt(API::TntAddingOptions options, bool start, QString hash, QList<int> filePriorities,
+                                    QString tntFile)
 {
     const QPointer<TntAddingFlow> self(this);
     ++m_additionsUnderWay;
