@@ -187,6 +187,45 @@
     </message>
 </context>
 <context>
+    <name>LoginPrompt</name>
+    <message>
+        <source>Enter your credentials</source>
+        <translation>Zugangsdaten eingeben</translation>
+    </message>
+    <message>
+        <source>Login automatically</source>
+        <translation>Automatisch anmelden</translation>
+    </message>
+    <message>
+        <source>Login</source>
+        <translation>Anmeldung</translation>
+    </message>
+    <message>
+        <source>Username</source>
+        <translation>Benutzername</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>API Key</source>
+        <translation>API-Schlüssel</translation>
+    </message>
+    <message>
+        <source>If you enable the Login automatically option, credentials will be safely stored in the keychain. This allows you to connect to %1 without entering credentials on any device.</source>
+        <translation>Mit „Automatisch anmelden“ werden die Zugangsdaten sicher im Schlüsselbund gespeichert. So verbindet sich Quillo mit %1, ohne dass die Zugangsdaten erneut eingegeben werden müssen.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Log In</source>
+        <translation>Anmelden</translation>
+    </message>
+</context>
+<context>
     <name>MainMenus</name>
     <message>
         <source>&lt;h3&gt;Quillo %1&lt;/h3&gt;&lt;p&gt;A desktop remote control for qBittorrent.&lt;/p&gt;&lt;p&gt;Build %2, Qt %3&lt;/p&gt;&lt;p&gt;Licensed under the GNU General Public License, version 3 or later.&lt;/p&gt;</source>
@@ -281,6 +320,84 @@
     </message>
 </context>
 <context>
+    <name>ReconnectionOverlay</name>
+    <message>
+        <source>An unknown error has occurred</source>
+        <translation>Ein unbekannter Fehler ist aufgetreten</translation>
+    </message>
+    <message>
+        <source>Automatic reconnection stopped</source>
+        <translation>Automatische Wiederverbindung angehalten</translation>
+    </message>
+    <message>
+        <source>Reconnecting in %1 s</source>
+        <translation>Neue Verbindung in %1 s</translation>
+    </message>
+    <message>
+        <source>Reconnecting…</source>
+        <translation>Verbinde erneut…</translation>
+    </message>
+    <message>
+        <source>Reconnect now</source>
+        <translation>Jetzt neu verbinden</translation>
+    </message>
+</context>
+<context>
+    <name>ServerMenu</name>
+    <message>
+        <source>No Connection</source>
+        <translation>Keine Verbindung</translation>
+    </message>
+    <message>
+        <source>Servers</source>
+        <translation>Server</translation>
+    </message>
+    <message>
+        <source>Install on %1…</source>
+        <translation>Auf %1 installieren…</translation>
+    </message>
+    <message>
+        <source>Reinstall qBittorrent…</source>
+        <translation>qBittorrent neu installieren…</translation>
+    </message>
+    <message>
+        <source>Delete from %1…</source>
+        <translation>Von %1 löschen…</translation>
+    </message>
+    <message>
+        <source>Add Connection…</source>
+        <translation>Verbindung hinzufügen…</translation>
+    </message>
+    <message>
+        <source>Edit Connection…</source>
+        <translation>Verbindung bearbeiten…</translation>
+    </message>
+    <message>
+        <source>Delete All Connections…</source>
+        <translation>Alle Verbindungen löschen…</translation>
+    </message>
+    <message>
+        <source>Connected</source>
+        <translation>Verbunden</translation>
+    </message>
+    <message>
+        <source>Not Connected</source>
+        <translation>Nicht verbunden</translation>
+    </message>
+    <message>
+        <source>Delete all remote connections?</source>
+        <translation>Alle entfernten Verbindungen löschen?</translation>
+    </message>
+    <message>
+        <source>Delete All</source>
+        <translation>Alle löschen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>SidebarView</name>
     <message>
         <source>State</source>
@@ -325,6 +442,13 @@
     <message>
         <source>New Tags...</source>
         <translation>Neue Tags...</translation>
+    </message>
+</context>
+<context>
+    <name>StatisticsWindow</name>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistiken</translation>
     </message>
 </context>
 <context>
@@ -772,6 +896,32 @@
     </message>
 </context>
 <context>
+    <name>TntContentTab</name>
+    <message>
+        <source>Filter files...</source>
+        <translation>Dateien filtern...</translation>
+    </message>
+</context>
+<context>
+    <name>TntContentTree</name>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Show in File Manager</source>
+        <translation>Im Dateimanager anzeigen</translation>
+    </message>
+    <message>
+        <source>Rename...</source>
+        <translation>Umbenennen...</translation>
+    </message>
+</context>
+<context>
     <name>TntDetailPane</name>
     <message>
         <source>Time active</source>
@@ -983,6 +1133,29 @@
     </message>
 </context>
 <context>
+    <name>TntHttpSources</name>
+    <message>
+        <source>Add web seeds...</source>
+        <translation>Webseeds hinzufügen...</translation>
+    </message>
+    <message>
+        <source>Edit web seed URL...</source>
+        <translation>Webseed-URL bearbeiten...</translation>
+    </message>
+    <message>
+        <source>Copy web seed URL</source>
+        <translation>Webseed-URL kopieren</translation>
+    </message>
+    <message>
+        <source>Remove web seeds</source>
+        <translation>Webseeds entfernen</translation>
+    </message>
+    <message>
+        <source>Remove web seed</source>
+        <translation>Webseed entfernen</translation>
+    </message>
+</context>
+<context>
     <name>TntMetadata</name>
     <message>
         <source>n/a</source>
@@ -1059,6 +1232,17 @@
     <message>
         <source>Unknown</source>
         <translation>Unbekannt</translation>
+    </message>
+</context>
+<context>
+    <name>TntReveal</name>
+    <message>
+        <source>The shared folder is not mounted</source>
+        <translation>Der freigegebene Ordner ist nicht eingehängt</translation>
+    </message>
+    <message>
+        <source>Quillo cannot reach &quot;%1&quot;: it is not there. Mount the share that holds the torrent&apos;s files, or check your path mapping settings.</source>
+        <translation>Quillo erreicht „%1“ nicht: Der Ordner ist nicht da. Hängen Sie die Freigabe mit den Dateien des Torrents ein oder prüfen Sie die Pfadzuordnung in den Einstellungen.</translation>
     </message>
 </context>
 <context>
@@ -1191,6 +1375,62 @@ Insgesamt: %2</translation>
     <message>
         <source>Global download limit</source>
         <translation>Globale Downloadbegrenzung</translation>
+    </message>
+</context>
+<context>
+    <name>TrayIcon</name>
+    <message>
+        <source>Start All Torrents</source>
+        <translation>Alle Torrents starten</translation>
+    </message>
+    <message>
+        <source>Stop All Torrents</source>
+        <translation>Alle Torrents stoppen</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Hide Quillo</source>
+        <translation>Quillo ausblenden</translation>
+    </message>
+    <message>
+        <source>Show Quillo</source>
+        <translation>Quillo anzeigen</translation>
+    </message>
+    <message>
+        <source>
+Not connected</source>
+        <translation>
+Nicht verbunden</translation>
+    </message>
+</context>
+<context>
+    <name>WelcomeView</name>
+    <message>
+        <source>Welcome to Quillo</source>
+        <translation>Willkommen bei Quillo</translation>
+    </message>
+    <message>
+        <source>Connect to qBittorrent to start managing your torrents.</source>
+        <translation>Verbinden Sie sich mit qBittorrent, um Ihre Torrents zu verwalten.</translation>
+    </message>
+    <message>
+        <source>Connect to a Server</source>
+        <translation>Mit einem Server verbinden</translation>
+    </message>
+    <message>
+        <source>Use qBittorrent running on another computer or a NAS.</source>
+        <translation>qBittorrent auf einem anderen Computer oder einem NAS verwenden.</translation>
+    </message>
+    <message>
+        <source>Install on </source>
+        <translation>Installieren auf </translation>
+    </message>
+    <message>
+        <source>Download qBittorrent and run it in the background.</source>
+        <translation>qBittorrent herunterladen und im Hintergrund ausführen.</translation>
     </message>
 </context>
 </TS>

@@ -4,6 +4,7 @@
 #include "support/Detached.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -42,12 +43,12 @@ LoginPrompt::LoginPrompt(AppContext &context, QWidget *parent)
     : QDialog(parent)
     , m_context(context)
     , m_method(context.clientConfiguration() ? context.clientConfiguration()->authMethod : AuthMethod::cookieLogin)
-    , m_heading(new QLabel(QStringLiteral("Enter your credentials"), this))
+    , m_heading(new QLabel(QCoreApplication::translate("LoginPrompt", "Enter your credentials"), this))
     , m_icon(new QLabel(this))
-    , m_autoLogin(new QCheckBox(QStringLiteral("Login automatically"), this))
+    , m_autoLogin(new QCheckBox(QCoreApplication::translate("LoginPrompt", "Login automatically"), this))
     , m_autoLoginHelp(new QLabel(this))
 {
-    setWindowTitle(QStringLiteral("Login"));
+    setWindowTitle(QCoreApplication::translate("LoginPrompt", "Login"));
     setModal(true);
 
     m_icon->setPixmap(lockIcon(style()).pixmap(48, 48));
@@ -63,27 +64,28 @@ LoginPrompt::LoginPrompt(AppContext &context, QWidget *parent)
         m_username = new QLineEdit(this);
         m_password = new QLineEdit(this);
         m_password->setEchoMode(QLineEdit::Password);
-        fields->addRow(QStringLiteral("Username"), m_username);
-        fields->addRow(QStringLiteral("Password"), m_password);
+        fields->addRow(QCoreApplication::translate("LoginPrompt", "Username"), m_username);
+        fields->addRow(QCoreApplication::translate("LoginPrompt", "Password"), m_password);
     } else if (m_method == AuthMethod::apiKey) {
         m_apiKey = new QLineEdit(this);
         m_apiKey->setEchoMode(QLineEdit::Password);
-        fields->addRow(QStringLiteral("API Key"), m_apiKey);
+        fields->addRow(QCoreApplication::translate("LoginPrompt", "API Key"), m_apiKey);
     }
 
     m_autoLogin->setChecked(context.clientConfiguration() && context.clientConfiguration()->autoLogin);
     m_autoLoginHelp->setWordWrap(true);
     m_autoLoginHelp->setText(
-        QStringLiteral("If you enable the Login automatically option, credentials will be safely stored in the "
-                       "keychain. This allows you to connect to %1 without entering credentials on any device.")
+        QCoreApplication::translate(
+            "LoginPrompt", "If you enable the Login automatically option, credentials will be safely stored in the "
+                           "keychain. This allows you to connect to %1 without entering credentials on any device.")
             .arg(connectionName(context.clientConfiguration())));
     QFont helpFont = m_autoLoginHelp->font();
     helpFont.setPointSizeF(helpFont.pointSizeF() * 0.9);
     m_autoLoginHelp->setFont(helpFont);
 
     auto *buttons = new QDialogButtonBox(this);
-    m_cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
-    m_logIn = buttons->addButton(QStringLiteral("Log In"), QDialogButtonBox::AcceptRole);
+    m_cancel = buttons->addButton(QCoreApplication::translate("LoginPrompt", "Cancel"), QDialogButtonBox::RejectRole);
+    m_logIn = buttons->addButton(QCoreApplication::translate("LoginPrompt", "Log In"), QDialogButtonBox::AcceptRole);
     m_logIn->setDefault(true);
     connect(m_cancel, &QPushButton::clicked, this, &LoginPrompt::reject);
     connect(m_logIn, &QPushButton::clicked, this, &LoginPrompt::logIn);

@@ -3,6 +3,7 @@
 #include "core/AppContext.h"
 #include "core/ReconnectionCountdown.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QFrame>
 #include <QLabel>
@@ -64,16 +65,19 @@ void ReconnectionOverlay::refresh()
         return;
     raise();
     const QString &error = m_context.connectionError();
-    m_error->setText(error.isEmpty() ? QStringLiteral("An unknown error has occurred") : error);
+    m_error->setText(
+        error.isEmpty() ? QCoreApplication::translate("ReconnectionOverlay", "An unknown error has occurred") : error);
 
     const bool reconnecting = m_context.isReconnecting();
     if (m_countdownLogic.isStopped())
-        m_countdown->setText(QStringLiteral("Automatic reconnection stopped"));
+        m_countdown->setText(QCoreApplication::translate("ReconnectionOverlay", "Automatic reconnection stopped"));
     else if (m_countdownLogic.isRunning())
-        m_countdown->setText(QStringLiteral("Reconnecting in %1 s").arg(m_countdownLogic.secondsLeft()));
+        m_countdown->setText(QCoreApplication::translate("ReconnectionOverlay", "Reconnecting in %1 s")
+                                 .arg(m_countdownLogic.secondsLeft()));
     else
         m_countdown->clear();
     m_countdown->setVisible(!m_countdown->text().isEmpty() && !reconnecting);
-    m_reconnect->setText(reconnecting ? QStringLiteral("Reconnecting…") : QStringLiteral("Reconnect now"));
+    m_reconnect->setText(reconnecting ? QCoreApplication::translate("ReconnectionOverlay", "Reconnecting…")
+                                      : QCoreApplication::translate("ReconnectionOverlay", "Reconnect now"));
     m_reconnect->setEnabled(!reconnecting);
 }

@@ -5,6 +5,7 @@
 #include "ui/DisplayName.h"
 #include "ui/PlatformTexts.h"
 
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QMessageBox>
@@ -55,13 +56,14 @@ void ServerMenu::rebuild()
     clear();
 
     const auto &current = m_context.clientConfiguration();
-    setTitle(current ? escapedMnemonics(displayName(*current)) : QStringLiteral("No Connection"));
+    setTitle(current ? escapedMnemonics(displayName(*current))
+                     : QCoreApplication::translate("ServerMenu", "No Connection"));
     setIcon(QIcon::fromTheme(current && m_context.isAuthorized() ? QStringLiteral("network-wired")
                                                                  : QStringLiteral("network-offline")));
 
     bool hasRemote = false;
     bool hasLocal = false;
-    addSection(QStringLiteral("Servers"));
+    addSection(QCoreApplication::translate("ServerMenu", "Servers"));
     for (const ClientConfiguration &configuration : m_context.clientConfigurations()) {
         if (!configuration.isLocal) {
             addConnection(configuration);
@@ -77,27 +79,31 @@ void ServerMenu::rebuild()
         }
     }
     if (!hasLocal) {
-        QAction *install = addAction(QIcon::fromTheme(QStringLiteral("computer")),
-                                     QStringLiteral("Install on %1…").arg(PlatformTexts::thisMac()));
+        QAction *install =
+            addAction(QIcon::fromTheme(QStringLiteral("computer")),
+                      QCoreApplication::translate("ServerMenu", "Install on %1…").arg(PlatformTexts::thisMac()));
         connect(install, &QAction::triggered, this, &ServerMenu::installLocalRequested);
     } else {
-        QAction *reinstall =
-            addAction(QIcon::fromTheme(QStringLiteral("view-refresh")), QStringLiteral("Reinstall qBittorrent…"));
+        QAction *reinstall = addAction(QIcon::fromTheme(QStringLiteral("view-refresh")),
+                                       QCoreApplication::translate("ServerMenu", "Reinstall qBittorrent…"));
         connect(reinstall, &QAction::triggered, this, &ServerMenu::installLocalRequested);
-        QAction *remove = addAction(QStringLiteral("Delete from %1…").arg(PlatformTexts::thisMac()));
+        QAction *remove =
+            addAction(QCoreApplication::translate("ServerMenu", "Delete from %1…").arg(PlatformTexts::thisMac()));
         connect(remove, &QAction::triggered, this, &ServerMenu::uninstallLocalRequested);
     }
 
     addSeparator();
-    QAction *add = addAction(QIcon::fromTheme(QStringLiteral("list-add")), QStringLiteral("Add Connection…"));
+    QAction *add = addAction(QIcon::fromTheme(QStringLiteral("list-add")),
+                             QCoreApplication::translate("ServerMenu", "Add Connection…"));
     connect(add, &QAction::triggered, this, &ServerMenu::addConnectionRequested);
     if (current && !current->isLocal) {
-        QAction *edit = addAction(QIcon::fromTheme(QStringLiteral("document-edit")), QStringLiteral("Edit Connection…"));
+        QAction *edit = addAction(QIcon::fromTheme(QStringLiteral("document-edit")),
+                                  QCoreApplication::translate("ServerMenu", "Edit Connection…"));
         const QUuid id = current->id;
         connect(edit, &QAction::triggered, this, [this, id] { Q_EMIT editConnectionRequested(id); });
     }
-    QAction *deleteAll =
-        addAction(QIcon::fromTheme(QStringLiteral("edit-delete")), QStringLiteral("Delete All Connections…"));
+    QAction *deleteAll = addAction(QIcon::fromTheme(QStringLiteral("edit-delete")),
+                                   QCoreApplication::translate("ServerMenu", "Delete All Connections…"));
     deleteAll->setEnabled(hasRemote);
     connect(deleteAll, &QAction::triggered, this, &ServerMenu::confirmDeleteAll);
 
@@ -112,7 +118,8 @@ void ServerMenu::addConnection(const ClientConfiguration &configuration)
     QAction *action = addAction(
         QIcon::fromTheme(connected ? QStringLiteral("network-wired") : QStringLiteral("network-offline")),
         QStringLiteral("%1 — %2").arg(escapedMnemonics(displayName(configuration)),
-                                      connected ? QStringLiteral("Connected") : QStringLiteral("Not Connected")));
+                                      connected ? QCoreApplication::translate("ServerMenu", "Connected")
+                                                : QCoreApplication::translate("ServerMenu", "Not Connected")));
     action->setCheckable(true);
     action->setChecked(current && current->id == configuration.id);
     const QUuid id = configuration.id;
@@ -135,12 +142,14 @@ void ServerMenu::choose(QUuid id)
 QMessageBox *ServerMenu::confirmDeleteAll()
 {
     QWidget *window = parentWidget() ? parentWidget()->window() : nullptr;
-    auto *box = new QMessageBox(QMessageBox::Warning, QStringLiteral("Delete all remote connections?"),
-                                QStringLiteral("Delete all remote connections?"), QMessageBox::NoButton, window);
+    auto *box = new QMessageBox(
+        QMessageBox::Warning, QCoreApplication::translate("ServerMenu", "Delete all remote connections?"),
+        QCoreApplication::translate("ServerMenu", "Delete all remote connections?"), QMessageBox::NoButton, window);
     box->setInformativeText(QStringLiteral(
         "All remote connections and their saved passwords will be deleted. This action can't be undone."));
-    QPushButton *deleteAll = box->addButton(QStringLiteral("Delete All"), QMessageBox::DestructiveRole);
-    box->setDefaultButton(box->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole));
+    QPushButton *deleteAll =
+        box->addButton(QCoreApplication::translate("ServerMenu", "Delete All"), QMessageBox::DestructiveRole);
+    box->setDefaultButton(box->addButton(QCoreApplication::translate("ServerMenu", "Cancel"), QMessageBox::RejectRole));
     box->setAttribute(Qt::WA_DeleteOnClose);
     connect(box, &QMessageBox::finished, this, [this, box, deleteAll] {
         if (box->clickedButton() == deleteAll)

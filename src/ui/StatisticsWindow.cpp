@@ -3,6 +3,7 @@
 #include "model/GlobalTransferInfo.h"
 #include "ui/TntTableModel.h"
 
+#include <QCoreApplication>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -62,7 +63,7 @@ StatisticsWindow::StatisticsWindow(const GlobalTransferInfo &transfer, QWidget *
     , m_transfer(transfer)
 {
     setObjectName(QStringLiteral("statistics"));
-    setWindowTitle(QStringLiteral("Statistics"));
+    setWindowTitle(QCoreApplication::translate("StatisticsWindow", "Statistics"));
     setAttribute(Qt::WA_DeleteOnClose);
     auto *layout = new QVBoxLayout(this);
     for (const Group &group : groups) {

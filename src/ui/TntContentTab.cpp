@@ -4,6 +4,7 @@
 #include "support/Detached.h"
 #include "ui/TntContentTree.h"
 
+#include <QCoreApplication>
 #include <QLineEdit>
 #include <QPointer>
 #include <QVBoxLayout>
@@ -15,7 +16,7 @@ TntContentTab::TntContentTab(AppContext &context, TntContentTree *tree, QWidget 
     , m_filter(new QLineEdit(this))
 {
     m_filter->setObjectName(QStringLiteral("contentFilter"));
-    m_filter->setPlaceholderText(QStringLiteral("Filter files..."));
+    m_filter->setPlaceholderText(QCoreApplication::translate("TntContentTab", "Filter files..."));
     m_filter->setClearButtonEnabled(true);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -3,6 +3,7 @@
 #include "settings/UserDefaults.h"
 #include "ui/ColumnState.h"
 
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QMenu>
 #include <QMessageBox>
@@ -87,7 +88,8 @@ bool TntContentTree::filterRows(const QModelIndex &parent, bool folderMatches)
 
 void TntContentTree::refuseName(const QString &reason)
 {
-    auto *alert = new QMessageBox(QMessageBox::Warning, QStringLiteral("Rename"), reason, QMessageBox::Ok, this);
+    auto *alert = new QMessageBox(QMessageBox::Warning, QCoreApplication::translate("TntContentTree", "Rename"), reason,
+                                  QMessageBox::Ok, this);
     alert->setObjectName(QStringLiteral("renameRefused"));
     alert->setWindowModality(Qt::WindowModal);
     alert->setAttribute(Qt::WA_DeleteOnClose);
@@ -116,18 +118,20 @@ void TntContentTree::showMenu(const QPoint &position)
     menu->setAttribute(Qt::WA_DeleteOnClose);
     if (m_model->mode() == TntContentModel::Mode::details) {
         const QPersistentModelIndex clicked = indexAt(position);
-        QAction *open = menu->addAction(QStringLiteral("Open"), this, [this, clicked] { openRow(clicked); });
+        QAction *open = menu->addAction(QCoreApplication::translate("TntContentTree", "Open"), this,
+                                        [this, clicked] { openRow(clicked); });
         open->setEnabled(clicked.isValid());
-        menu->addAction(QStringLiteral("Show in File Manager"), this,
+        menu->addAction(QCoreApplication::translate("TntContentTree", "Show in File Manager"), this,
                         [this] { Q_EMIT revealRequested(selectedPaths()); });
-        QAction *rename = menu->addAction(QStringLiteral("Rename..."), this, [this, clicked] {
-            edit(QModelIndex(clicked).siblingAtColumn(TntContentModel::nameColumn));
-        });
+        QAction *rename =
+            menu->addAction(QCoreApplication::translate("TntContentTree", "Rename..."), this, [this, clicked] {
+                edit(QModelIndex(clicked).siblingAtColumn(TntContentModel::nameColumn));
+            });
         rename->setEnabled(clicked.isValid() && selectionModel()->selectedRows().size() == 1);
         menu->addSeparator();
     }
-    for (const auto priority : {TntContentModel::maximal, TntContentModel::high, TntContentModel::normal,
-                                TntContentModel::skipped}) {
+    for (const auto priority :
+         {TntContentModel::maximal, TntContentModel::high, TntContentModel::normal, TntContentModel::skipped}) {
         menu->addAction(TntContentModel::priorityTitle(priority), this,
                         [this, priority] { setPriorityOfSelection(priority); });
     }

@@ -5,6 +5,7 @@
 #include "ui/TntCommands.h"
 
 #include <QClipboard>
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QMenu>
 
@@ -44,18 +45,19 @@ QMenu *TntHttpSources::menu()
     const bool edits = m_context.serverFeatures().editsWebSeeds();
     auto *menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    QAction *add =
-        menu->addAction(QStringLiteral("Add web seeds..."), this, [this, hash] { m_commands.addWebSeeds(hash); });
+    QAction *add = menu->addAction(QCoreApplication::translate("TntHttpSources", "Add web seeds..."), this,
+                                   [this, hash] { m_commands.addWebSeeds(hash); });
     add->setEnabled(!hash.isEmpty());
-    QAction *edit = menu->addAction(QStringLiteral("Edit web seed URL..."), this,
+    QAction *edit = menu->addAction(QCoreApplication::translate("TntHttpSources", "Edit web seed URL..."), this,
                                     [this, hash, urls] { m_commands.editWebSeed(hash, urls.value(0)); });
     edit->setEnabled(urls.size() == 1);
-    QAction *copy = menu->addAction(QStringLiteral("Copy web seed URL"), this,
+    QAction *copy = menu->addAction(QCoreApplication::translate("TntHttpSources", "Copy web seed URL"), this,
                                     [urls] { QGuiApplication::clipboard()->setText(urls.join(u'\n')); });
     copy->setEnabled(!urls.isEmpty());
     QAction *remove =
-        menu->addAction(urls.size() > 1 ? QStringLiteral("Remove web seeds") : QStringLiteral("Remove web seed"), this,
-                        [this, hash, urls] { detached(m_context.detailEdits().removeWebSeeds(hash, urls)); });
+        menu->addAction(urls.size() > 1 ? QCoreApplication::translate("TntHttpSources", "Remove web seeds")
+                                        : QCoreApplication::translate("TntHttpSources", "Remove web seed"),
+                        this, [this, hash, urls] { detached(m_context.detailEdits().removeWebSeeds(hash, urls)); });
     remove->setEnabled(!urls.isEmpty());
     // Older servers only list web seeds.
     for (QAction *change : {add, edit, remove})

@@ -4,6 +4,7 @@
 #include "core/InternalError.h"
 #include "platform/FileManager.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QMessageBox>
 
@@ -66,9 +67,10 @@ void TntReveal::showFound(const Found &found)
     if (!found.localPaths.isEmpty())
         Platform::FileManager::showItems(found.localPaths);
     if (!found.unmounted.isEmpty()) {
-        warn(QStringLiteral("The shared folder is not mounted"),
-             QStringLiteral("Quillo cannot reach \"%1\": it is not there. Mount the share that holds the torrent's "
-                            "files, or check your path mapping settings.")
+        warn(QCoreApplication::translate("TntReveal", "The shared folder is not mounted"),
+             QCoreApplication::translate(
+                 "TntReveal", "Quillo cannot reach \"%1\": it is not there. Mount the share that holds the torrent's "
+                              "files, or check your path mapping settings.")
                  .arg(found.unmounted.join(QStringLiteral("\", \""))));
     } else if (!found.unmapped.isEmpty()) {
         const InternalError error(InternalError::Case::pathMappingNotFound, found.unmapped.first());

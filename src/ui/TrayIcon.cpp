@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QWidget>
 
 TrayIcon::TrayIcon(AppContext &context, MainWindow &window, bool available)
@@ -21,12 +22,12 @@ TrayIcon::TrayIcon(AppContext &context, MainWindow &window, bool available)
 {
     m_menu.addAction(window.tntActions()->action(TntActions::Id::alternativeSpeedLimits));
     m_menu.addSeparator();
-    m_startAll =
-        m_menu.addAction(QStringLiteral("Start All Torrents"), this, [this] { detached(m_context.startTnts({})); });
-    m_stopAll =
-        m_menu.addAction(QStringLiteral("Stop All Torrents"), this, [this] { detached(m_context.stopTnts({})); });
+    m_startAll = m_menu.addAction(QCoreApplication::translate("TrayIcon", "Start All Torrents"), this,
+                                  [this] { detached(m_context.startTnts({})); });
+    m_stopAll = m_menu.addAction(QCoreApplication::translate("TrayIcon", "Stop All Torrents"), this,
+                                 [this] { detached(m_context.stopTnts({})); });
     m_menu.addSeparator();
-    m_menu.addAction(QStringLiteral("Quit"), this, &TrayIcon::quit);
+    m_menu.addAction(QCoreApplication::translate("TrayIcon", "Quit"), this, &TrayIcon::quit);
     // The title is read as the menu opens: the window may have been shown or hidden another way.
     connect(&m_menu, &QMenu::aboutToShow, this, &TrayIcon::refresh);
     m_icon.setContextMenu(&m_menu);
@@ -93,14 +94,15 @@ bool TrayIcon::eventFilter(QObject *watched, QEvent *event)
 void TrayIcon::refresh()
 {
     const bool shown = m_window.isVisible() && !m_window.isMinimized();
-    m_showHide->setText(shown ? QStringLiteral("Hide Quillo") : QStringLiteral("Show Quillo"));
+    m_showHide->setText(shown ? QCoreApplication::translate("TrayIcon", "Hide Quillo")
+                              : QCoreApplication::translate("TrayIcon", "Show Quillo"));
     const bool connected = m_context.isAuthorized();
     for (QAction *action : {m_startAll, m_stopAll})
         action->setEnabled(connected);
     const GlobalTransferInfo &transfer = m_context.serverState();
     const QString name = QString::fromUtf16(AppInfo::name);
     if (!connected) {
-        m_icon.setToolTip(name + QStringLiteral("\nNot connected"));
+        m_icon.setToolTip(name + QCoreApplication::translate("TrayIcon", "\nNot connected"));
         return;
     }
     using Direction = GlobalTransferInfo::TransferDirection;

@@ -2,6 +2,7 @@
 
 #include "ui/PlatformTexts.h"
 
+#include <QCoreApplication>
 #include <QIcon>
 #include <QLabel>
 #include <QPushButton>
@@ -26,22 +27,25 @@ QPushButton *makeChoice(const QString &title, const QString &detail, const QStri
 WelcomeView::WelcomeView(QWidget *parent)
     : QWidget(parent)
 {
-    auto *title = new QLabel(QStringLiteral("Welcome to Quillo"), this);
+    auto *title = new QLabel(QCoreApplication::translate("WelcomeView", "Welcome to Quillo"), this);
     QFont titleFont = title->font();
     titleFont.setPointSizeF(titleFont.pointSizeF() * 2.0);
     titleFont.setBold(true);
     title->setFont(titleFont);
     title->setAlignment(Qt::AlignCenter);
 
-    auto *subtitle = new QLabel(QStringLiteral("Connect to qBittorrent to start managing your torrents."), this);
+    auto *subtitle = new QLabel(
+        QCoreApplication::translate("WelcomeView", "Connect to qBittorrent to start managing your torrents."), this);
     subtitle->setAlignment(Qt::AlignCenter);
 
-    m_connectToServer = makeChoice(QStringLiteral("Connect to a Server"),
-                                   QStringLiteral("Use qBittorrent running on another computer or a NAS."),
-                                   QStringLiteral("network-server"), this);
-    m_installLocally = makeChoice(QStringLiteral("Install on ") + PlatformTexts::thisMac(),
-                                  QStringLiteral("Download qBittorrent and run it in the background."),
-                                  QStringLiteral("computer"), this);
+    m_connectToServer =
+        makeChoice(QCoreApplication::translate("WelcomeView", "Connect to a Server"),
+                   QCoreApplication::translate("WelcomeView", "Use qBittorrent running on another computer or a NAS."),
+                   QStringLiteral("network-server"), this);
+    m_installLocally =
+        makeChoice(QCoreApplication::translate("WelcomeView", "Install on ") + PlatformTexts::thisMac(),
+                   QCoreApplication::translate("WelcomeView", "Download qBittorrent and run it in the background."),
+                   QStringLiteral("computer"), this);
 
     connect(m_connectToServer, &QPushButton::clicked, this, &WelcomeView::connectToServerRequested);
     connect(m_installLocally, &QPushButton::clicked, this, &WelcomeView::installLocallyRequested);
