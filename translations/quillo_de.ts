@@ -168,6 +168,121 @@
     </message>
 </context>
 <context>
+    <name>ConnectionEditor</name>
+    <message>
+        <source>Use HTTPS</source>
+        <translation>HTTPS verwenden</translation>
+    </message>
+    <message>
+        <source>Edit Connection</source>
+        <translation>Verbindung bearbeiten</translation>
+    </message>
+    <message>
+        <source>New Connection</source>
+        <translation>Neue Verbindung</translation>
+    </message>
+    <message>
+        <source>Describe how Quillo will connect to your qbt server</source>
+        <translation>Beschreiben Sie, wie sich Quillo mit Ihrem qBittorrent-Server verbindet</translation>
+    </message>
+    <message>
+        <source>Optional</source>
+        <translation>Optional</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Host</source>
+        <translation>Host</translation>
+    </message>
+    <message>
+        <source>Port</source>
+        <translation>Port</translation>
+    </message>
+    <message>
+        <source>Path</source>
+        <translation>Pfad</translation>
+    </message>
+    <message>
+        <source>Username</source>
+        <translation>Benutzername</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>API Key</source>
+        <translation>API-Schlüssel</translation>
+    </message>
+    <message>
+        <source>Authentication</source>
+        <translation>Authentifizierung</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>No Authentication</source>
+        <translation>Keine Authentifizierung</translation>
+    </message>
+    <message>
+        <source>Standard Login</source>
+        <translation>Standard-Anmeldung</translation>
+    </message>
+    <message>
+        <source>Basic Auth</source>
+        <translation>Basic Auth</translation>
+    </message>
+    <message>
+        <source>Use only when qBittorrent bypasses WebUI authentication for this client.</source>
+        <translation>Nur verwenden, wenn qBittorrent die WebUI-Authentifizierung für diesen Client umgeht.</translation>
+    </message>
+    <message>
+        <source>Classic qBittorrent login. Quillo sends username and password to /api/v2/auth/login and then uses the session cookie.</source>
+        <translation>Klassische qBittorrent-Anmeldung. Quillo sendet Benutzername und Passwort an /api/v2/auth/login und verwendet dann das Sitzungs-Cookie.</translation>
+    </message>
+    <message>
+        <source>qBittorrent 5.2+ can accept username and password in the HTTP Authorization header.</source>
+        <translation>qBittorrent ab 5.2 nimmt Benutzername und Passwort im HTTP-Authorization-Header an.</translation>
+    </message>
+    <message>
+        <source>qBittorrent 5.2+ WebAPI access with Authorization: Bearer. It does not use login/logout cookies.</source>
+        <translation>WebAPI-Zugriff ab qBittorrent 5.2 mit Authorization: Bearer. Ohne Anmelde- und Abmelde-Cookies.</translation>
+    </message>
+    <message>
+        <source>Enter the server&apos;s host name or IP address.</source>
+        <translation>Geben Sie den Hostnamen oder die IP-Adresse des Servers ein.</translation>
+    </message>
+    <message>
+        <source>A host name cannot contain spaces.</source>
+        <translation>Ein Hostname darf keine Leerzeichen enthalten.</translation>
+    </message>
+    <message>
+        <source>Enter the host alone, without “http://” or “https://”: use the Use HTTPS option instead.</source>
+        <translation>Geben Sie nur den Host ein, ohne „http://“ oder „https://“; verwenden Sie stattdessen die Option „HTTPS verwenden“.</translation>
+    </message>
+    <message>
+        <source>“%1” is not a valid host name or IP address.</source>
+        <translation>„%1“ ist kein gültiger Hostname und keine gültige IP-Adresse.</translation>
+    </message>
+    <message>
+        <source>Enter the port the WebUI listens on.</source>
+        <translation>Geben Sie den Port ein, auf dem die WebUI lauscht.</translation>
+    </message>
+    <message>
+        <source>The port must be a number from 1 to 65535.</source>
+        <translation>Der Port muss eine Zahl von 1 bis 65535 sein.</translation>
+    </message>
+</context>
+<context>
     <name>LinksDialog</name>
     <message>
         <source>Add Links</source>

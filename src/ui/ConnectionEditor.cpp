@@ -7,6 +7,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QGroupBox>
@@ -100,7 +101,7 @@ ConnectionEditor::ConnectionEditor(AppContext &context, std::optional<ClientConf
     , m_host(new QLineEdit(this))
     , m_port(new QLineEdit(this))
     , m_path(new QLineEdit(this))
-    , m_useHTTPS(new QCheckBox(QStringLiteral("Use HTTPS"), this))
+    , m_useHTTPS(new QCheckBox(QCoreApplication::translate("ConnectionEditor", "Use HTTPS"), this))
     , m_method(new QComboBox(this))
     , m_helpTitle(new QLabel(this))
     , m_help(new QLabel(this))
@@ -113,13 +114,15 @@ ConnectionEditor::ConnectionEditor(AppContext &context, std::optional<ClientConf
     , m_portError(makeErrorLabel(this))
     , m_saveError(makeErrorLabel(this))
 {
-    setWindowTitle(m_editing ? QStringLiteral("Edit Connection") : QStringLiteral("New Connection"));
+    setWindowTitle(m_editing ? QCoreApplication::translate("ConnectionEditor", "Edit Connection")
+                             : QCoreApplication::translate("ConnectionEditor", "New Connection"));
     setModal(true);
 
-    auto *intro = new QLabel(QStringLiteral("Describe how Quillo will connect to your qbt server"), this);
+    auto *intro = new QLabel(
+        QCoreApplication::translate("ConnectionEditor", "Describe how Quillo will connect to your qbt server"), this);
     intro->setWordWrap(true);
 
-    m_name->setPlaceholderText(QStringLiteral("Optional"));
+    m_name->setPlaceholderText(QCoreApplication::translate("ConnectionEditor", "Optional"));
     m_host->setPlaceholderText(QStringLiteral("192.168.1.1"));
     m_port->setPlaceholderText(QStringLiteral("9080"));
     m_port->setMaxLength(5);
@@ -127,12 +130,12 @@ ConnectionEditor::ConnectionEditor(AppContext &context, std::optional<ClientConf
     m_apiKey->setEchoMode(QLineEdit::Password);
 
     auto *address = new QFormLayout;
-    address->addRow(QStringLiteral("Name"), m_name);
-    address->addRow(QStringLiteral("Host"), m_host);
+    address->addRow(QCoreApplication::translate("ConnectionEditor", "Name"), m_name);
+    address->addRow(QCoreApplication::translate("ConnectionEditor", "Host"), m_host);
     address->addRow(QString(), m_hostError);
-    address->addRow(QStringLiteral("Port"), m_port);
+    address->addRow(QCoreApplication::translate("ConnectionEditor", "Port"), m_port);
     address->addRow(QString(), m_portError);
-    address->addRow(QStringLiteral("Path"), m_path);
+    address->addRow(QCoreApplication::translate("ConnectionEditor", "Path"), m_path);
     address->addRow(QString(), m_useHTTPS);
 
     for (const AuthMethod method : API::allAuthMethods)
@@ -144,13 +147,13 @@ ConnectionEditor::ConnectionEditor(AppContext &context, std::optional<ClientConf
 
     auto *loginForm = new QFormLayout(m_loginFields);
     loginForm->setContentsMargins({});
-    loginForm->addRow(QStringLiteral("Username"), m_username);
-    loginForm->addRow(QStringLiteral("Password"), m_password);
+    loginForm->addRow(QCoreApplication::translate("ConnectionEditor", "Username"), m_username);
+    loginForm->addRow(QCoreApplication::translate("ConnectionEditor", "Password"), m_password);
     auto *apiKeyForm = new QFormLayout(m_apiKeyFields);
     apiKeyForm->setContentsMargins({});
-    apiKeyForm->addRow(QStringLiteral("API Key"), m_apiKey);
+    apiKeyForm->addRow(QCoreApplication::translate("ConnectionEditor", "API Key"), m_apiKey);
 
-    auto *authentication = new QGroupBox(QStringLiteral("Authentication"), this);
+    auto *authentication = new QGroupBox(QCoreApplication::translate("ConnectionEditor", "Authentication"), this);
     auto *authLayout = new QVBoxLayout(authentication);
     authLayout->addWidget(m_method);
     authLayout->addWidget(m_helpTitle);
@@ -159,8 +162,9 @@ ConnectionEditor::ConnectionEditor(AppContext &context, std::optional<ClientConf
     authLayout->addWidget(m_apiKeyFields);
 
     auto *buttons = new QDialogButtonBox(this);
-    m_cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
-    m_save = buttons->addButton(QStringLiteral("Save"), QDialogButtonBox::AcceptRole);
+    m_cancel =
+        buttons->addButton(QCoreApplication::translate("ConnectionEditor", "Cancel"), QDialogButtonBox::RejectRole);
+    m_save = buttons->addButton(QCoreApplication::translate("ConnectionEditor", "Save"), QDialogButtonBox::AcceptRole);
     m_save->setDefault(true);
 
     auto *layout = new QVBoxLayout(this);
@@ -213,35 +217,31 @@ ConnectionEditor::ConnectionEditor(AppContext &context, std::optional<ClientConf
 QString ConnectionEditor::label(AuthMethod method)
 {
     switch (method) {
-    case AuthMethod::none: return QStringLiteral("No Authentication");
-    case AuthMethod::cookieLogin: return QStringLiteral("Standard Login");
-    case AuthMethod::basic: return QStringLiteral("Basic Auth");
-    case AuthMethod::apiKey: return QStringLiteral("API Key");
+    case AuthMethod::none: return QCoreApplication::translate("ConnectionEditor", "No Authentication");
+    case AuthMethod::cookieLogin: return QCoreApplication::translate("ConnectionEditor", "Standard Login");
+    case AuthMethod::basic: return QCoreApplication::translate("ConnectionEditor", "Basic Auth");
+    case AuthMethod::apiKey: return QCoreApplication::translate("ConnectionEditor", "API Key");
     }
     Q_UNREACHABLE();
-}
-
-QString ConnectionEditor::helpTitle(AuthMethod method)
-{
-    // Spelled so on purpose: it is the wording users know from the help panel.
-    if (method == AuthMethod::cookieLogin)
-        return QStringLiteral("Standart Login");
-    return label(method);
 }
 
 QString ConnectionEditor::helpText(AuthMethod method)
 {
     switch (method) {
     case AuthMethod::none:
-        return QStringLiteral("Use only when qBittorrent bypasses WebUI authentication for this client.");
+        return QCoreApplication::translate("ConnectionEditor",
+                                           "Use only when qBittorrent bypasses WebUI authentication for this client.");
     case AuthMethod::cookieLogin:
-        return QStringLiteral("Classic qBittorrent login. Quillo sends username and password to /api/v2/auth/login "
-                              "and then uses the session cookie.");
+        return QCoreApplication::translate(
+            "ConnectionEditor", "Classic qBittorrent login. Quillo sends username and password to /api/v2/auth/login "
+                                "and then uses the session cookie.");
     case AuthMethod::basic:
-        return QStringLiteral("qBittorrent 5.2+ can accept username and password in the HTTP Authorization header.");
+        return QCoreApplication::translate(
+            "ConnectionEditor", "qBittorrent 5.2+ can accept username and password in the HTTP Authorization header.");
     case AuthMethod::apiKey:
-        return QStringLiteral("qBittorrent 5.2+ WebAPI access with Authorization: Bearer. It does not use "
-                              "login/logout cookies.");
+        return QCoreApplication::translate("ConnectionEditor",
+                                           "qBittorrent 5.2+ WebAPI access with Authorization: Bearer. It does not use "
+                                           "login/logout cookies.");
     }
     Q_UNREACHABLE();
 }
@@ -250,13 +250,15 @@ QString ConnectionEditor::hostProblem(const QString &text)
 {
     const QString host = text.trimmed();
     if (host.isEmpty())
-        return QStringLiteral("Enter the server's host name or IP address.");
+        return QCoreApplication::translate("ConnectionEditor", "Enter the server's host name or IP address.");
     if (host.contains(QRegularExpression(QStringLiteral("\\s"))))
-        return QStringLiteral("A host name cannot contain spaces.");
+        return QCoreApplication::translate("ConnectionEditor", "A host name cannot contain spaces.");
     if (host.contains(u"://"))
-        return QStringLiteral("Enter the host alone, without “http://” or “https://”: use the Use HTTPS "
-                              "option instead.");
-    const QString invalid = QStringLiteral("“%1” is not a valid host name or IP address.").arg(host);
+        return QCoreApplication::translate("ConnectionEditor",
+                                           "Enter the host alone, without “http://” or “https://”: use the Use HTTPS "
+                                           "option instead.");
+    const QString invalid =
+        QCoreApplication::translate("ConnectionEditor", "“%1” is not a valid host name or IP address.").arg(host);
     const QString bare = withoutBrackets(host);
     if (QHostAddress().setAddress(bare)) {
         // inet_aton reads "192.168.1" as 192.168.0.1: nobody typing it means that.
@@ -283,12 +285,12 @@ QString ConnectionEditor::portProblem(const QString &text)
 {
     const QString port = text.trimmed();
     if (port.isEmpty())
-        return QStringLiteral("Enter the port the WebUI listens on.");
+        return QCoreApplication::translate("ConnectionEditor", "Enter the port the WebUI listens on.");
     bool isNumber = false;
     const int value = port.toInt(&isNumber);
     const bool digitsOnly = std::all_of(port.begin(), port.end(), [](QChar c) { return c.isDigit(); });
     if (!isNumber || !digitsOnly || value < 1 || value > 65535)
-        return QStringLiteral("The port must be a number from 1 to 65535.");
+        return QCoreApplication::translate("ConnectionEditor", "The port must be a number from 1 to 65535.");
     return {};
 }
 
@@ -332,7 +334,7 @@ void ConnectionEditor::takeAddressApart(bool finished)
 void ConnectionEditor::showMethod()
 {
     const AuthMethod current = method();
-    m_helpTitle->setText(helpTitle(current));
+    m_helpTitle->setText(label(current));
     m_help->setText(helpText(current));
     m_loginFields->setVisible(current == AuthMethod::cookieLogin || current == AuthMethod::basic);
     m_apiKeyFields->setVisible(current == AuthMethod::apiKey);

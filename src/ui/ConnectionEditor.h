@@ -29,9 +29,8 @@ public:
     // What was saved, once the dialog was accepted.
     const std::optional<ClientConfiguration> &savedConfiguration() const { return m_saved; }
 
-    // The picker's label and the help panel's title and line for each method.
+    // The picker's label (also the help panel's title) and the help panel's line for each method.
     static QString label(API::AuthMethod method);
-    static QString helpTitle(API::AuthMethod method);
     static QString helpText(API::AuthMethod method);
 
     // Empty when `host` is usable; otherwise what is wrong with it.

@@ -327,7 +327,7 @@ private Q_SLOTS:
             QTest::newRow(label) << method << QString::fromUtf8(label) << QString::fromUtf8(title) << login << key;
         };
         row(AuthMethod::none, "No Authentication", "No Authentication", false, false);
-        row(AuthMethod::cookieLogin, "Standard Login", "Standart Login", true, false);
+        row(AuthMethod::cookieLogin, "Standard Login", "Standard Login", true, false);
         row(AuthMethod::basic, "Basic Auth", "Basic Auth", true, false);
         row(AuthMethod::apiKey, "API Key", "API Key", false, true);
     }
