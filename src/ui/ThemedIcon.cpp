@@ -25,13 +25,10 @@ const QByteArray symbolicInk = QByteArrayLiteral("#5f6368");
 class SymbolicIconEngine : public QIconEngine
 {
 public:
-    explicit SymbolicIconEngine(QString path)
+    SymbolicIconEngine(QString path, QByteArray svg)
         : m_path(std::move(path))
-    {
-        QFile file(m_path);
-        if (file.open(QIODevice::ReadOnly))
-            m_svg = file.readAll();
-    }
+        , m_svg(std::move(svg))
+    {}
 
     QIconEngine *clone() const override { return new SymbolicIconEngine(*this); }
 
@@ -93,8 +90,9 @@ QIcon themedIcon(QStringView themeName, QStringView bundled)
     [[maybe_unused]] static const bool registered = (initResources(), true);
     const QString path = QStringLiteral(":/icons/%1.svg").arg(bundled);
     QFile file(path);
-    const bool symbolic = file.open(QIODevice::ReadOnly) && file.readAll().contains(symbolicInk);
-    const QIcon picture = symbolic ? QIcon(new SymbolicIconEngine(path)) : QIcon(path);
+    QByteArray svg = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const QIcon picture =
+        svg.contains(symbolicInk) ? QIcon(new SymbolicIconEngine(path, std::move(svg))) : QIcon(path);
     if (themeName.isEmpty())
         return picture;
     const QString name = themeName.toString();
