@@ -4,6 +4,9 @@
 #include "model/SidebarFilter.h"
 #include "support/Detached.h"
 
+#include <QCoreApplication>
+
+#include <stdexcept>
 
 AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject *parent)
     : QObject(parent)
@@ -26,6 +29,16 @@ AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject 
             key == UserDefaultsKey::intervalIncreaseValue)
             m_sync.setPollingInterval(m_sync.appState() == AppState::background);
     });
+
+    if (const std::optional<QString> &aside = defaults.setAsidePath()) {
+        const QString details =
+            QCoreApplication::translate("AppContext", "The file is kept unchanged as %1. Quillo started with "
+                                                      "what it could read of it; everything else has its "
+                                                      "default value.")
+                .arg(*aside);
+        m_errors.report(QCoreApplication::translate("AppContext", "Quillo could not read its settings file."),
+                        std::make_exception_ptr(std::runtime_error(details.toStdString())));
+    }
 
     QObject::connect(&m_connections, &ConnectionList::changed, this, &AppContext::configurationsChanged);
     QObject::connect(&m_errors, &ErrorReporter::changed, this, &AppContext::clientErrorChanged);

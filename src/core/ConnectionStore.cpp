@@ -61,8 +61,8 @@ bool readCommon(const QJsonObject &object, ClientConfiguration &configuration)
     const auto isCurrent = boolean(object, "isCurrent");
     const auto autoLogin = boolean(object, "autoLogin");
     const auto addedDate = decodeDate(object.value(u"addedDate"));
-    if (!name || !host || !path || !useHTTPS || !isCurrent || !autoLogin || !addedDate
-        || !readPort(object, configuration.port))
+    if (!name || !host || !path || !useHTTPS || !isCurrent || !autoLogin || !addedDate ||
+        !readPort(object, configuration.port))
         return false;
     configuration.name = *name;
     configuration.host = *host;
@@ -98,12 +98,40 @@ std::optional<ClientConfiguration> decodeLegacy(const QJsonObject &object)
     return configuration;
 }
 
+// The list cut after its last whole entry and closed again: a file cut short by a crash keeps the
+// connections written before the cut.
+QByteArray wholeEntries(const QByteArray &json)
+{
+    int depth = 0;
+    bool inString = false;
+    bool escaped = false;
+    qsizetype lastEntryEnd = -1;
+    for (qsizetype at = 0; at < json.size(); ++at) {
+        const char c = json.at(at);
+        if (inString) {
+            if (escaped)
+                escaped = false;
+            else if (c == '\\')
+                escaped = true;
+            else if (c == '"')
+                inString = false;
+        } else if (c == '"') {
+            inString = true;
+        } else if (c == '{' || c == '[') {
+            ++depth;
+        } else if (c == '}' || c == ']') {
+            if (--depth == 1 && c == '}')
+                lastEntryEnd = at;
+        }
+    }
+    return lastEntryEnd < 0 ? QByteArrayLiteral("[]") : json.left(lastEntryEnd + 1) + ']';
+}
+
 } // namespace
 
 ConnectionStore::ConnectionStore(UserDefaults &defaults)
     : m_defaults(defaults)
-{
-}
+{}
 
 QByteArray ConnectionStore::encode(const QList<ClientConfiguration> &configurations)
 {
@@ -131,8 +159,10 @@ QByteArray ConnectionStore::encode(const QList<ClientConfiguration> &configurati
 QList<ClientConfiguration> ConnectionStore::decode(const QByteArray &json, bool *complete)
 {
     QList<ClientConfiguration> configurations;
-    const QJsonDocument document = QJsonDocument::fromJson(json);
+    QJsonDocument document = QJsonDocument::fromJson(json);
     bool everyEntry = document.isArray();
+    if (document.isNull())
+        document = QJsonDocument::fromJson(wholeEntries(json));
     for (const QJsonValue entry : document.array()) {
         if (const auto configuration = decodeOne(entry.toObject()))
             configurations.append(*configuration);

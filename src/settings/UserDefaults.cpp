@@ -1,16 +1,30 @@
 #include "settings/UserDefaults.h"
 
+#include "settings/SettingsFile.h"
+
 UserDefaults::UserDefaults(QObject *parent)
     : QObject(parent)
     , m_settings(std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Quillo"),
                                              QStringLiteral("Quillo")))
 {
+    checkFile();
 }
 
 UserDefaults::UserDefaults(const QString &iniPath, QObject *parent)
     : QObject(parent)
     , m_settings(std::make_unique<QSettings>(iniPath, QSettings::IniFormat))
 {
+    checkFile();
+}
+
+void UserDefaults::checkFile()
+{
+    const QString path = m_settings->fileName();
+    m_setAsidePath = SettingsFile::setAsideIfUnreadable(path);
+    if (m_setAsidePath)
+        m_settings = std::make_unique<QSettings>(path, QSettings::IniFormat); // the fresh file
+    else if (!m_settings->contains(QLatin1String(SettingsFile::formatKey)))
+        m_settings->setValue(QLatin1String(SettingsFile::formatKey), SettingsFile::format);
 }
 
 void UserDefaults::registerDefaults(const QHash<UserDefaultsKey, QVariant> &values)

@@ -8,6 +8,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <optional>
 
 // The per-user settings store: an INI file (XDG config folder by default) with a registration
 // domain whose values are read until the user writes their own.
@@ -38,11 +39,16 @@ public:
     void remove(UserDefaultsKey key);
     void sync() { m_settings->sync(); }
     QString fileName() const { return m_settings->fileName(); }
+    // Where the file found unreadable at start was moved; none when it was read whole.
+    const std::optional<QString> &setAsidePath() const { return m_setAsidePath; }
 
 Q_SIGNALS:
     void valueChanged(UserDefaultsKey key);
 
 private:
+    void checkFile();
+
     std::unique_ptr<QSettings> m_settings;
+    std::optional<QString> m_setAsidePath;
     QHash<UserDefaultsKey, QVariant> m_registered;
 };

@@ -10,6 +10,9 @@ ClientErrorPresenter::ClientErrorPresenter(AppContext &context, QWidget *window)
     , m_window(window)
 {
     connect(&m_context, &AppContext::clientErrorChanged, this, &ClientErrorPresenter::present);
+    // A failure of the start itself (an unreadable settings file) came before the window.
+    if (m_context.clientError())
+        QMetaObject::invokeMethod(this, &ClientErrorPresenter::present, Qt::QueuedConnection);
 }
 
 void ClientErrorPresenter::present()

@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <functional>
+
 namespace {
 
 ClientConfiguration sample(const QString &host, std::optional<int> port = 8080)
@@ -76,6 +78,71 @@ private Q_SLOTS:
         UserDefaults reopened(iniPath());
         QCOMPARE(reopened.rawValue(QLatin1String(ConnectionStore::unreadableBackupKey)).toByteArray(), stored);
         QCOMPARE(ConnectionStore(reopened).load().size(), 2);
+    }
+
+    void damagedFileIsSetAside_data()
+    {
+        using Damage = std::function<QByteArray(QByteArray)>;
+        QTest::addColumn<Damage>("damage");
+        QTest::addColumn<bool>("setAside");
+        QTest::addColumn<QStringList>("hostsKept");
+        QTest::addColumn<bool>("intervalKept");
+        const QStringList all{u"a.local"_qs, u"b.local"_qs, u"c.local"_qs};
+        QTest::newRow("read whole") << Damage([](QByteArray text) { return text; }) << false << all << true;
+        QTest::newRow("another type where a number belongs") << Damage([](QByteArray text) {
+            return text.replace("refreshInterval=4500", "refreshInterval=@Size(1 2)");
+        }) << false << all << false;
+        QTest::newRow("cut inside the connections")
+            << Damage([](QByteArray text) { return text.left(text.indexOf("b.local")); }) << true
+            << QStringList{u"a.local"_qs} << false;
+        QTest::newRow("cut in the last line")
+            << Damage([](QByteArray text) { return text.chopped(2); }) << true << all << true;
+        QTest::newRow("zeros left by a crash")
+            << Damage([](QByteArray text) { return text + QByteArray(64, '\0'); }) << true << all << true;
+        // A length of its own: the settings cache of this process takes a file of the same size and
+        // time for the one it has read.
+        QTest::newRow("written by a newer Quillo")
+            << Damage([](QByteArray text) { return text.replace("settingsFormat=1", "settingsFormat=12"); }) << true
+            << all << true;
+    }
+
+    // Nothing of a damaged file is written over: it is kept aside as it is, what can be read of it
+    // carries on, and it is reported at the one start that found it.
+    void damagedFileIsSetAside()
+    {
+        QFETCH(std::function<QByteArray(QByteArray)>, damage);
+        QFETCH(bool, setAside);
+        QFETCH(QStringList, hostsKept);
+        QFETCH(bool, intervalKept);
+        {
+            UserDefaults defaults(iniPath());
+            ConnectionStore(defaults).save({sample(u"a.local"_qs), sample(u"b.local"_qs), sample(u"c.local"_qs)});
+            defaults.setValue(UserDefaultsKey::refreshInterval, 4500);
+        }
+        QFile file(iniPath());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray damaged = damage(file.readAll());
+        file.close();
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(damaged);
+        file.close();
+        QFile::remove(iniPath() + u".unreadable"_qs);
+
+        {
+            UserDefaults defaults(iniPath());
+            QCOMPARE(defaults.setAsidePath().has_value(), setAside);
+            QStringList hosts;
+            for (const ClientConfiguration &configuration : ConnectionStore(defaults).load())
+                hosts << configuration.host;
+            QCOMPARE(hosts, hostsKept);
+            QCOMPARE(defaults.integerValue(UserDefaultsKey::refreshInterval, 2000), intervalKept ? 4500 : 2000);
+            if (setAside) {
+                QFile aside(*defaults.setAsidePath());
+                QVERIFY(aside.open(QIODevice::ReadOnly));
+                QCOMPARE(aside.readAll(), damaged);
+            }
+        }
+        QVERIFY(!UserDefaults(iniPath()).setAsidePath());
     }
 
     void legacyListMigratesOnce()
