@@ -10,6 +10,7 @@
 #include "core/Sync.h"
 #include "support/Captured.h"
 
+#include <QCoreApplication>
 #include <QLoggingCategory>
 
 Q_LOGGING_CATEGORY(lcConnector, "AppContext")
@@ -94,8 +95,9 @@ QCoro::Task<> Connector::open(std::optional<UserCredentials> credentials)
         const ClientConfiguration configuration = *m_connections.selected();
         const AuthMethod method = configuration.authMethod;
         if (method == AuthMethod::none) {
-            m_errors.report(QStringLiteral("Failed to login."), std::make_exception_ptr(API::AutorizationError(
-                                                                    API::AutorizationError::Case::unauthorized)));
+            m_errors.report(
+                QCoreApplication::translate("Connector", "Failed to login."),
+                std::make_exception_ptr(API::AutorizationError(API::AutorizationError::Case::unauthorized)));
             setProgress(ProgressMessage::none);
             co_return;
         }
@@ -104,6 +106,9 @@ QCoro::Task<> Connector::open(std::optional<UserCredentials> credentials)
             credentials = co_await std::move(reading);
             if (!session)
                 co_return;
+            // The prompt follows: the password typed there logs in whatever the keyring's state.
+            reportKeychainFailure(QCoreApplication::translate("Connector",
+                                                              "Quillo couldn't read the saved password from the keyring."));
             if (credentials && credentials->isMissing(method))
                 credentials.reset();
         }
@@ -142,7 +147,8 @@ QCoro::Task<std::optional<bool>> Connector::checkAuthorizationBypass(QPointer<Se
         co_return true;
     }
     if (!thrown<API::AutorizationError>(answer.error)) {
-        m_errors.report(QStringLiteral("Failed to check authorization bypass."), answer.error);
+        m_errors.report(QCoreApplication::translate("Connector", "Failed to check authorization bypass."),
+                        answer.error);
         offerSecureAddressAfter(answer.error, HTTPSRedirectSuggestion::Origin::currentConnection);
         co_return std::nullopt;
     }
@@ -161,7 +167,7 @@ QCoro::Task<bool> Connector::authenticate(QPointer<Session> session)
         co_return false;
     qCInfo(lcConnector, "Loggin in %s.", answer ? "success" : "failed");
     if (!answer) {
-        m_errors.report(QStringLiteral("Failed to login."), answer.error);
+        m_errors.report(QCoreApplication::translate("Connector", "Failed to login."), answer.error);
         if (thrown<API::AutorizationError>(answer.error))
             presentLoginPrompt(true);
         co_return false;
@@ -181,7 +187,7 @@ QCoro::Task<> Connector::finishConnecting(QPointer<Session> session)
     if (!session)
         co_return;
     if (!version) {
-        failed(QStringLiteral("Failed to get QBt version."), version.error);
+        failed(QCoreApplication::translate("Connector", "Failed to get QBt version."), version.error);
         co_return;
     }
     qCInfo(lcConnector, "qBt version: %s", qUtf8Printable(*version.value));
@@ -190,7 +196,7 @@ QCoro::Task<> Connector::finishConnecting(QPointer<Session> session)
     if (!session)
         co_return;
     if (!apiVersion) {
-        failed(QStringLiteral("Failed to get web API version."), apiVersion.error);
+        failed(QCoreApplication::translate("Connector", "Failed to get web API version."), apiVersion.error);
         co_return;
     }
     session->setVersions(*version.value, *apiVersion.value);
@@ -252,7 +258,9 @@ QCoro::Task<> Connector::logIn(UserCredentials credentials, bool autoLogin)
     const ClientConfiguration configuration = *m_connections.selected();
     if (autoLogin) {
         QCoro::Task<bool> saving = m_keychain.save(configuration, credentials);
-        co_await std::move(saving);
+        if (!co_await std::move(saving))
+            reportKeychainFailure(QCoreApplication::translate(
+                "Connector", "Quillo couldn't save the password to the keyring. It will be asked for next time."));
     } else {
         QCoro::Task<bool> removing = m_keychain.remove(configuration);
         co_await std::move(removing);
@@ -262,6 +270,12 @@ QCoro::Task<> Connector::logIn(UserCredentials credentials, bool autoLogin)
     session->setAuthorized();
     QCoro::Task<> finishing = finishConnecting(session);
     co_await std::move(finishing);
+}
+
+void Connector::reportKeychainFailure(const QString &title)
+{
+    if (const auto &failure = m_keychain.lastFailure())
+        m_errors.report(title, std::make_exception_ptr(*failure));
 }
 
 void Connector::cancelLogin()
@@ -283,7 +297,7 @@ QCoro::Task<> Connector::logOut()
     if (!session)
         co_return;
     if (!answer)
-        m_errors.report(QStringLiteral("Failed to logout."), answer.error);
+        m_errors.report(QCoreApplication::translate("Connector", "Failed to logout."), answer.error);
     // The connection stays chosen, to log in again; what the server showed is no longer current.
     replaceSession(nullptr);
     Q_EMIT stateChanged();

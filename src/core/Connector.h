@@ -75,6 +75,7 @@ Q_SIGNALS:
                                HTTPSRedirectSuggestion::Origin origin);
 
 private:
+    void reportKeychainFailure(const QString &title);
     // Any request the server answers only to a client it lets in: a header method is proven by the
     // first request it authorises, and a lost connection by the first that gets no answer.
     static QCoro::Task<> askVersion(API::Client &client);

@@ -2,6 +2,7 @@
 
 #include "platform/Secrets.h"
 
+#include <QCoreApplication>
 #include <QCoroFuture>
 #include <QLoggingCategory>
 #include <QStringDecoder>
@@ -50,13 +51,22 @@ KeychainStore::KeychainError::KeychainError(Case kind, int status, QString descr
 
 KeychainStore::KeychainError KeychainStore::KeychainError::unhandled(int status, const QString &message)
 {
-    return {Case::unhandled, status, QStringLiteral("Keychain error %1").arg(status), message};
+    return {Case::unhandled, status,
+            QCoreApplication::translate("KeychainStore",
+                                        "The keyring is locked, or no keyring service such as GNOME Keyring or "
+                                        "KWallet is running. Unlock or start it, then log in again."),
+            QCoreApplication::translate("KeychainStore", "Keychain error %1: %2").arg(status).arg(message)};
 }
 
 KeychainStore::KeychainError KeychainStore::KeychainError::dataCorrupted()
 {
-    return {Case::dataCorrupted, 0, QStringLiteral("Keychain data is corrupted"),
-            QStringLiteral("The stored credential is not text.")};
+    return {Case::dataCorrupted, 0, QCoreApplication::translate("KeychainStore", "Keychain data is corrupted"),
+            QCoreApplication::translate("KeychainStore", "The stored credential is not text.")};
+}
+
+KeychainStore::KeychainStore()
+    : m_lastFailure(std::make_shared<std::optional<KeychainError>>())
+{
 }
 
 // One keychain thread for the whole process, never ended: the Secret Service client keeps
@@ -120,66 +130,73 @@ std::optional<Platform::Secrets::Item> moveOlderItem(const ClientConfiguration &
 // The only coroutine here. The public calls are plain functions that hand their arguments to the
 // job: g++ 12 miscounts the copies of a coroutine's parameters captured by a lambda, which freed
 // the credentials' text while the caller still held it.
-template <typename T> QCoro::Task<T> resultOf(QFuture<T> future)
+template<typename T>
+QCoro::Task<T> resultOf(QFuture<KeychainStore::Outcome<T>> future,
+                        std::shared_ptr<std::optional<KeychainStore::KeychainError>> lastFailure)
 {
-    co_return co_await future;
+    KeychainStore::Outcome<T> outcome = co_await future;
+    *lastFailure = std::move(outcome.failure);
+    co_return std::move(outcome.value);
 }
+
 
 } // namespace
 
 QCoro::Task<bool> KeychainStore::save(ClientConfiguration configuration, UserCredentials credentials)
 {
-    auto job = [configuration = std::move(configuration), credentials = std::move(credentials)] {
+    auto job = [configuration = std::move(configuration), credentials = std::move(credentials)]() -> Outcome<bool> {
         const AuthMethod method = configuration.authMethod;
         try {
             Platform::Secrets::store(service(configuration), account(method, credentials),
                                      secretOf(method, credentials), !configuration.isLocal);
             qCInfo(lcKeychain, "Item added/updated in keychain!");
-            return true;
+            return {true, {}};
         } catch (const Platform::Secrets::Failure &failure) {
-            qCWarning(lcKeychain, "Item not saved to keychain! %s",
-                      KeychainError::unhandled(failure.code, QString::fromUtf8(failure.what())).what());
-            return false;
+            const KeychainError error = KeychainError::unhandled(failure.code, QString::fromUtf8(failure.what()));
+            qCWarning(lcKeychain, "Item not saved to keychain! %s", error.what());
+            return {false, error};
         }
     };
-    return resultOf(QtConcurrent::run(&executor(), std::move(job)));
+    return resultOf(QtConcurrent::run(&executor(), std::move(job)), m_lastFailure);
 }
 
 QCoro::Task<std::optional<UserCredentials>> KeychainStore::read(ClientConfiguration configuration)
 {
-    auto job = [configuration = std::move(configuration)]() -> std::optional<UserCredentials> {
+    auto job = [configuration = std::move(configuration)]() -> Outcome<std::optional<UserCredentials>> {
         try {
             auto item = Platform::Secrets::find(service(configuration));
             if (!item && configuration.authMethod == AuthMethod::cookieLogin)
                 item = moveOlderItem(configuration);
             if (!item) {
                 qCInfo(lcKeychain, "Item not found in keychain! %s", qUtf8Printable(service(configuration)));
-                return std::nullopt;
+                return {std::nullopt, {}};
             }
-            return credentialsOf(configuration.authMethod, *item);
+            return {credentialsOf(configuration.authMethod, *item), {}};
         } catch (const Platform::Secrets::Failure &failure) {
             qCWarning(lcKeychain, "Item not found in keychain! %s", failure.what());
+            return {std::nullopt, KeychainError::unhandled(failure.code, QString::fromUtf8(failure.what()))};
         } catch (const KeychainError &error) {
             qCWarning(lcKeychain, "Item not found in keychain! %s", error.what());
+            return {std::nullopt, error};
         }
-        return std::nullopt;
     };
-    return resultOf(QtConcurrent::run(&executor(), std::move(job)));
+    return resultOf(QtConcurrent::run(&executor(), std::move(job)), m_lastFailure);
 }
 
 QCoro::Task<bool> KeychainStore::remove(ClientConfiguration configuration)
 {
-    auto job = [configuration = std::move(configuration)] {
+    auto job = [configuration = std::move(configuration)]() -> Outcome<bool> {
         try {
             if (Platform::Secrets::remove(service(configuration))) {
                 qCInfo(lcKeychain, "Item removed from keychain!");
-                return true;
+                return {true, {}};
             }
             qCWarning(lcKeychain, "Item not removed from keychain! %s", "no such item");
+            return {false, {}};
         } catch (const Platform::Secrets::Failure &failure) {
             qCWarning(lcKeychain, "Item not removed from keychain! %s", failure.what());
+            return {false, KeychainError::unhandled(failure.code, QString::fromUtf8(failure.what()))};
         }
-        return false;
     };
-    return resultOf(QtConcurrent::run(&executor(), std::move(job)));
+    return resultOf(QtConcurrent::run(&executor(), std::move(job)), m_lastFailure);
 }

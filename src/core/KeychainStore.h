@@ -7,6 +7,7 @@
 #include <QCoroTask>
 #include <QThreadPool>
 
+#include <memory>
 #include <optional>
 
 // The credentials of saved connections, kept only in the system keychain. Every keychain call runs
@@ -33,7 +34,7 @@ public:
     };
 
     // The jobs copy what they need and never touch the store, so it may go while they run.
-    KeychainStore() = default;
+    KeychainStore();
     KeychainStore(const KeychainStore &) = delete;
     KeychainStore &operator=(const KeychainStore &) = delete;
 
@@ -42,12 +43,25 @@ public:
     QCoro::Task<bool> save(ClientConfiguration configuration, API::UserCredentials credentials);
     QCoro::Task<std::optional<API::UserCredentials>> read(ClientConfiguration configuration);
     QCoro::Task<bool> remove(ClientConfiguration configuration);
+    // Why the call that finished last failed; none when it succeeded or only found nothing. A
+    // locked keyring whose prompt was dismissed and a missing keyring service end up here.
+    const std::optional<KeychainError> &lastFailure() const { return *m_lastFailure; }
 
     // "http://192.168.1.10:8080/#basic": the item's service text; without the method it is the form
     // older versions stored login passwords under.
     static QString service(const ClientConfiguration &configuration, bool withAuthMethod = true);
     static QString account(API::AuthMethod method, const API::UserCredentials &credentials);
 
+    template<typename T>
+    struct Outcome
+    {
+        T value;
+        std::optional<KeychainError> failure;
+    };
+
 private:
     static QThreadPool &executor();
+
+    // Shared with the calls in flight, which outlive a store that goes first.
+    std::shared_ptr<std::optional<KeychainError>> m_lastFailure;
 };
