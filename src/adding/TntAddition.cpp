@@ -7,6 +7,7 @@
 #include "model/TntCollection.h"
 #include "support/Captured.h"
 
+#include <QCoreApplication>
 #include <QCoroSignal>
 #include <QCoroTimer>
 #include <QDeadlineTimer>
@@ -18,7 +19,7 @@ Q_LOGGING_CATEGORY(lcAddition, "AppContext")
 
 namespace {
 
-const QString addingFailure = QStringLiteral("Failed to add torrents.");
+const QString addingFailure = QCoreApplication::translate("TntAddition", "Failed to add torrents.");
 constexpr int normalPriority = 1;
 
 QString joined(const QList<int> &priorities)
@@ -94,9 +95,10 @@ QCoro::Task<bool> TntAddition::awaitTnt(Server server, QString hash)
     if (co_await std::move(listing))
         co_return true;
     if (server.session)
-        Q_EMIT failed(QStringLiteral("Failed to set file priority."),
-                      refusal(QStringLiteral("The torrent did not appear on the server, so its skipped files could "
-                                             "not be set.")));
+        Q_EMIT failed(QCoreApplication::translate("TntAddition", "Failed to set file priority."),
+                      refusal(QCoreApplication::translate(
+                          "TntAddition", "The torrent did not appear on the server, so its skipped files could "
+                                         "not be set.")));
     co_return false;
 }
 
@@ -118,7 +120,8 @@ QCoro::Task<bool> TntAddition::addMagnetMakingSureItIsListed(Server server, API:
             co_return false;
         if (attempt == 3) {
             Q_EMIT failed(addingFailure,
-                          refusal(QStringLiteral("The server accepted the magnet link but does not list it.")));
+                          refusal(QCoreApplication::translate(
+                              "TntAddition", "The server accepted the magnet link but does not list it.")));
             co_return false;
         }
         qCWarning(lcAddition, "Added magnet %s not listed: asking for its metadata before adding it again",
@@ -147,7 +150,7 @@ QCoro::Task<bool> TntAddition::setFilePriorities(Server server, QString hash, QL
         if (!server.session)
             co_return false;
         if (!set) {
-            Q_EMIT failed(QStringLiteral("Failed to set file priority."), set.error);
+            Q_EMIT failed(QCoreApplication::translate("TntAddition", "Failed to set file priority."), set.error);
             co_return false;
         }
     }

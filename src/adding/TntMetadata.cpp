@@ -21,8 +21,7 @@ namespace {
 using Dictionary = BencodeResult::Dictionary;
 using List = BencodeResult::List;
 
-template<typename T>
-std::optional<T> as(const std::optional<BencodeResult> &value)
+template <typename T> std::optional<T> as(const std::optional<BencodeResult> &value)
 {
     if (!value)
         return std::nullopt;
@@ -70,7 +69,7 @@ struct Refusal
     throw Refusal{reason};
 }
 
-const QString invalidFormat = QStringLiteral("The file's format is invalid.");
+const QString invalidFormat = QCoreApplication::translate("TntMetadata", "The file's format is invalid.");
 
 bool hasAttribute(const Dictionary &file, char attribute)
 {
@@ -88,10 +87,10 @@ public:
     {
         m_info.name = textAt(dictionary, "name").value_or(QString());
         if (m_info.name.isEmpty())
-            refuse(QStringLiteral("The torrent has no name."));
+            refuse(QCoreApplication::translate("TntMetadata", "The torrent has no name."));
         const auto pieceLength = integerAt(dictionary, "piece length");
         if (!pieceLength || *pieceLength <= 0)
-            refuse(QStringLiteral("The torrent has no valid piece length."));
+            refuse(QCoreApplication::translate("TntMetadata", "The torrent has no valid piece length."));
         m_info.pieceLength = *pieceLength;
         m_info.piecesNum = integerAt(dictionary, "piecesNum").value_or(-1);
         m_info.isPrivate = integerAt(dictionary, "private") == 1;
@@ -104,7 +103,7 @@ public:
         if (hasV1 || !hasV2) {
             const auto pieces = as<QByteArrayView>(m_dictionary.value("pieces"));
             if (!pieces || pieces->isEmpty() || pieces->size() % 20 != 0)
-                refuse(QStringLiteral("The torrent has no valid pieces."));
+                refuse(QCoreApplication::translate("TntMetadata", "The torrent has no valid pieces."));
             if (const auto files = as<List>(m_dictionary.value("files")))
                 readFileList(*files);
             else if (m_dictionary.value("length"))
@@ -113,9 +112,9 @@ public:
             readFileTree(*tree);
         }
         if (m_info.files.isEmpty() && !m_isSingleFile)
-            refuse(QStringLiteral("The torrent has no files."));
+            refuse(QCoreApplication::translate("TntMetadata", "The torrent has no files."));
         if (m_total - m_padding == 0)
-            refuse(QStringLiteral("The torrent's size is zero."));
+            refuse(QCoreApplication::translate("TntMetadata", "The torrent's size is zero."));
         return std::move(m_info);
     }
 
@@ -128,7 +127,7 @@ private:
         if (!length)
             refuse(invalidFormat);
         if (*length < 0)
-            refuse(QStringLiteral("The torrent has a file of negative size."));
+            refuse(QCoreApplication::translate("TntMetadata", "The torrent has a file of negative size."));
         if (__builtin_add_overflow(m_total, *length, &m_total))
             refuse(invalidFormat);
         return *length;
@@ -324,7 +323,7 @@ std::optional<TntMetadata> TntMetadata::fromTorrentData(const QByteArray &bencod
             refuse(invalidFormat);
         const auto info = as<Dictionary>(top->value("info"));
         if (!info)
-            refuse(QStringLiteral("The file holds no torrent information."));
+            refuse(QCoreApplication::translate("TntMetadata", "The file holds no torrent information."));
 
         TntMetadata metadata;
         // libtorrent 2 reads v2 metadata by "meta version" 2; a hybrid carries v1 metadata as well.

@@ -4,6 +4,7 @@
 #include "api/Endpoint.h"
 #include "api/Errors.h"
 
+#include <QCoreApplication>
 #include <QCoroFuture>
 #include <QCoroNetworkReply>
 #include <QHostAddress>
@@ -38,16 +39,14 @@ void endReply(QNetworkReply *reply, EndedBy reason)
 }
 
 // QFuture carries only QException types across threads; the outcome carries any exception.
-template<typename T>
-struct DecodeOutcome
+template <typename T> struct DecodeOutcome
 {
     std::optional<T> value;
     std::exception_ptr error;
 };
 
 // A plain function, not a coroutine: GCC 12 mishandles a coroutine parameter moved into a lambda.
-template<typename T>
-QFuture<DecodeOutcome<T>> decodeOnWorker(const QByteArray &body, T (*decode)(const QByteArray &))
+template <typename T> QFuture<DecodeOutcome<T>> decodeOnWorker(const QByteArray &body, T (*decode)(const QByteArray &))
 {
     return QtConcurrent::run(
         [decode](const QByteArray &bytes) {
@@ -62,8 +61,7 @@ QFuture<DecodeOutcome<T>> decodeOnWorker(const QByteArray &body, T (*decode)(con
         body);
 }
 
-template<typename T>
-T takeOutcome(DecodeOutcome<T> outcome)
+template <typename T> T takeOutcome(DecodeOutcome<T> outcome)
 {
     if (outcome.error)
         std::rethrow_exception(outcome.error);
@@ -121,8 +119,8 @@ Client::StatusClass Client::classify(int status)
         return StatusClass::success;
     if (in(300, 308))
         return StatusClass::redirection;
-    if (in(400, 418) || in(421, 424) || status == 426 || status == 428 || status == 429 || status == 431
-        || status == 444 || status == 451 || in(495, 497) || status == 499)
+    if (in(400, 418) || in(421, 424) || status == 426 || status == 428 || status == 429 || status == 431 ||
+        status == 444 || status == 451 || in(495, 497) || status == 499)
         return StatusClass::clientError;
     if (in(500, 508) || status == 510 || status == 511)
         return StatusClass::serverError;
@@ -141,8 +139,8 @@ QString Client::normalisedBasePath(const QString &path)
 
 QString Client::userAgent()
 {
-    return QString::fromUtf16(AppInfo::name) + QStringLiteral(" v.") + QString::fromUtf16(AppInfo::version) + QStringLiteral(" (")
-         + QString::fromUtf16(AppInfo::buildNumber) + QStringLiteral(")");
+    return QString::fromUtf16(AppInfo::name) + QStringLiteral(" v.") + QString::fromUtf16(AppInfo::version) +
+           QStringLiteral(" (") + QString::fromUtf16(AppInfo::buildNumber) + QStringLiteral(")");
 }
 
 QString Client::decodeText(const QByteArray &body)
@@ -171,9 +169,9 @@ QNetworkReply *Client::send(const APIEndpoint &endpoint, const QUrl &url)
     // Qt asks for gzip unless told otherwise; an explicit encoding also stops it inflating.
     if (!wantsCompression(url.host()))
         request.setRawHeader("Accept-Encoding", "identity");
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         m_redirectPolicy.followsSameHost ? QNetworkRequest::UserVerifiedRedirectPolicy
-                                                          : QNetworkRequest::ManualRedirectPolicy);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, m_redirectPolicy.followsSameHost
+                                                                       ? QNetworkRequest::UserVerifiedRedirectPolicy
+                                                                       : QNetworkRequest::ManualRedirectPolicy);
     if (!endpoint.contentType.isEmpty())
         request.setHeader(QNetworkRequest::ContentTypeHeader, endpoint.contentType);
 
@@ -242,7 +240,8 @@ QCoro::Task<QByteArray> Client::perform(APIEndpoint endpoint)
                                                                     [](QNetworkReply *r) { r->deleteLater(); });
     co_await reply.get();
     if (!self)
-        throw TransportError(QNetworkReply::OperationCanceledError, QStringLiteral("The connection was closed."));
+        throw TransportError(QNetworkReply::OperationCanceledError,
+                             QCoreApplication::translate("Client", "The connection was closed."));
     co_return vet(*reply, endpoint);
 }
 
@@ -256,7 +255,8 @@ QByteArray Client::vet(QNetworkReply &reply, const APIEndpoint &endpoint) const
         throw NetworkError::redirectBlocked(target);
     }
     if (endedBy == EndedBy::idleTimeout || endedBy == EndedBy::overallTimeout)
-        throw TransportError(QNetworkReply::TimeoutError, QStringLiteral("The request timed out."), true);
+        throw TransportError(QNetworkReply::TimeoutError,
+                             QCoreApplication::translate("Client", "The request timed out."), true);
 
     const QVariant statusAttribute = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute);
     if (!statusAttribute.isValid()) {
@@ -316,8 +316,8 @@ void Client::checkStatus(int status, const QByteArray &body, const APIEndpoint &
     default: break;
     }
     // A change of the server's settings it will not take: newer servers say why with a 400.
-    if (endpoint.group == APIEndpoint::Group::application && endpoint.method == HttpMethod::post && status >= 400
-        && status < 500)
+    if (endpoint.group == APIEndpoint::Group::application && endpoint.method == HttpMethod::post && status >= 400 &&
+        status < 500)
         throw RefusalError(QString::fromUtf8(body).trimmed());
 }
 
@@ -352,7 +352,7 @@ QCoro::Task<WebAPIVersion> Client::webapiVersion()
     const QString text = co_await performText(Endpoint::Application::webapiVersion());
     const auto version = WebAPIVersion::parse(text);
     if (!version)
-        throw ResponseDecodingError(QStringLiteral("\"%1\" is not a version number.").arg(text));
+        throw ResponseDecodingError(QCoreApplication::translate("Client", "\"%1\" is not a version number.").arg(text));
     co_return *version;
 }
 

@@ -2,6 +2,8 @@
 
 #include "api/Errors.h"
 
+#include <QCoreApplication>
+
 namespace API {
 
 ClientError::ClientError(QString title, const std::exception_ptr &error)
@@ -21,7 +23,7 @@ ClientError::ClientError(QString title, const std::exception_ptr &error)
     } catch (const std::exception &other) {
         m_description = QString::fromUtf8(other.what());
     } catch (...) {
-        m_description = QStringLiteral("An unexpected error occurred!");
+        m_description = QCoreApplication::translate("ClientError", "An unexpected error occurred!");
     }
 }
 

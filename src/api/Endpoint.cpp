@@ -1,5 +1,7 @@
 #include "api/Endpoint.h"
 
+#include <QCoreApplication>
+
 namespace API::Endpoint {
 
 namespace {
@@ -88,15 +90,42 @@ APIEndpoint networkInterfaceAddressList(const QString &interfaceName)
                 FormBody().add(u"iface", interfaceName));
 }
 
-APIEndpoint version() { return get(Group::application, QStringLiteral("version")); }
-APIEndpoint webapiVersion() { return get(Group::application, QStringLiteral("webapiVersion")); }
-APIEndpoint buildInfo() { return get(Group::application, QStringLiteral("buildInfo")); }
-APIEndpoint shutdown() { return post(Group::application, QStringLiteral("shutdown")); }
-APIEndpoint preferences() { return get(Group::application, QStringLiteral("preferences")); }
-APIEndpoint defaultSavePath() { return get(Group::application, QStringLiteral("defaultSavePath")); }
-APIEndpoint networkInterfaceList() { return get(Group::application, QStringLiteral("networkInterfaceList")); }
-APIEndpoint rotateAPIKey() { return post(Group::application, QStringLiteral("rotateAPIKey")); }
-APIEndpoint deleteAPIKey() { return post(Group::application, QStringLiteral("deleteAPIKey")); }
+APIEndpoint version()
+{
+    return get(Group::application, QStringLiteral("version"));
+}
+APIEndpoint webapiVersion()
+{
+    return get(Group::application, QStringLiteral("webapiVersion"));
+}
+APIEndpoint buildInfo()
+{
+    return get(Group::application, QStringLiteral("buildInfo"));
+}
+APIEndpoint shutdown()
+{
+    return post(Group::application, QStringLiteral("shutdown"));
+}
+APIEndpoint preferences()
+{
+    return get(Group::application, QStringLiteral("preferences"));
+}
+APIEndpoint defaultSavePath()
+{
+    return get(Group::application, QStringLiteral("defaultSavePath"));
+}
+APIEndpoint networkInterfaceList()
+{
+    return get(Group::application, QStringLiteral("networkInterfaceList"));
+}
+APIEndpoint rotateAPIKey()
+{
+    return post(Group::application, QStringLiteral("rotateAPIKey"));
+}
+APIEndpoint deleteAPIKey()
+{
+    return post(Group::application, QStringLiteral("deleteAPIKey"));
+}
 
 } // namespace Application
 
@@ -116,18 +145,36 @@ APIEndpoint torrentPeers(const QString &hash, qint64 rid)
 
 namespace TntManagement {
 
-APIEndpoint pause(const QStringList &hashes) { return forHashes(QStringLiteral("pause"), hashes); }
-APIEndpoint stop(const QStringList &hashes) { return forHashes(QStringLiteral("stop"), hashes); }
-APIEndpoint resume(const QStringList &hashes) { return forHashes(QStringLiteral("resume"), hashes); }
-APIEndpoint start(const QStringList &hashes) { return forHashes(QStringLiteral("start"), hashes); }
+APIEndpoint pause(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("pause"), hashes);
+}
+APIEndpoint stop(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("stop"), hashes);
+}
+APIEndpoint resume(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("resume"), hashes);
+}
+APIEndpoint start(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("start"), hashes);
+}
 
 APIEndpoint setForceStart(const QStringList &hashes, bool value)
 {
     return torrents(QStringLiteral("setForceStart"), FormBody().add(u"hashes", joined(hashes)).add(u"value", value));
 }
 
-APIEndpoint recheck(const QStringList &hashes) { return forHashes(QStringLiteral("recheck"), hashes); }
-APIEndpoint reannounce(const QStringList &hashes) { return forHashes(QStringLiteral("reannounce"), hashes); }
+APIEndpoint recheck(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("recheck"), hashes);
+}
+APIEndpoint reannounce(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("reannounce"), hashes);
+}
 
 APIEndpoint add(const MultipartBody &upload)
 {
@@ -158,7 +205,10 @@ APIEndpoint deleteTnts(const QStringList &hashes, bool deleteFiles)
                     FormBody().add(u"hashes", joined(hashes)).add(u"deleteFiles", deleteFiles));
 }
 
-APIEndpoint trackers(const QString &hash) { return forHash(QStringLiteral("trackers"), hash); }
+APIEndpoint trackers(const QString &hash)
+{
+    return forHash(QStringLiteral("trackers"), hash);
+}
 
 APIEndpoint addTrackers(const QString &hash, const QStringList &urls)
 {
@@ -179,13 +229,23 @@ APIEndpoint removeTrackers(const QString &hash, const QStringList &urls)
                     {{409, Case::trackerAlreadyExistOrNotFound, {}}});
 }
 
-APIEndpoint properties(const QString &hash) { return forHash(QStringLiteral("properties"), hash); }
-APIEndpoint webseeds(const QString &hash) { return forHash(QStringLiteral("webseeds"), hash); }
-APIEndpoint files(const QString &hash) { return forHash(QStringLiteral("files"), hash); }
+APIEndpoint properties(const QString &hash)
+{
+    return forHash(QStringLiteral("properties"), hash);
+}
+APIEndpoint webseeds(const QString &hash)
+{
+    return forHash(QStringLiteral("webseeds"), hash);
+}
+APIEndpoint files(const QString &hash)
+{
+    return forHash(QStringLiteral("files"), hash);
+}
 
 // The server explains a refused URL in its answer, which becomes the failure's reason.
-static const QList<StatusRule> webSeedRules{{400, Case::missingParameter, QStringLiteral("Invalid web seed URL!")},
-                                            {409, Case::missingParameter, QStringLiteral("Failed to edit web seed!")}};
+static const QList<StatusRule> webSeedRules{
+    {400, Case::missingParameter, QCoreApplication::translate("Endpoint", "Invalid web seed URL!")},
+    {409, Case::missingParameter, QCoreApplication::translate("Endpoint", "Failed to edit web seed!")}};
 
 APIEndpoint addWebSeeds(const QString &hash, const QStringList &urls)
 {
@@ -204,20 +264,38 @@ APIEndpoint removeWebSeeds(const QString &hash, const QStringList &urls)
     return torrents(QStringLiteral("removeWebSeeds"), FormBody().add(u"hash", hash).add(u"urls", urls.join(u'|')),
                     webSeedRules);
 }
-APIEndpoint pieceStates(const QString &hash) { return forHash(QStringLiteral("pieceStates"), hash); }
-APIEndpoint exportTnt(const QString &hash) { return forHash(QStringLiteral("export"), hash); }
+APIEndpoint pieceStates(const QString &hash)
+{
+    return forHash(QStringLiteral("pieceStates"), hash);
+}
+APIEndpoint exportTnt(const QString &hash)
+{
+    return forHash(QStringLiteral("export"), hash);
+}
 
 APIEndpoint addPeers(const QStringList &hashes, const QStringList &peers)
 {
     return torrents(QStringLiteral("addPeers"),
                     FormBody().add(u"hashes", joined(hashes)).add(u"peers", peers.join(u'|')),
-                    {{400, Case::missingParameter, QStringLiteral("Failed to add peers!")}});
+                    {{400, Case::missingParameter, QCoreApplication::translate("Endpoint", "Failed to add peers!")}});
 }
 
-APIEndpoint increasePrio(const QStringList &hashes) { return forHashes(QStringLiteral("increasePrio"), hashes, queueRules); }
-APIEndpoint decreasePrio(const QStringList &hashes) { return forHashes(QStringLiteral("decreasePrio"), hashes, queueRules); }
-APIEndpoint topPrio(const QStringList &hashes) { return forHashes(QStringLiteral("topPrio"), hashes, queueRules); }
-APIEndpoint bottomPrio(const QStringList &hashes) { return forHashes(QStringLiteral("bottomPrio"), hashes, queueRules); }
+APIEndpoint increasePrio(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("increasePrio"), hashes, queueRules);
+}
+APIEndpoint decreasePrio(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("decreasePrio"), hashes, queueRules);
+}
+APIEndpoint topPrio(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("topPrio"), hashes, queueRules);
+}
+APIEndpoint bottomPrio(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("bottomPrio"), hashes, queueRules);
+}
 
 APIEndpoint filePrio(const QString &hash, const QList<int> &fileIndexes, int priority)
 {
@@ -262,12 +340,12 @@ APIEndpoint setShareLimits(const QStringList &hashes, double ratioLimit, qint64 
 APIEndpoint setLocation(const QStringList &hashes, const QString &location)
 {
     // A plain "Forbidden" is a missing session, not a folder the server cannot write to.
-    auto endpoint = torrents(QStringLiteral("setLocation"),
-                             FormBody().add(u"hashes", joined(hashes)).add(u"location", location),
-                             {{400, Case::missingParameter,
-                               QStringLiteral("An error occurred while setting the torrent location!")},
-                              {409, Case::failedCreateDirectory, {}},
-                              {403, Case::writeAccessDenied, {}, QStringLiteral("write")}});
+    auto endpoint =
+        torrents(QStringLiteral("setLocation"), FormBody().add(u"hashes", joined(hashes)).add(u"location", location),
+                 {{400, Case::missingParameter,
+                   QCoreApplication::translate("Endpoint", "An error occurred while setting the torrent location!")},
+                  {409, Case::failedCreateDirectory, {}},
+                  {403, Case::writeAccessDenied, {}, QStringLiteral("write")}});
     endpoint.subjectPath = location;
     return endpoint;
 }
@@ -275,14 +353,14 @@ APIEndpoint setLocation(const QStringList &hashes, const QString &location)
 APIEndpoint rename(const QString &hash, const QString &name)
 {
     return torrents(QStringLiteral("rename"), FormBody().add(u"hash", hash).add(u"name", name),
-                    {{409, Case::missingParameter, QStringLiteral("Invalid torrent name!")}});
+                    {{409, Case::missingParameter, QCoreApplication::translate("Endpoint", "Invalid torrent name!")}});
 }
 
 static APIEndpoint renamePath(QString action, const QString &hash, const QString &oldPath, const QString &newPath)
 {
     return torrents(std::move(action), FormBody().add(u"hash", hash).add(u"oldPath", oldPath).add(u"newPath", newPath),
-                    {{400, Case::missingParameter, QStringLiteral("Failed to rename!")},
-                     {409, Case::missingParameter, QStringLiteral("Failed to rename!")}});
+                    {{400, Case::missingParameter, QCoreApplication::translate("Endpoint", "Failed to rename!")},
+                     {409, Case::missingParameter, QCoreApplication::translate("Endpoint", "Failed to rename!")}});
 }
 
 APIEndpoint renameFile(const QString &hash, const QString &oldPath, const QString &newPath)
@@ -297,8 +375,9 @@ APIEndpoint renameFolder(const QString &hash, const QString &oldPath, const QStr
 
 APIEndpoint setCategory(const QStringList &hashes, const QString &category)
 {
-    return torrents(QStringLiteral("setCategory"), FormBody().add(u"hashes", joined(hashes)).add(u"category", category),
-                    {{409, Case::missingParameter, QStringLiteral("Category does not exist!")}});
+    return torrents(
+        QStringLiteral("setCategory"), FormBody().add(u"hashes", joined(hashes)).add(u"category", category),
+        {{409, Case::missingParameter, QCoreApplication::translate("Endpoint", "Category does not exist!")}});
 }
 
 static APIEndpoint categoryEdit(QString action, const QString &name, const QString &savePath, const QString &failure)
@@ -312,12 +391,14 @@ static APIEndpoint categoryEdit(QString action, const QString &name, const QStri
 
 APIEndpoint createCategory(const QString &name, const QString &savePath)
 {
-    return categoryEdit(QStringLiteral("createCategory"), name, savePath, QStringLiteral("Failed to create category!"));
+    return categoryEdit(QStringLiteral("createCategory"), name, savePath,
+                        QCoreApplication::translate("Endpoint", "Failed to create category!"));
 }
 
 APIEndpoint editCategory(const QString &name, const QString &savePath)
 {
-    return categoryEdit(QStringLiteral("editCategory"), name, savePath, QStringLiteral("Failed to edit category!"));
+    return categoryEdit(QStringLiteral("editCategory"), name, savePath,
+                        QCoreApplication::translate("Endpoint", "Failed to edit category!"));
 }
 
 APIEndpoint removeCategories(const QStringList &names)
@@ -332,7 +413,8 @@ static QString joinedTags(const QStringList &tags)
 
 APIEndpoint addTags(const QStringList &hashes, const QStringList &tags)
 {
-    return torrents(QStringLiteral("addTags"), FormBody().add(u"hashes", joined(hashes)).add(u"tags", joinedTags(tags)));
+    return torrents(QStringLiteral("addTags"),
+                    FormBody().add(u"hashes", joined(hashes)).add(u"tags", joinedTags(tags)));
 }
 
 APIEndpoint removeTags(const QStringList &hashes, const QStringList &tags)
@@ -372,8 +454,14 @@ APIEndpoint setSuperSeeding(const QStringList &hashes, bool value)
     return torrents(QStringLiteral("setSuperSeeding"), FormBody().add(u"hashes", joined(hashes)).add(u"value", value));
 }
 
-APIEndpoint downloadLimit(const QStringList &hashes) { return forHashes(QStringLiteral("downloadLimit"), hashes); }
-APIEndpoint uploadLimit(const QStringList &hashes) { return forHashes(QStringLiteral("uploadLimit"), hashes); }
+APIEndpoint downloadLimit(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("downloadLimit"), hashes);
+}
+APIEndpoint uploadLimit(const QStringList &hashes)
+{
+    return forHashes(QStringLiteral("uploadLimit"), hashes);
+}
 
 } // namespace TntManagement
 
@@ -384,10 +472,22 @@ APIEndpoint banPeers(const QStringList &peers)
     return post(Group::transferInfo, QStringLiteral("banPeers"), FormBody().add(u"peers", peers.join(u'|')));
 }
 
-APIEndpoint speedLimitsMode() { return get(Group::transferInfo, QStringLiteral("speedLimitsMode")); }
-APIEndpoint toggleSpeedLimitsMode() { return post(Group::transferInfo, QStringLiteral("toggleSpeedLimitsMode")); }
-APIEndpoint downloadLimit() { return get(Group::transferInfo, QStringLiteral("downloadLimit")); }
-APIEndpoint uploadLimit() { return get(Group::transferInfo, QStringLiteral("uploadLimit")); }
+APIEndpoint speedLimitsMode()
+{
+    return get(Group::transferInfo, QStringLiteral("speedLimitsMode"));
+}
+APIEndpoint toggleSpeedLimitsMode()
+{
+    return post(Group::transferInfo, QStringLiteral("toggleSpeedLimitsMode"));
+}
+APIEndpoint downloadLimit()
+{
+    return get(Group::transferInfo, QStringLiteral("downloadLimit"));
+}
+APIEndpoint uploadLimit()
+{
+    return get(Group::transferInfo, QStringLiteral("uploadLimit"));
+}
 
 APIEndpoint setDownloadLimit(qint64 limit)
 {

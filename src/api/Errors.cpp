@@ -1,5 +1,7 @@
 #include "api/Errors.h"
 
+#include <QCoreApplication>
+
 namespace API {
 
 namespace {
@@ -7,10 +9,11 @@ namespace {
 QString autorizationDescription(AutorizationError::Case kind)
 {
     switch (kind) {
-    case AutorizationError::Case::unauthorized: return QStringLiteral("You are not authorized!");
-    case AutorizationError::Case::forbidden: return QStringLiteral("Forbidden!");
-    case AutorizationError::Case::badCredentials: return QStringLiteral("Invalid username or password!");
-    case AutorizationError::Case::invalidAPIKey: return QStringLiteral("Invalid API key!");
+    case AutorizationError::Case::unauthorized: return QCoreApplication::translate("Errors", "You are not authorized!");
+    case AutorizationError::Case::forbidden: return QCoreApplication::translate("Errors", "Forbidden!");
+    case AutorizationError::Case::badCredentials:
+        return QCoreApplication::translate("Errors", "Invalid username or password!");
+    case AutorizationError::Case::invalidAPIKey: return QCoreApplication::translate("Errors", "Invalid API key!");
     }
     Q_UNREACHABLE();
 }
@@ -18,13 +21,15 @@ QString autorizationDescription(AutorizationError::Case kind)
 QString autorizationReason(AutorizationError::Case kind)
 {
     switch (kind) {
-    case AutorizationError::Case::unauthorized: return QStringLiteral("Authorization required.");
+    case AutorizationError::Case::unauthorized: return QCoreApplication::translate("Errors", "Authorization required.");
     case AutorizationError::Case::forbidden:
-        return QStringLiteral("Your IP address has been banned after too many failed authentication attempts.");
-    case AutorizationError::Case::badCredentials: return QStringLiteral("Invalid username or password!");
+        return QCoreApplication::translate(
+            "Errors", "Your IP address has been banned after too many failed authentication attempts.");
+    case AutorizationError::Case::badCredentials:
+        return QCoreApplication::translate("Errors", "Invalid username or password!");
     case AutorizationError::Case::invalidAPIKey:
-        return QStringLiteral("The API key is invalid or has been revoked. "
-                              "API keys are supported by qBittorrent 5.2 and later.");
+        return QCoreApplication::translate("Errors", "The API key is invalid or has been revoked. "
+                                                     "API keys are supported by qBittorrent 5.2 and later.");
     }
     Q_UNREACHABLE();
 }
@@ -40,37 +45,45 @@ TntTexts tntTexts(TntManagmentError::Case kind, const QString &path)
     using C = TntManagmentError::Case;
     switch (kind) {
     case C::writeAccessDenied:
-        return {QStringLiteral("You does not have write access to %1").arg(path),
-                QStringLiteral("The server cannot write to this folder.")};
+        return {QCoreApplication::translate("Errors", "You do not have write access to %1").arg(path),
+                QCoreApplication::translate("Errors", "The server cannot write to this folder.")};
     case C::failedCreateDirectory:
-        return {QStringLiteral("An error occurred while setting the torrent location!"),
-                QStringLiteral("The server could not create the folder %1.").arg(path)};
+        return {QCoreApplication::translate("Errors", "An error occurred while setting the torrent location!"),
+                QCoreApplication::translate("Errors", "The server could not create the folder %1.").arg(path)};
     case C::hashNotFound:
-        return {QStringLiteral("Torrent not found!"), QStringLiteral("The torrent is no longer on the server.")};
+        return {QCoreApplication::translate("Errors", "Torrent not found!"),
+                QCoreApplication::translate("Errors", "The torrent is no longer on the server.")};
     case C::queueingDisabled:
-        return {QStringLiteral("Torrent queueing is disabled!"),
-                QStringLiteral("Turn on torrent queueing in the server's settings to change queue positions.")};
+        return {QCoreApplication::translate("Errors", "Torrent queueing is disabled!"),
+                QCoreApplication::translate(
+                    "Errors", "Turn on torrent queueing in the server's settings to change queue positions.")};
     case C::missingParameter:
-        return {QStringLiteral("An unexpected error occurred!"),
-                QStringLiteral("The server refused the request's parameters.")};
+        return {QCoreApplication::translate("Errors", "An unexpected error occurred!"),
+                QCoreApplication::translate("Errors", "The server refused the request's parameters.")};
     case C::fileIdNotValid:
-        return {QStringLiteral("Invalid file!"), QStringLiteral("The torrent has no file with this index.")};
+        return {QCoreApplication::translate("Errors", "Invalid file!"),
+                QCoreApplication::translate("Errors", "The torrent has no file with this index.")};
     case C::metadataNotDownloaded:
-        return {QStringLiteral("Torrent metadata is not downloaded yet!"),
-                QStringLiteral("Try again when the server has received the torrent's metadata.")};
+        return {
+            QCoreApplication::translate("Errors", "Torrent metadata is not downloaded yet!"),
+            QCoreApplication::translate("Errors", "Try again when the server has received the torrent's metadata.")};
     case C::invalideFile:
-        return {QStringLiteral("Failed to add torrent!"), QStringLiteral("The torrent file is not valid.")};
+        return {QCoreApplication::translate("Errors", "Failed to add torrent!"),
+                QCoreApplication::translate("Errors", "The torrent file is not valid.")};
     case C::addingRejected:
-        return {QStringLiteral("Failed to add torrent!"),
-                QStringLiteral("The server added nothing: the torrent may already be there.")};
+        return {QCoreApplication::translate("Errors", "Failed to add torrent!"),
+                QCoreApplication::translate("Errors", "The server added nothing: the torrent may already be there.")};
     case C::invalidSource:
-        return {QStringLiteral("Invalid torrent source!"),
-                QStringLiteral("The link is neither a magnet link, a torrent URL nor an info-hash.")};
+        return {QCoreApplication::translate("Errors", "Invalid torrent source!"),
+                QCoreApplication::translate("Errors",
+                                            "The link is neither a magnet link, a torrent URL nor an info-hash.")};
     case C::badNewURL:
-        return {QStringLiteral("Invalid tracker URL!"), QStringLiteral("The new tracker URL is not valid.")};
+        return {QCoreApplication::translate("Errors", "Invalid tracker URL!"),
+                QCoreApplication::translate("Errors", "The new tracker URL is not valid.")};
     case C::trackerAlreadyExistOrNotFound:
-        return {QStringLiteral("Failed to edit tracker!"),
-                QStringLiteral("The new URL is already a tracker of this torrent, or the old one is gone.")};
+        return {QCoreApplication::translate("Errors", "Failed to edit tracker!"),
+                QCoreApplication::translate(
+                    "Errors", "The new URL is already a tracker of this torrent, or the old one is gone.")};
     }
     Q_UNREACHABLE();
 }
@@ -80,83 +93,80 @@ TntTexts tntTexts(TntManagmentError::Case kind, const QString &path)
 AutorizationError::AutorizationError(Case kind)
     : Error(autorizationDescription(kind), autorizationReason(kind))
     , m_case(kind)
-{
-}
+{}
 
 NetworkError::NetworkError(Case kind, QString description, QString failureReason, std::optional<QUrl> target)
     : Error(std::move(description), std::move(failureReason))
     , m_case(kind)
     , m_target(std::move(target))
-{
-}
+{}
 
 NetworkError NetworkError::invalideResponse(const std::optional<QUrl> &url)
 {
-    return {Case::invalideResponse, QStringLiteral("Server return invalide response!"),
-            url ? QStringLiteral("URL: ") + url->toString() : QString()};
+    return {Case::invalideResponse, QCoreApplication::translate("Errors", "The server returned an invalid response!"),
+            url ? QCoreApplication::translate("Errors", "URL: ") + url->toString() : QString()};
 }
 
 NetworkError NetworkError::urlBuildError(const QString &scheme, const QString &host, std::optional<int> port,
                                          const QString &path)
 {
     const QString portText = port ? QString::number(*port) : QStringLiteral("nil");
-    return {Case::urlBuildError, QStringLiteral("Unable to build url!"),
+    return {Case::urlBuildError, QCoreApplication::translate("Errors", "Unable to build url!"),
             QStringLiteral("scheme: %1\nhost: %2\nport: %3\npath: %4").arg(scheme, host, portText, path)};
 }
 
 NetworkError NetworkError::redirectBlocked(const std::optional<QUrl> &target)
 {
-    QString reason = QStringLiteral("For security, Quillo doesn't follow redirects to another host or from "
-                                    "HTTPS to HTTP. Check the connection address.");
+    QString reason =
+        QCoreApplication::translate("Errors", "For security, Quillo doesn't follow redirects to another host or from "
+                                              "HTTPS to HTTP. Check the connection address.");
     if (target)
-        reason += QStringLiteral("\n\nRedirect target: ") + target->toString();
-    return {Case::redirectBlocked, QStringLiteral("The server redirected the request to another address!"),
-            reason, target};
+        reason += QCoreApplication::translate("Errors", "\n\nRedirect target: ") + target->toString();
+    return {Case::redirectBlocked,
+            QCoreApplication::translate("Errors", "The server redirected the request to another address!"), reason,
+            target};
 }
 
 NetworkError NetworkError::unknown(const Error &wrapped)
 {
-    return {Case::unknown, QStringLiteral("An unexpected error occurred!"), wrapped.description()};
+    return {Case::unknown, QCoreApplication::translate("Errors", "An unexpected error occurred!"),
+            wrapped.description()};
 }
 
 NetworkError NetworkError::connectionError()
 {
-    return {Case::connectionError, QStringLiteral("Connection error!"),
-            QStringLiteral("Check network or client configuration.")};
+    return {Case::connectionError, QCoreApplication::translate("Errors", "Connection error!"),
+            QCoreApplication::translate("Errors", "Check network or client configuration.")};
 }
 
 NetworkError NetworkError::disconnected()
 {
-    return {Case::disconnected, QStringLiteral("Quillo is not connected to qBt!"),
-            QStringLiteral("Click on the lock icon in the top right corner to connect.")};
+    return {Case::disconnected, QCoreApplication::translate("Errors", "Quillo is not connected to qBt!"),
+            QCoreApplication::translate("Errors", "Click on the lock icon in the top right corner to connect.")};
 }
 
 ResponseDecodingError::ResponseDecodingError(std::optional<QString> decoderError)
-    : Error(decoderError ? QStringLiteral("Could not decode JSON data")
-                         : QStringLiteral("Could not decode response data to string!"),
+    : Error(decoderError ? QCoreApplication::translate("Errors", "Could not decode JSON data")
+                         : QCoreApplication::translate("Errors", "Could not decode response data to string!"),
             decoderError.value_or(QString()))
     , m_decoderError(std::move(decoderError))
-{
-}
+{}
 
 TntManagmentError::TntManagmentError(Case kind, const QString &path, const QString &serverMessage,
                                      const QString &description)
     : Error(description.isEmpty() ? tntTexts(kind, path).description : description,
             serverMessage.isEmpty() ? tntTexts(kind, path).reason : serverMessage)
     , m_case(kind)
-{
-}
+{}
 
 TransportError::TransportError(QNetworkReply::NetworkError code, const QString &message, bool timedOut)
-    : Error(message, timedOut ? QStringLiteral("The server did not answer in time.") : QString())
+    : Error(message, timedOut ? QCoreApplication::translate("Errors", "The server did not answer in time.") : QString())
     , m_code(code)
     , m_timedOut(timedOut)
-{
-}
+{}
 
 RefusalError::RefusalError(const QString &serverText)
-    : Error(QStringLiteral("The server refused the change."), serverText)
-{
-}
+    : Error(QCoreApplication::translate("Errors", "The server refused the change."), serverText)
+{}
 
 } // namespace API

@@ -2,6 +2,7 @@
 
 #include "api/Errors.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
@@ -15,8 +16,9 @@ constexpr char crlf[] = "\r\n";
 
 [[noreturn]] void failReading(const QString &path, const QFile &file)
 {
-    throw TntManagmentError(TntManagmentError::Case::invalideFile, {},
-                            QStringLiteral("Could not read \"%1\": %2").arg(path, file.errorString()));
+    throw TntManagmentError(
+        TntManagmentError::Case::invalideFile, {},
+        QCoreApplication::translate("MultipartWriter", "Could not read \"%1\": %2").arg(path, file.errorString()));
 }
 
 // As browsers write a file name into the header (WHATWG, RFC 7578): a quote or a line break would
@@ -37,8 +39,7 @@ QString MultipartWriter::newBoundary()
 
 MultipartWriter::MultipartWriter(const QString &boundary)
     : m_boundary(boundary.toUtf8())
-{
-}
+{}
 
 void MultipartWriter::addDelimiter()
 {
@@ -67,8 +68,8 @@ void MultipartWriter::addTntFile(const QString &path)
     if (file.error() != QFileDevice::NoError)
         failReading(path, file);
     addDelimiter();
-    m_bytes += "Content-Disposition: form-data; name=\"torrents\"; filename=\"" + quotedFileName(QFileInfo(path).fileName()) + "\""
-        + crlf;
+    m_bytes += "Content-Disposition: form-data; name=\"torrents\"; filename=\"" +
+               quotedFileName(QFileInfo(path).fileName()) + "\"" + crlf;
     m_bytes += "Content-Type: application/x-bittorrent\r\n";
     m_bytes += crlf;
     m_bytes += content;

@@ -2,6 +2,7 @@
 
 #include "api/Errors.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -45,7 +46,8 @@ QList<NetworkInterface> NetworkInterface::decodeList(const QByteArray &json)
 
 QList<NetworkInterface> NetworkInterface::choices(const QList<NetworkInterface> &serverInterfaces)
 {
-    return QList<NetworkInterface>{{u"Any interface"_qs, {}}} + serverInterfaces;
+    return QList<NetworkInterface>{{QCoreApplication::translate("NetworkInterface", "Any interface"), {}}} +
+           serverInterfaces;
 }
 
 QList<NetworkAddress> NetworkAddress::decodeList(const QByteArray &json)
@@ -59,9 +61,9 @@ QList<NetworkAddress> NetworkAddress::decodeList(const QByteArray &json)
 QList<AddressChoice> AddressChoice::choices(const QList<NetworkAddress> &serverAddresses)
 {
     // The values are qBittorrent's own for listening on every address of a family.
-    QList<AddressChoice> entries{{u"All addresses"_qs, {}},
-                                 {u"All IPv4 addresses"_qs, u"0.0.0.0"_qs},
-                                 {u"All IPv6 addresses"_qs, u"::"_qs}};
+    QList<AddressChoice> entries{{QCoreApplication::translate("NetworkInterface", "All addresses"), {}},
+                                 {QCoreApplication::translate("NetworkInterface", "All IPv4 addresses"), u"0.0.0.0"_qs},
+                                 {QCoreApplication::translate("NetworkInterface", "All IPv6 addresses"), u"::"_qs}};
     for (const NetworkAddress &address : serverAddresses)
         entries.append({address.addrees, address.addrees});
     return entries;

@@ -24,6 +24,8 @@ struct Enumeration
 {
     QString name;
     QList<EnumCase> cases;
+    // Tells translators apart the texts of enumerations that share words ("Default").
+    const char *comment = nullptr;
 
     // The case the server means by `raw`; none when the number or word is not one of the cases.
     std::optional<qsizetype> indexOf(const QJsonValue &raw) const;

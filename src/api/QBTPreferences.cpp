@@ -2,6 +2,7 @@
 
 #include "api/Errors.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -23,7 +24,7 @@ QString shown(const QJsonValue &value)
 
 [[noreturn]] void refuse(const PreferenceKey &key, const QJsonValue &value, const QString &expected)
 {
-    throw ResponseDecodingError(QStringLiteral("The server's \"%1\" is %2, not %3.")
+    throw ResponseDecodingError(QCoreApplication::translate("QBTPreferences", "The server's \"%1\" is %2, not %3.")
                                     .arg(key.wireKey, shown(value), expected));
 }
 
@@ -76,9 +77,12 @@ QList<ScanDir> readScanDirs(const PreferenceKey &key, const QJsonValue &value)
         }
         const auto code = wholeNumber(target);
         if (code != 0 && code != 1)
-            throw ResponseDecodingError(QStringLiteral("The server's \"%1\" gives the folder \"%2\" %3, not 0, 1 or a path.")
-                                            .arg(key.wireKey, it.key(), shown(target)));
-        dirs.append({it.key(), *code == 0 ? ScanDir::SavePath::monitoredFolder : ScanDir::SavePath::defaultSavePath, {}});
+            throw ResponseDecodingError(
+                QCoreApplication::translate("QBTPreferences",
+                                            "The server's \"%1\" gives the folder \"%2\" %3, not 0, 1 or a path.")
+                    .arg(key.wireKey, it.key(), shown(target)));
+        dirs.append(
+            {it.key(), *code == 0 ? ScanDir::SavePath::monitoredFolder : ScanDir::SavePath::defaultSavePath, {}});
     }
     return dirs;
 }
@@ -166,16 +170,16 @@ void sortByPath(QList<ScanDir> &dirs)
 QString ScanDir::savePathText(SavePath savePath)
 {
     switch (savePath) {
-    case SavePath::monitoredFolder: return u"Monitored Folder"_qs;
-    case SavePath::defaultSavePath: return u"Default Save Path"_qs;
-    case SavePath::other: return u"Other"_qs;
+    case SavePath::monitoredFolder: return QCoreApplication::translate("Preferences", "Monitored Folder");
+    case SavePath::defaultSavePath: return QCoreApplication::translate("Preferences", "Default Save Path");
+    case SavePath::other: return QCoreApplication::translate("Preferences", "Other");
     }
     Q_UNREACHABLE();
 }
 
 QString ScanDir::savePathHelp()
 {
-    return u"Path to save torrents by “Monitored Folder“ function"_qs;
+    return QCoreApplication::translate("Preferences", "Path to save torrents by “Monitored Folder“ function");
 }
 
 QBTPreferences QBTPreferences::decode(const QByteArray &json)
@@ -185,7 +189,8 @@ QBTPreferences QBTPreferences::decode(const QByteArray &json)
     if (error.error != QJsonParseError::NoError)
         throw ResponseDecodingError(error.errorString());
     if (!document.isObject())
-        throw ResponseDecodingError(u"The preferences are not a JSON object."_qs);
+        throw ResponseDecodingError(
+            QCoreApplication::translate("QBTPreferences", "The preferences are not a JSON object."));
 
     QBTPreferences preferences;
     const QJsonObject object = document.object();
@@ -217,8 +222,8 @@ void QBTPreferences::setValue(QStringView key, PreferenceValue value)
     if (value.index() != alternativeOf(entry->type))
         throw std::invalid_argument(entry->key.toStdString() + " takes " + typeName(entry->type).toStdString() + ".");
     if (const auto *choice = std::get_if<EnumChoice>(&value);
-        choice && (!entry->enumerations.contains(choice->enumeration) || choice->index < 0
-                   || choice->index >= choice->enumeration->cases.size()))
+        choice && (!entry->enumerations.contains(choice->enumeration) || choice->index < 0 ||
+                   choice->index >= choice->enumeration->cases.size()))
         throw std::invalid_argument(entry->key.toStdString() + " takes one of its listed values.");
     if (auto *dirs = std::get_if<QList<ScanDir>>(&value))
         sortByPath(*dirs);

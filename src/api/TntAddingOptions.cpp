@@ -2,6 +2,7 @@
 
 #include "api/Errors.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 #include <QLoggingCategory>
 
@@ -13,13 +14,31 @@ namespace API {
 
 namespace {
 
-QString textOf(const QString &value) { return value; }
-QString textOf(bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); }
-QString textOf(qint64 value) { return QString::number(value); }
+QString textOf(const QString &value)
+{
+    return value;
+}
+QString textOf(bool value)
+{
+    return value ? QStringLiteral("true") : QStringLiteral("false");
+}
+QString textOf(qint64 value)
+{
+    return QString::number(value);
+}
 // Fixed notation: 'g' turns 100000 into "1e+05".
-QString textOf(double value) { return QString::number(value, 'f', QLocale::FloatingPointShortest); }
-QString textOf(TntContentLayout value) { return wireText(value); }
-QString textOf(TntStopCondition value) { return wireText(value); }
+QString textOf(double value)
+{
+    return QString::number(value, 'f', QLocale::FloatingPointShortest);
+}
+QString textOf(TntContentLayout value)
+{
+    return wireText(value);
+}
+QString textOf(TntStopCondition value)
+{
+    return wireText(value);
+}
 
 } // namespace
 
@@ -56,7 +75,7 @@ MultipartBody TntAddingOptions::multipartBody() const
     if (ratioLimit && !std::isfinite(*ratioLimit)) {
         qCCritical(lcTntAddingOptions, "The ratio limit %f cannot be sent.", *ratioLimit);
         throw TntManagmentError(TntManagmentError::Case::missingParameter, {},
-                                QStringLiteral("The ratio limit is not a number."));
+                                QCoreApplication::translate("TntAddingOptions", "The ratio limit is not a number."));
     }
 
     MultipartWriter writer(boundary);

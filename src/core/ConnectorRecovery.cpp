@@ -7,6 +7,7 @@
 #include "support/Captured.h"
 #include "support/Detached.h"
 
+#include <QCoreApplication>
 #include <QLoggingCategory>
 
 // The connector's other half: what a failed request, a lost connection or an expired session
@@ -115,5 +116,5 @@ QCoro::Task<> Connector::reconnect()
         qCWarning(lcConnector, "Reconnection failed: authorization required.");
     }
     Q_EMIT stateChanged();
-    m_errors.report(QStringLiteral("Failed to reconnect."), answer.error);
+    m_errors.report(QCoreApplication::translate("ConnectorRecovery", "Failed to reconnect."), answer.error);
 }

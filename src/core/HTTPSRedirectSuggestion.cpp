@@ -3,6 +3,7 @@
 #include "api/Client.h"
 #include "api/Errors.h"
 
+#include <QCoreApplication>
 #include <QCoroNetworkReply>
 #include <QLoggingCategory>
 #include <QNetworkAccessManager>
@@ -180,24 +181,26 @@ QString HTTPSRedirectSuggestion::displayAddress(const ClientConfiguration &confi
 
 QString HTTPSRedirectSuggestion::dialogTitle()
 {
-    return QStringLiteral("Use a secure connection address?");
+    return QCoreApplication::translate("HTTPSRedirectSuggestion", "Use a secure connection address?");
 }
 
 QString HTTPSRedirectSuggestion::dialogMessage() const
 {
-    return QStringLiteral("Quillo couldn't establish a secure connection to ") + displayAddress(source) +
-           QStringLiteral(".\n\nThe server answers on this port over plain HTTP and redirects to ") +
-           displayAddress(suggested) + QStringLiteral(".\n\nThe new address passed the secure connection check.");
+    return QCoreApplication::translate("HTTPSRedirectSuggestion",
+                                       "Quillo couldn't establish a secure connection to %1.\n\nThe server answers on "
+                                       "this port over plain HTTP and redirects to %2.\n\nThe new address passed the "
+                                       "secure connection check.")
+        .arg(displayAddress(source), displayAddress(suggested));
 }
 
 QString HTTPSRedirectSuggestion::acceptButtonTitle() const
 {
-    return QStringLiteral("Use ") + displayAddress(suggested);
+    return QCoreApplication::translate("HTTPSRedirectSuggestion", "Use %1").arg(displayAddress(suggested));
 }
 
 QString HTTPSRedirectSuggestion::cancelButtonTitle()
 {
-    return QStringLiteral("Cancel");
+    return QCoreApplication::translate("HTTPSRedirectSuggestion", "Cancel");
 }
 
 ClientConfiguration HTTPSRedirectSuggestion::acceptedConfiguration(const ClientConfiguration &saved) const

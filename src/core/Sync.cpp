@@ -10,6 +10,7 @@
 #include "support/Captured.h"
 #include "support/Detached.h"
 
+#include <QCoreApplication>
 #include <QCoroFuture>
 #include <QLoggingCategory>
 #include <QtConcurrent/QtConcurrentRun>
@@ -121,7 +122,7 @@ QCoro::Task<> Sync::syncMainData(QPointer<Poller> round)
     if (!current())
         co_return;
     if (!answer) {
-        Q_EMIT failed(QStringLiteral("Failed to get main data."), answer.error);
+        Q_EMIT failed(QCoreApplication::translate("Sync", "Failed to get main data."), answer.error);
         co_return;
     }
     API::MainData &data = *answer.value;

@@ -8,6 +8,8 @@
 #include "support/Captured.h"
 #include "support/Detached.h"
 
+#include <QCoreApplication>
+
 using Tab = TntDetailContext::Tab;
 
 TntDetailLoader::TntDetailLoader(Connector &connector, Sync &sync, TntDetailContext &details, AppSettings &settings,
@@ -117,12 +119,14 @@ QCoro::Task<> TntDetailLoader::load(QPointer<Session> session)
     const int window = m_settings.avgCoefficient();
     switch (m_details.tab()) {
     case Tab::general: {
-        auto properties = fetch(session, client.properties(hash), QStringLiteral("Failed to get torrent properties."));
+        auto properties = fetch(session, client.properties(hash),
+                                QCoreApplication::translate("TntDetailLoader", "Failed to get torrent properties."));
         const auto answer = co_await std::move(properties);
         if (!answer || !session)
             break; // one failure a round is enough to report
         m_details.setProperties(*answer, window);
-        auto pieces = fetch(session, client.pieceStates(hash), QStringLiteral("Failed to get torrent pieces state."));
+        auto pieces = fetch(session, client.pieceStates(hash),
+                            QCoreApplication::translate("TntDetailLoader", "Failed to get torrent pieces state."));
         if (auto states = co_await std::move(pieces))
             m_details.setPieceStates(std::move(*states));
         break;
@@ -133,7 +137,8 @@ QCoro::Task<> TntDetailLoader::load(QPointer<Session> session)
         break;
     }
     case Tab::peers: {
-        auto peers = fetch(session, client.peers(hash, m_details.rid()), QStringLiteral("Failed to get torrent peers."));
+        auto peers = fetch(session, client.peers(hash, m_details.rid()),
+                           QCoreApplication::translate("TntDetailLoader", "Failed to get torrent peers."));
         if (const auto answer = co_await std::move(peers))
             m_details.applyPeers(*answer, window);
         break;
@@ -144,7 +149,8 @@ QCoro::Task<> TntDetailLoader::load(QPointer<Session> session)
         break;
     }
     case Tab::content: {
-        auto files = fetch(session, client.files(hash), QStringLiteral("Failed to get torrent content."));
+        auto files = fetch(session, client.files(hash),
+                           QCoreApplication::translate("TntDetailLoader", "Failed to get torrent content."));
         if (auto answer = co_await std::move(files))
             m_details.setFiles(std::move(*answer));
         break;
@@ -159,7 +165,8 @@ QCoro::Task<> TntDetailLoader::loadTrackers(QPointer<Session> session)
     const QString hash = m_details.hash();
     if (hash.isEmpty() || !session || !session->isAuthorized())
         co_return;
-    auto trackers = fetch(session, session->client().trackers(hash), QStringLiteral("Failed to get torrent trackers."));
+    auto trackers = fetch(session, session->client().trackers(hash),
+                          QCoreApplication::translate("TntDetailLoader", "Failed to get torrent trackers."));
     if (auto answer = co_await std::move(trackers))
         m_details.setTrackers(std::move(*answer));
 }
@@ -169,7 +176,8 @@ QCoro::Task<> TntDetailLoader::loadWebSeeds(QPointer<Session> session)
     const QString hash = m_details.hash();
     if (hash.isEmpty() || !session || !session->isAuthorized())
         co_return;
-    auto webSeeds = fetch(session, session->client().webSeeds(hash), QStringLiteral("Failed to get torrent web seeds."));
+    auto webSeeds = fetch(session, session->client().webSeeds(hash),
+                          QCoreApplication::translate("TntDetailLoader", "Failed to get torrent web seeds."));
     if (auto answer = co_await std::move(webSeeds))
         m_details.setWebSeeds(std::move(*answer));
 }

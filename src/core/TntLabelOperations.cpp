@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+#include <QCoreApplication>
+
 // Categories and tags: of the server's list, and of torrents.
 
 namespace Endpoint = API::Endpoint;
@@ -35,7 +37,7 @@ QCoro::Task<> TntOperations::setCategory(TntTargets targets, QString category)
 {
     if (targets.isNone())
         return nothing();
-    return run({QStringLiteral("Failed to set torrent category."),
+    return run({QCoreApplication::translate("TntLabelOperations", "Failed to set torrent category."),
                 [targets, category](const Features &) {
                     return Endpoint::TntManagement::setCategory(targets.wireList(), category);
                 },
@@ -46,20 +48,20 @@ QCoro::Task<> TntOperations::setCategory(TntTargets targets, QString category)
 
 QCoro::Task<> TntOperations::createCategory(QString name, QString savePath)
 {
-    return run({QStringLiteral("Failed to create category."),
+    return run({QCoreApplication::translate("TntLabelOperations", "Failed to create category."),
                 [name, savePath](const Features &) { return Endpoint::TntManagement::createCategory(name, savePath); },
                 [this, name, savePath](const Features &) { m_labels.insertCategory(name, savePath); }});
 }
 
 QCoro::Task<> TntOperations::editCategory(QString name, QString savePath)
 {
-    return run({QStringLiteral("Failed to edit category."),
+    return run({QCoreApplication::translate("TntLabelOperations", "Failed to edit category."),
                 [name, savePath](const Features &) { return Endpoint::TntManagement::editCategory(name, savePath); }});
 }
 
 QCoro::Task<> TntOperations::removeCategories(QSet<QString> names)
 {
-    return run({QStringLiteral("Failed to remove categories."),
+    return run({QCoreApplication::translate("TntLabelOperations", "Failed to remove categories."),
                 [list = sorted(names)](const Features &) { return Endpoint::TntManagement::removeCategories(list); },
                 [this, names](const Features &) { m_labels.removeCategories(names); }});
 }
@@ -68,7 +70,7 @@ QCoro::Task<> TntOperations::addTags(TntTargets targets, QSet<QString> tags)
 {
     if (targets.isNone())
         return nothing();
-    return run({QStringLiteral("Failed to add tags."),
+    return run({QCoreApplication::translate("TntLabelOperations", "Failed to add tags."),
                 [targets, list = sorted(tags)](const Features &) {
                     return Endpoint::TntManagement::addTags(targets.wireList(), list);
                 },
@@ -88,7 +90,7 @@ QCoro::Task<> TntOperations::removeTags(TntTargets targets, QSet<QString> tags)
 {
     if (targets.isNone())
         return nothing();
-    return run({QStringLiteral("Failed to remove tags."),
+    return run({QCoreApplication::translate("TntLabelOperations", "Failed to remove tags."),
                 [targets, list = sorted(tags)](const Features &) {
                     return Endpoint::TntManagement::removeTags(targets.wireList(), list);
                 },
@@ -103,14 +105,14 @@ QCoro::Task<> TntOperations::removeTags(TntTargets targets, QSet<QString> tags)
 
 QCoro::Task<> TntOperations::createTags(QSet<QString> tags)
 {
-    return run({QStringLiteral("Failed to create tags."),
+    return run({QCoreApplication::translate("TntLabelOperations", "Failed to create tags."),
                 [list = sorted(tags)](const Features &) { return Endpoint::TntManagement::createTags(list); },
                 [this, list = sorted(tags)](const Features &) { m_labels.insertTags(list); }});
 }
 
 QCoro::Task<> TntOperations::deleteTags(QSet<QString> tags)
 {
-    return run({QStringLiteral("Failed to delete tags."),
+    return run({QCoreApplication::translate("TntLabelOperations", "Failed to delete tags."),
                 [list = sorted(tags)](const Features &) { return Endpoint::TntManagement::deleteTags(list); },
                 [this, tags](const Features &) { m_labels.removeTags(tags); }});
 }

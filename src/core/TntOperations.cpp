@@ -10,6 +10,7 @@
 #include "support/Captured.h"
 #include "support/Sorted.h"
 
+#include <QCoreApplication>
 #include <QLoggingCategory>
 
 Q_LOGGING_CATEGORY(lcOperations, "AppContext")
@@ -87,7 +88,7 @@ QCoro::Task<> TntOperations::run(Command command)
 
 QCoro::Task<> TntOperations::start(TntTargets targets)
 {
-    return run({QStringLiteral("Failed to start torrents."),
+    return run({QCoreApplication::translate("TntOperations", "Failed to start torrents."),
                 [targets](const Features &server) {
                     return server.usesStartStop() ? Endpoint::TntManagement::start(targets.wireList())
                                                   : Endpoint::TntManagement::resume(targets.wireList());
@@ -99,7 +100,7 @@ QCoro::Task<> TntOperations::start(TntTargets targets)
 
 QCoro::Task<> TntOperations::stop(TntTargets targets)
 {
-    return run({QStringLiteral("Failed to stop torrents."),
+    return run({QCoreApplication::translate("TntOperations", "Failed to stop torrents."),
                 [targets](const Features &server) {
                     return server.usesStartStop() ? Endpoint::TntManagement::stop(targets.wireList())
                                                   : Endpoint::TntManagement::pause(targets.wireList());
@@ -112,7 +113,7 @@ QCoro::Task<> TntOperations::stop(TntTargets targets)
 
 QCoro::Task<> TntOperations::setForceStart(TntTargets targets, bool value)
 {
-    return run({QStringLiteral("Failed to set force start for torrents."),
+    return run({QCoreApplication::translate("TntOperations", "Failed to set force start for torrents."),
                 [targets, value](const Features &) {
                     return Endpoint::TntManagement::setForceStart(targets.wireList(), value);
                 },
@@ -125,13 +126,13 @@ QCoro::Task<> TntOperations::setForceStart(TntTargets targets, bool value)
 
 QCoro::Task<> TntOperations::recheck(TntTargets targets)
 {
-    return run({QStringLiteral("Failed to recheck torrents."),
+    return run({QCoreApplication::translate("TntOperations", "Failed to recheck torrents."),
                 [targets](const Features &) { return Endpoint::TntManagement::recheck(targets.wireList()); }});
 }
 
 QCoro::Task<> TntOperations::reannounce(TntTargets targets)
 {
-    const QString title = QStringLiteral("failed to reannounce torrents.");
+    const QString title = QCoreApplication::translate("TntOperations", "Failed to reannounce torrents.");
     QCoro::Task<bool> request = runChecked(
         {title, [targets](const Features &) { return Endpoint::TntManagement::reannounce(targets.wireList()); }});
     if (co_await std::move(request))
@@ -142,7 +143,7 @@ QCoro::Task<> TntOperations::reannounce(TntTargets targets)
 
 QCoro::Task<> TntOperations::remove(TntTargets targets, bool deleteFiles)
 {
-    return run({QStringLiteral("Failed to delete torrents."),
+    return run({QCoreApplication::translate("TntOperations", "Failed to delete torrents."),
                 [targets, deleteFiles](const Features &) {
                     return Endpoint::TntManagement::deleteTnts(targets.wireList(), deleteFiles);
                 },
@@ -156,16 +157,16 @@ QCoro::Task<> TntOperations::moveInQueue(TntTargets targets, QueueMove move)
 {
     switch (move) {
     case QueueMove::up:
-        return run({QStringLiteral("Failed to increase torrent priority."),
+        return run({QCoreApplication::translate("TntOperations", "Failed to increase torrent priority."),
                     [targets](const Features &) { return Endpoint::TntManagement::increasePrio(targets.wireList()); }});
     case QueueMove::down:
-        return run({QStringLiteral("Failed to decrease torrent priority."),
+        return run({QCoreApplication::translate("TntOperations", "Failed to decrease torrent priority."),
                     [targets](const Features &) { return Endpoint::TntManagement::decreasePrio(targets.wireList()); }});
     case QueueMove::top:
-        return run({QStringLiteral("Failed to set maximum torrent priority."),
+        return run({QCoreApplication::translate("TntOperations", "Failed to set maximum torrent priority."),
                     [targets](const Features &) { return Endpoint::TntManagement::topPrio(targets.wireList()); }});
     case QueueMove::bottom:
-        return run({QStringLiteral("Failed to set minimum torrent priority."),
+        return run({QCoreApplication::translate("TntOperations", "Failed to set minimum torrent priority."),
                     [targets](const Features &) { return Endpoint::TntManagement::bottomPrio(targets.wireList()); }});
     }
     Q_UNREACHABLE();
@@ -175,35 +176,36 @@ QCoro::Task<> TntOperations::setLocation(TntTargets targets, QString location)
 {
     if (targets.isNone())
         return nothing();
-    return run({QStringLiteral("Failed to set torrent location."), [targets, location](const Features &) {
+    return run({QCoreApplication::translate("TntOperations", "Failed to set torrent location."),
+                [targets, location](const Features &) {
                     return Endpoint::TntManagement::setLocation(targets.wireList(), location);
                 }});
 }
 
 QCoro::Task<> TntOperations::rename(QString hash, QString name)
 {
-    return run({QStringLiteral("Failed to rename torrent."),
+    return run({QCoreApplication::translate("TntOperations", "Failed to rename torrent."),
                 [hash, name](const Features &) { return Endpoint::TntManagement::rename(hash, name); }});
 }
 
 QCoro::Task<> TntOperations::setFilePriority(QString hash, QSet<int> fileIds, int priority)
 {
-    return run(
-        {QStringLiteral("Failed to set file priority."), [hash, ids = sorted(fileIds), priority](const Features &) {
-             return Endpoint::TntManagement::filePrio(hash, ids, priority);
-         }});
+    return run({QCoreApplication::translate("TntOperations", "Failed to set file priority."),
+                [hash, ids = sorted(fileIds), priority](const Features &) {
+                    return Endpoint::TntManagement::filePrio(hash, ids, priority);
+                }});
 }
 
 QCoro::Task<> TntOperations::addTrackers(QString hash, QStringList urls)
 {
-    return run({QStringLiteral("Failed to add trackers."),
+    return run({QCoreApplication::translate("TntOperations", "Failed to add trackers."),
                 [hash, urls](const Features &) { return Endpoint::TntManagement::addTrackers(hash, urls); },
                 [this, hash](const Features &) { Q_EMIT trackersEdited(hash); }});
 }
 
 QCoro::Task<> TntOperations::editTracker(QString hash, QString origUrl, QString newUrl)
 {
-    return run({QStringLiteral("Failed to edit tracker."),
+    return run({QCoreApplication::translate("TntOperations", "Failed to edit tracker."),
                 [hash, origUrl, newUrl](const Features &server) {
                     return Endpoint::TntManagement::editTracker(hash, origUrl, newUrl, server);
                 },
@@ -212,7 +214,7 @@ QCoro::Task<> TntOperations::editTracker(QString hash, QString origUrl, QString 
 
 QCoro::Task<> TntOperations::removeTrackers(QString hash, QStringList urls)
 {
-    return run({QStringLiteral("Failed to remove trackers."),
+    return run({QCoreApplication::translate("TntOperations", "Failed to remove trackers."),
                 [hash, urls](const Features &) { return Endpoint::TntManagement::removeTrackers(hash, urls); },
                 [this, hash](const Features &) { Q_EMIT trackersEdited(hash); }});
 }
@@ -221,52 +223,57 @@ QCoro::Task<> TntOperations::addPeers(TntTargets targets, QStringList peers)
 {
     if (targets.isNone())
         return nothing();
-    return run({QStringLiteral("Failed to add peers to torrent."), [targets, peers](const Features &) {
-                    return Endpoint::TntManagement::addPeers(targets.wireList(), peers);
-                }});
+    return run(
+        {QCoreApplication::translate("TntOperations", "Failed to add peers to torrent."),
+         [targets, peers](const Features &) { return Endpoint::TntManagement::addPeers(targets.wireList(), peers); }});
 }
 
 QCoro::Task<> TntOperations::banPeers(QSet<QString> peers)
 {
-    return run({QStringLiteral("Failed to ban peers."),
+    return run({QCoreApplication::translate("TntOperations", "Failed to ban peers."),
                 [peers = sorted(peers)](const Features &) { return Endpoint::TransferInfo::banPeers(peers); }});
 }
 
 QCoro::Task<> TntOperations::setAutoManagement(TntTargets targets, bool enable)
 {
-    return run({QStringLiteral("Failed to set automatic torrent management."), [targets, enable](const Features &) {
+    return run({QCoreApplication::translate("TntOperations", "Failed to set automatic torrent management."),
+                [targets, enable](const Features &) {
                     return Endpoint::TntManagement::setAutoManagement(targets.wireList(), enable);
                 }});
 }
 
 QCoro::Task<> TntOperations::toggleSequentialDownload(TntTargets targets)
 {
-    return run({QStringLiteral("Failed to toggle sequential download."), [targets](const Features &) {
+    return run({QCoreApplication::translate("TntOperations", "Failed to toggle sequential download."),
+                [targets](const Features &) {
                     return Endpoint::TntManagement::toggleSequentialDownload(targets.wireList());
                 }});
 }
 
 QCoro::Task<> TntOperations::toggleFirstLastPiecePrio(TntTargets targets)
 {
-    return run({QStringLiteral("Failed to toggle first/last piece priority."), [targets](const Features &) {
+    return run({QCoreApplication::translate("TntOperations", "Failed to toggle first/last piece priority."),
+                [targets](const Features &) {
                     return Endpoint::TntManagement::toggleFirstLastPiecePrio(targets.wireList());
                 }});
 }
 
 QCoro::Task<> TntOperations::setSuperSeeding(TntTargets targets, bool value)
 {
-    return run({QStringLiteral("Failed to set super seeding."), [targets, value](const Features &) {
+    return run({QCoreApplication::translate("TntOperations", "Failed to set super seeding."),
+                [targets, value](const Features &) {
                     return Endpoint::TntManagement::setSuperSeeding(targets.wireList(), value);
                 }});
 }
 
 QCoro::Task<> TntOperations::toggleSpeedLimitsMode()
 {
-    return run({QStringLiteral("Failed to toggle speed limits mode."),
+    return run({QCoreApplication::translate("TntOperations", "Failed to toggle speed limits mode."),
                 [](const Features &) { return Endpoint::TransferInfo::toggleSpeedLimitsMode(); }});
 }
 
 QCoro::Task<std::optional<QByteArray>> TntOperations::exportTnt(QString hash)
 {
-    return request(Endpoint::TntManagement::exportTnt(hash), QStringLiteral("Failed to export torrent."));
+    return request(Endpoint::TntManagement::exportTnt(hash),
+                   QCoreApplication::translate("TntOperations", "Failed to export torrent."));
 }

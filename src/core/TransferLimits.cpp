@@ -7,6 +7,7 @@
 #include "core/ErrorReporter.h"
 #include "core/TntOperations.h"
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -17,14 +18,14 @@ namespace {
 
 QString readTitle(Direction direction)
 {
-    return direction == Direction::down ? QStringLiteral("Failed to get download limit.")
-                                        : QStringLiteral("Failed to get upload limit.");
+    return direction == Direction::down ? QCoreApplication::translate("TransferLimits", "Failed to get download limit.")
+                                        : QCoreApplication::translate("TransferLimits", "Failed to get upload limit.");
 }
 
 QString writeTitle(Direction direction)
 {
-    return direction == Direction::down ? QStringLiteral("Failed to set download limit.")
-                                        : QStringLiteral("Failed to set upload limit.");
+    return direction == Direction::down ? QCoreApplication::translate("TransferLimits", "Failed to set download limit.")
+                                        : QCoreApplication::translate("TransferLimits", "Failed to set upload limit.");
 }
 
 // The limit every torrent of a read answer ({"hash": limit, ...}) has; none when they differ.
@@ -59,14 +60,14 @@ QCoro::Task<std::optional<qint64>> TransferLimits::tntLimit(QStringList hashes, 
 {
     QCoro::Task<std::optional<QByteArray>> reading =
         m_operations.request(direction == Direction::down ? Endpoint::TntManagement::downloadLimit(hashes)
-                                          : Endpoint::TntManagement::uploadLimit(hashes),
-             readTitle(direction));
+                                                          : Endpoint::TntManagement::uploadLimit(hashes),
+                             readTitle(direction));
     const std::optional<QByteArray> answer = co_await std::move(reading);
     if (!answer)
         co_return std::nullopt;
     const QJsonDocument document = QJsonDocument::fromJson(*answer);
     if (!document.isObject()) {
-        reportUndecodable(direction, QStringLiteral("not a map of limits"), *answer);
+        reportUndecodable(direction, QCoreApplication::translate("TransferLimits", "not a map of limits"), *answer);
         co_return std::nullopt;
     }
     co_return sharedLimit(document.object());
@@ -75,10 +76,10 @@ QCoro::Task<std::optional<qint64>> TransferLimits::tntLimit(QStringList hashes, 
 QCoro::Task<> TransferLimits::setTntLimit(TntTargets targets, Direction direction, qint64 limit)
 {
     const QStringList hashes = targets.wireList();
-    QCoro::Task<bool> sending = m_operations.send(direction == Direction::down
-                                                      ? Endpoint::TntManagement::setDownloadLimit(hashes, limit)
-                                                      : Endpoint::TntManagement::setUploadLimit(hashes, limit),
-                                                  writeTitle(direction));
+    QCoro::Task<bool> sending =
+        m_operations.send(direction == Direction::down ? Endpoint::TntManagement::setDownloadLimit(hashes, limit)
+                                                       : Endpoint::TntManagement::setUploadLimit(hashes, limit),
+                          writeTitle(direction));
     co_await std::move(sending);
 }
 
@@ -89,36 +90,36 @@ QCoro::Task<> TransferLimits::setShareLimits(TntTargets targets, double ratio, q
     QCoro::Task<bool> sending = m_operations.send(
         Endpoint::TntManagement::setShareLimits(targets.wireList(), ratio, seedingTime, inactiveSeedingTime,
                                                 session ? session->features() : API::ServerFeatures()),
-        QStringLiteral("Failed to set share limits."));
+        QCoreApplication::translate("TransferLimits", "Failed to set share limits."));
     co_await std::move(sending);
 }
 
 QCoro::Task<std::optional<qint64>> TransferLimits::globalLimit(Direction direction)
 {
-    QCoro::Task<std::optional<QByteArray>> reading =
-        m_operations.request(direction == Direction::down ? Endpoint::TransferInfo::downloadLimit()
-                                          : Endpoint::TransferInfo::uploadLimit(),
-             readTitle(direction));
+    QCoro::Task<std::optional<QByteArray>> reading = m_operations.request(
+        direction == Direction::down ? Endpoint::TransferInfo::downloadLimit() : Endpoint::TransferInfo::uploadLimit(),
+        readTitle(direction));
     const std::optional<QByteArray> answer = co_await std::move(reading);
     bool isNumber = false;
     const qint64 limit = answer ? answer->trimmed().toLongLong(&isNumber) : 0;
     if (answer && !isNumber)
-        reportUndecodable(direction, QStringLiteral("not a number"), *answer);
+        reportUndecodable(direction, QCoreApplication::translate("TransferLimits", "not a number"), *answer);
     co_return isNumber ? std::optional(std::max<qint64>(limit, 0)) : std::nullopt;
 }
 
 QCoro::Task<> TransferLimits::setGlobalLimit(Direction direction, qint64 limit)
 {
-    QCoro::Task<bool> sending = m_operations.send(direction == Direction::down
-                                                      ? Endpoint::TransferInfo::setDownloadLimit(limit)
-                                                      : Endpoint::TransferInfo::setUploadLimit(limit),
-                                                  writeTitle(direction));
+    QCoro::Task<bool> sending =
+        m_operations.send(direction == Direction::down ? Endpoint::TransferInfo::setDownloadLimit(limit)
+                                                       : Endpoint::TransferInfo::setUploadLimit(limit),
+                          writeTitle(direction));
     co_await std::move(sending);
 }
 
 QCoro::Task<bool> TransferLimits::shutDown()
 {
     QCoro::Task<bool> sending =
-        m_operations.send(Endpoint::Application::shutdown(), QStringLiteral("Failed to shut down the server."));
+        m_operations.send(Endpoint::Application::shutdown(),
+                          QCoreApplication::translate("TransferLimits", "Failed to shut down the server."));
     co_return co_await std::move(sending);
 }

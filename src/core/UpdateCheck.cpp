@@ -1,5 +1,6 @@
 #include "core/UpdateCheck.h"
 
+#include <QCoreApplication>
 #include <QCoroNetworkReply>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -17,7 +18,8 @@ constexpr int timeoutMs = 30'000;
 
 UpdateCheck::Outcome failed(const QString &reason)
 {
-    return {Kind::failed, QStringLiteral("Could not check for updates: %1").arg(reason), {}};
+    return {
+        Kind::failed, QCoreApplication::translate("UpdateCheck", "Could not check for updates: %1").arg(reason), {}};
 }
 
 } // namespace
@@ -39,9 +41,9 @@ QCoro::Task<UpdateCheck::Outcome> UpdateCheck::check()
                                                                     [](QNetworkReply *r) { r->deleteLater(); });
     co_await reply.get();
     if (!self)
-        co_return failed(QStringLiteral("Quillo is closing."));
+        co_return failed(QCoreApplication::translate("UpdateCheck", "Quillo is closing."));
     if (reply->error() != QNetworkReply::NoError)
-        co_return failed(QStringLiteral("the release feed at %1 did not answer (%2).")
+        co_return failed(QCoreApplication::translate("UpdateCheck", "the release feed at %1 did not answer (%2).")
                              .arg(m_feed.toDisplayString(), reply->errorString()));
     co_return judge(reply->readAll(), m_current);
 }
@@ -51,9 +53,10 @@ UpdateCheck::Outcome UpdateCheck::judge(const QByteArray &feed, const QVersionNu
     QJsonParseError error{};
     const QJsonDocument document = QJsonDocument::fromJson(feed, &error);
     if (document.isNull())
-        return failed(QStringLiteral("the release feed is not valid JSON (%1).").arg(error.errorString()));
+        return failed(QCoreApplication::translate("UpdateCheck", "the release feed is not valid JSON (%1).")
+                          .arg(error.errorString()));
     if (!document.isArray())
-        return failed(QStringLiteral("the release feed is not a list of releases."));
+        return failed(QCoreApplication::translate("UpdateCheck", "the release feed is not a list of releases."));
 
     QVersionNumber newest;
     QString shown;
@@ -72,10 +75,10 @@ UpdateCheck::Outcome UpdateCheck::judge(const QByteArray &feed, const QVersionNu
         }
     }
     if (newest.isNull())
-        return failed(QStringLiteral("the release feed lists no release."));
+        return failed(QCoreApplication::translate("UpdateCheck", "the release feed lists no release."));
     if (QVersionNumber::compare(newest, current.normalized()) <= 0)
-        return {Kind::upToDate, QStringLiteral("Quillo is up to date."), {}};
-    return {Kind::available, QStringLiteral("Quillo %1 is available.").arg(shown), page};
+        return {Kind::upToDate, QCoreApplication::translate("UpdateCheck", "Quillo is up to date."), {}};
+    return {Kind::available, QCoreApplication::translate("UpdateCheck", "Quillo %1 is available.").arg(shown), page};
 }
 
 QVersionNumber UpdateCheck::releaseVersion(QStringView tag)

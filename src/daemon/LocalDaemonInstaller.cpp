@@ -7,6 +7,7 @@
 #include "daemon/TerminalRunner.h"
 #include "support/Detached.h"
 
+#include <QCoreApplication>
 #include <QCoroTimer>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -31,9 +32,9 @@ std::optional<ClientConfiguration> localConnection(const AppContext &context)
 QString LocalDaemonInstaller::connectionName()
 {
 #ifdef Q_OS_MACOS
-    return QStringLiteral("This Mac");
+    return QCoreApplication::translate("LocalDaemonInstaller", "This Mac");
 #else
-    return QStringLiteral("This Computer");
+    return QCoreApplication::translate("LocalDaemonInstaller", "This Computer");
 #endif
 }
 
@@ -43,8 +44,7 @@ LocalDaemonInstaller::LocalDaemonInstaller(AppContext &context, CommandRunner &r
     , m_context(context)
     , m_runner(runner)
     , m_scriptPath(std::move(scriptPath))
-{
-}
+{}
 
 LocalDaemonInstaller::~LocalDaemonInstaller()
 {
@@ -128,7 +128,8 @@ QCoro::Task<> LocalDaemonInstaller::run(int generation)
     const QPointer<LocalDaemonInstaller> self(this);
     setPhase({.kind = Phase::Kind::preparing});
     if (m_scriptPath.isEmpty() || !QFileInfo(m_scriptPath).isReadable()) {
-        fail(QStringLiteral("The installer script is missing from the installation."));
+        fail(QCoreApplication::translate("LocalDaemonInstaller",
+                                         "The installer script is missing from the installation."));
         co_return;
     }
     const std::optional<LocalDaemonCredentials> credentials = LocalDaemonCredentials::generate();
@@ -145,7 +146,9 @@ QCoro::Task<> LocalDaemonInstaller::run(int generation)
         if (!self || !isCurrent(generation))
             co_return;
         if (!port) {
-            fail(QStringLiteral("No free port found in range %1–%2. Close what uses these ports, then try again.")
+            fail(QCoreApplication::translate(
+                     "LocalDaemonInstaller",
+                     "No free port found in range %1–%2. Close what uses these ports, then try again.")
                      .arg(m_firstPort)
                      .arg(m_lastPort));
             co_return;
@@ -160,14 +163,14 @@ QCoro::Task<> LocalDaemonInstaller::run(int generation)
         if (!self || !isCurrent(generation))
             co_return;
     }
-    if (replacing && m_context.isPolling() && m_context.clientConfiguration()
-        && m_context.clientConfiguration()->id == existing->id)
+    if (replacing && m_context.isPolling() && m_context.clientConfiguration() &&
+        m_context.clientConfiguration()->id == existing->id)
         suspendPolling();
     m_isRestartPending = replacing;
 
     const CommandRunner::Result launched = m_runner.run(m_command);
     if (launched == CommandRunner::Result::failed) {
-        fail(QStringLiteral("Quillo couldn't open a terminal."));
+        fail(QCoreApplication::translate("LocalDaemonInstaller", "Quillo couldn't open a terminal."));
         co_return;
     }
     if (replacing) {
@@ -184,12 +187,15 @@ QCoro::Task<> LocalDaemonInstaller::run(int generation)
     if (!self || !isCurrent(generation))
         co_return;
     if (login == ProbeSession::Login::noAnswer) {
-        fail(QStringLiteral("qBittorrent didn't respond. Check the terminal window for errors."));
+        fail(QCoreApplication::translate("LocalDaemonInstaller",
+                                         "qBittorrent didn't respond. Check the terminal window for errors."));
         co_return;
     }
     if (login == ProbeSession::Login::rejected) {
         qCWarning(lcLocalDaemonInstaller, "qBittorrent on port %d rejected the new password.", *port);
-        fail(QStringLiteral("qBittorrent didn't accept the new password. Check the terminal window for errors."));
+        fail(QCoreApplication::translate(
+            "LocalDaemonInstaller",
+            "qBittorrent didn't accept the new password. Check the terminal window for errors."));
         co_return;
     }
 
@@ -222,7 +228,8 @@ QCoro::Task<std::optional<int>> LocalDaemonInstaller::freePort(int generation)
         if (!self || !isCurrent(generation))
             co_return std::nullopt;
         // A silent service holds the port too: qBittorrent could not listen there.
-        if (answer == ProbeSession::Answer::none && QTcpServer().listen(QHostAddress::LocalHost, static_cast<quint16>(port)))
+        if (answer == ProbeSession::Answer::none &&
+            QTcpServer().listen(QHostAddress::LocalHost, static_cast<quint16>(port)))
             co_return port;
     }
     co_return std::nullopt;
@@ -262,7 +269,8 @@ QCoro::Task<bool> LocalDaemonInstaller::awaitDaemon(int generation, int port, bo
         if (!self || !isCurrent(generation))
             co_return false;
     }
-    fail(QStringLiteral("qBittorrent didn't respond. Check the terminal window for errors."));
+    fail(QCoreApplication::translate("LocalDaemonInstaller",
+                                     "qBittorrent didn't respond. Check the terminal window for errors."));
     co_return false;
 }
 
@@ -276,7 +284,8 @@ QCoro::Task<bool> LocalDaemonInstaller::store(int generation, ClientConfiguratio
     if (!self || !isCurrent(generation))
         co_return false;
     if (!saved) {
-        fail(QStringLiteral("Quillo couldn't save the qBittorrent password to the keyring."));
+        fail(QCoreApplication::translate("LocalDaemonInstaller",
+                                         "Quillo couldn't save the qBittorrent password to the keyring."));
         co_return false;
     }
     if (localConnection(m_context))

@@ -4,6 +4,8 @@
 #include "platform/Notifications.h"
 #include "settings/AppSettings.h"
 
+#include <QCoreApplication>
+
 using State = TntModel::State;
 
 namespace {
@@ -57,9 +59,8 @@ CompletionNotifier::CompletionNotifier(TntCollection &collection, AppSettings &s
         }
         announce(finished);
     });
-    connect(&collection, &TntCollection::aboutToInsert, this, [this](qsizetype first, qsizetype) {
-        m_firstInserted = first;
-    });
+    connect(&collection, &TntCollection::aboutToInsert, this,
+            [this](qsizetype first, qsizetype) { m_firstInserted = first; });
     connect(&collection, &TntCollection::didInsert, this, [this] {
         for (qsizetype row = m_firstInserted; row < m_collection.size(); ++row) {
             if (isDownloading(m_collection.at(row).state()))
@@ -104,10 +105,11 @@ void CompletionNotifier::announce(const QStringList &hashes)
         return;
     if (m_settings.notifyDownloadsComplete()) {
         for (const QString &hash : hashes) {
-            Platform::Notifications::post({.threadId = QString::fromLatin1(threadId),
-                                           .title = QStringLiteral("Download completed"),
-                                           .body = body(m_collection.find(hash)->name()),
-                                           .sound = m_settings.selectedSound()});
+            Platform::Notifications::post(
+                {.threadId = QString::fromLatin1(threadId),
+                 .title = QCoreApplication::translate("CompletionNotifier", "Download completed"),
+                 .body = body(m_collection.find(hash)->name()),
+                 .sound = m_settings.selectedSound()});
         }
     }
     if (m_settings.animateDockIcon())

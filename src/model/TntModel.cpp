@@ -47,11 +47,11 @@ void takeRate(qint64 &field, DataRateBuffer &buffer, const API::Maybe<qint64> &i
 QString TntModel::Tracker::statusText(Status status)
 {
     switch (status) {
-    case Status::disabled: return QStringLiteral("Disabled");
-    case Status::notContacted: return QStringLiteral("Not contacted yet");
-    case Status::contacted: return QStringLiteral("Working");
-    case Status::updating: return QStringLiteral("Updating");
-    case Status::notWorking: return QStringLiteral("Not working");
+    case Status::disabled: return QCoreApplication::translate("TntModel", "Disabled");
+    case Status::notContacted: return QCoreApplication::translate("TntModel", "Not contacted yet");
+    case Status::contacted: return QCoreApplication::translate("TntModel", "Working");
+    case Status::updating: return QCoreApplication::translate("TntModel", "Updating");
+    case Status::notWorking: return QCoreApplication::translate("TntModel", "Not working");
     }
     Q_UNREACHABLE();
 }

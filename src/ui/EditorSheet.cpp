@@ -1,5 +1,6 @@
 #include "ui/EditorSheet.h"
 
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFormLayout>
@@ -24,7 +25,7 @@ EditorSheet::EditorSheet(const QString &title, const QString &actionTitle, QWidg
     setWindowTitle(title);
     setWindowModality(Qt::WindowModal);
     setAttribute(Qt::WA_DeleteOnClose);
-    m_buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
+    m_buttons->addButton(QCoreApplication::translate("EditorSheet", "Cancel"), QDialogButtonBox::RejectRole);
     m_action->setDefault(true);
     auto *layout = new QVBoxLayout(this);
     if (!title.isEmpty()) {
@@ -65,14 +66,15 @@ QSpinBox *EditorSheet::addRate(const QString &label)
     auto *field = new QSpinBox(this);
     // The server reads bytes per second as an int.
     field->setRange(0, std::numeric_limits<int>::max() / 1024);
-    field->setSuffix(QStringLiteral(" KiB/s"));
-    field->setSpecialValueText(QStringLiteral("Unlimited"));
+    field->setSuffix(QCoreApplication::translate("EditorSheet", " KiB/s"));
+    field->setSpecialValueText(QCoreApplication::translate("EditorSheet", "Unlimited"));
     field->setAccessibleName(label);
     connect(slider, &QSlider::valueChanged, field, [field](int value) {
         if (value != std::min(field->value(), 100'000))
             field->setValue(value);
     });
-    connect(field, &QSpinBox::valueChanged, slider, [slider](int value) { slider->setValue(std::min(value, 100'000)); });
+    connect(field, &QSpinBox::valueChanged, slider,
+            [slider](int value) { slider->setValue(std::min(value, 100'000)); });
     row->addWidget(slider, 1);
     row->addWidget(field);
     m_form->addRow(label, row);

@@ -8,6 +8,7 @@
 #include "ui/PlatformTexts.h"
 
 #include <QClipboard>
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -20,8 +21,7 @@ LocalDaemonFlow::LocalDaemonFlow(AppContext &context, QWidget *window, std::uniq
     , m_runner(runner ? std::move(runner) : std::make_unique<TerminalRunner>())
     , m_scriptPath(scriptPath.isEmpty() ? DaemonCommand::locateScript() : std::move(scriptPath))
     , m_installer(context, *m_runner, m_scriptPath)
-{
-}
+{}
 
 LocalDaemonFlow::~LocalDaemonFlow() = default;
 
@@ -37,13 +37,17 @@ LocalDaemonSheet *LocalDaemonFlow::install()
 
 QMessageBox *LocalDaemonFlow::confirmUninstall()
 {
-    const QString title = QStringLiteral("Uninstall qBittorrent from %1").arg(PlatformTexts::thisMac());
+    const QString title =
+        QCoreApplication::translate("LocalDaemonFlow", "Uninstall qBittorrent from %1").arg(PlatformTexts::thisMac());
     auto *box = new QMessageBox(QMessageBox::Warning, title, title, QMessageBox::NoButton, m_window);
-    box->setInformativeText(QStringLiteral("Quillo will stop qBittorrent and remove it from this computer. "
-                                           "The connection and its password are removed from Quillo.\n"
-                                           "Downloaded files and qBittorrent settings are kept for a future installation."));
-    QPushButton *remove = box->addButton(QStringLiteral("Delete"), QMessageBox::DestructiveRole);
-    box->setDefaultButton(box->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole));
+    box->setInformativeText(QCoreApplication::translate(
+        "LocalDaemonFlow", "Quillo will stop qBittorrent and remove it from this computer. "
+                           "The connection and its password are removed from Quillo.\n"
+                           "Downloaded files and qBittorrent settings are kept for a future installation."));
+    QPushButton *remove =
+        box->addButton(QCoreApplication::translate("LocalDaemonFlow", "Delete"), QMessageBox::DestructiveRole);
+    box->setDefaultButton(
+        box->addButton(QCoreApplication::translate("LocalDaemonFlow", "Cancel"), QMessageBox::RejectRole));
     box->setAttribute(Qt::WA_DeleteOnClose);
     connect(box, &QMessageBox::finished, this, [this, box, remove] {
         if (box->clickedButton() == remove)
@@ -62,20 +66,24 @@ QCoro::Task<> LocalDaemonFlow::uninstall()
         co_return;
     using Outcome = LocalDaemonUninstaller::Outcome;
     switch (outcome) {
-    case Outcome::removed:
-        break;
+    case Outcome::removed: break;
     case Outcome::pasteRequired:
         QGuiApplication::clipboard()->setText(uninstaller.command());
-        inform(QStringLiteral("qBittorrent is stopped, but not removed"),
-               QStringLiteral("The uninstall command is copied to the clipboard. Open a terminal, paste the command "
-                              "with Ctrl+Shift+V and press Return.\n\n")
-                   + uninstaller.command());
+        inform(QCoreApplication::translate("LocalDaemonFlow", "qBittorrent is stopped, but not removed"),
+               QCoreApplication::translate(
+                   "LocalDaemonFlow",
+                   "The uninstall command is copied to the clipboard. Open a terminal, paste the command "
+                   "with Ctrl+Shift+V and press Return.\n\n") +
+                   uninstaller.command());
         break;
     case Outcome::terminalFailed:
-        inform(QStringLiteral("Quillo couldn't open a terminal. qBittorrent wasn't uninstalled."), {});
+        inform(QCoreApplication::translate("LocalDaemonFlow",
+                                           "Quillo couldn't open a terminal. qBittorrent wasn't uninstalled."),
+               {});
         break;
     case Outcome::scriptMissing:
-        inform(QStringLiteral("The installer script is missing from the installation."), {});
+        inform(QCoreApplication::translate("LocalDaemonFlow", "The installer script is missing from the installation."),
+               {});
         break;
     }
 }

@@ -4,6 +4,7 @@
 #include "ui/PlatformTexts.h"
 
 #include <QClipboard>
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QGuiApplication>
 #include <QLabel>
@@ -20,7 +21,7 @@ LocalDaemonSheet::LocalDaemonSheet(LocalDaemonInstaller &installer, QWidget *par
     , m_detail(new QLabel(this))
     , m_progress(new QProgressBar(this))
 {
-    setWindowTitle(QStringLiteral("Install on %1").arg(PlatformTexts::thisMac()));
+    setWindowTitle(QCoreApplication::translate("LocalDaemonSheet", "Install on %1").arg(PlatformTexts::thisMac()));
     setWindowModality(Qt::WindowModal);
     setAttribute(Qt::WA_DeleteOnClose);
     setMinimumWidth(460);
@@ -33,8 +34,10 @@ LocalDaemonSheet::LocalDaemonSheet(LocalDaemonInstaller &installer, QWidget *par
     m_progress->setRange(0, LocalDaemonInstaller::maxPollAttempts);
 
     auto *buttons = new QDialogButtonBox(this);
-    m_tryAgain = buttons->addButton(QStringLiteral("Try Again"), QDialogButtonBox::ActionRole);
-    m_cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
+    m_tryAgain =
+        buttons->addButton(QCoreApplication::translate("LocalDaemonSheet", "Try Again"), QDialogButtonBox::ActionRole);
+    m_cancel =
+        buttons->addButton(QCoreApplication::translate("LocalDaemonSheet", "Cancel"), QDialogButtonBox::RejectRole);
     connect(m_tryAgain, &QPushButton::clicked, &m_installer, [this] {
         m_copiedCommand = false;
         m_installer.install();
@@ -58,18 +61,21 @@ LocalDaemonSheet::LocalDaemonSheet(LocalDaemonInstaller &installer, QWidget *par
 void LocalDaemonSheet::showPhase()
 {
     const LocalDaemonInstaller::Phase &phase = m_installer.phase();
-    const QString attempts = QStringLiteral("Attempt %1 of %2.").arg(phase.attempt).arg(LocalDaemonInstaller::maxPollAttempts);
+    const QString attempts = QCoreApplication::translate("LocalDaemonSheet", "Attempt %1 of %2.")
+                                 .arg(phase.attempt)
+                                 .arg(LocalDaemonInstaller::maxPollAttempts);
     m_tryAgain->setVisible(phase.kind == Kind::failed || phase.kind == Kind::automationDenied);
     m_progress->setVisible(phase.kind == Kind::preparing || phase.kind == Kind::waiting);
     m_progress->setValue(phase.attempt);
     switch (phase.kind) {
     case Kind::idle:
     case Kind::preparing:
-        m_status->setText(QStringLiteral("Preparing the installation…"));
-        m_detail->setText(QStringLiteral("Downloads go to the Torrents folder in your home folder."));
+        m_status->setText(QCoreApplication::translate("LocalDaemonSheet", "Preparing the installation…"));
+        m_detail->setText(QCoreApplication::translate("LocalDaemonSheet",
+                                                      "Downloads go to the Torrents folder in your home folder."));
         break;
     case Kind::waiting:
-        m_status->setText(QStringLiteral("Waiting for qBittorrent to start…"));
+        m_status->setText(QCoreApplication::translate("LocalDaemonSheet", "Waiting for qBittorrent to start…"));
         m_detail->setText(attempts);
         break;
     case Kind::automationDenied:
@@ -77,18 +83,19 @@ void LocalDaemonSheet::showPhase()
             QGuiApplication::clipboard()->setText(m_installer.command());
             m_copiedCommand = true;
         }
-        m_status->setText(QStringLiteral("Quillo couldn't find a terminal to run the installation"));
-        m_detail->setText(QStringLiteral("The install command is copied to the clipboard.\n"
-                                         "Open a terminal, paste the command with Ctrl+Shift+V and press Return. "
-                                         "Quillo connects to qBittorrent as soon as it starts.\n")
-                          + attempts);
+        m_status->setText(
+            QCoreApplication::translate("LocalDaemonSheet", "Quillo couldn't find a terminal to run the installation"));
+        m_detail->setText(
+            QCoreApplication::translate("LocalDaemonSheet",
+                                        "The install command is copied to the clipboard.\n"
+                                        "Open a terminal, paste the command with Ctrl+Shift+V and press Return. "
+                                        "Quillo connects to qBittorrent as soon as it starts.\n") +
+            attempts);
         break;
     case Kind::failed:
-        m_status->setText(QStringLiteral("qBittorrent wasn't installed"));
+        m_status->setText(QCoreApplication::translate("LocalDaemonSheet", "qBittorrent wasn't installed"));
         m_detail->setText(phase.message);
         break;
-    case Kind::finished:
-        accept();
-        break;
+    case Kind::finished: accept(); break;
     }
 }

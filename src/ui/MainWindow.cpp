@@ -1,17 +1,17 @@
 #include "ui/MainWindow.h"
 
 #include "core/AppContext.h"
-#include "support/Detached.h"
 #include "core/NavigationContext.h"
 #include "core/ReconnectionCountdown.h"
+#include "support/Detached.h"
 #include "ui/ClientErrorPresenter.h"
 #include "ui/ConnectionEditor.h"
 #include "ui/DisplayName.h"
 #include "ui/DropOverlay.h"
+#include "ui/LocalDaemonFlow.h"
 #include "ui/LoginPrompt.h"
 #include "ui/MainMenus.h"
 #include "ui/ReconnectionOverlay.h"
-#include "ui/LocalDaemonFlow.h"
 #include "ui/ServerMenu.h"
 #include "ui/SettingsWindow.h"
 #include "ui/SidebarView.h"
@@ -20,21 +20,22 @@
 #include "ui/TntCommands.h"
 #include "ui/TntContentTree.h"
 #include "ui/TntContextMenu.h"
-#include "ui/TntReveal.h"
 #include "ui/TntDetailPane.h"
 #include "ui/TntFilterProxy.h"
+#include "ui/TntReveal.h"
 #include "ui/TntTableView.h"
 #include "ui/TransferStatus.h"
 #include "ui/WelcomeView.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QCoreApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QLabel>
 #include <QMenuBar>
-#include <QMimeData>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -47,7 +48,7 @@
 namespace {
 constexpr int attentionDurationMs = 3000;
 using Panel = NavigationContext::Panel;
-}
+} // namespace
 
 MainWindow::MainWindow(AppContext &context, QWidget *parent)
     : QMainWindow(parent)
@@ -58,14 +59,15 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_connectedPages(new QStackedWidget(m_connectedArea))
     , m_placeholder(new QLabel(m_connectedPages))
     , m_tntTable(new TntTableView(context.tntCollection(), context.settings().defaults(), m_connectedPages))
-    , m_transferStatus(new TransferStatus(context.serverState(), context.transferRates(), context.settings().defaults(), this))
+    , m_transferStatus(
+          new TransferStatus(context.serverState(), context.transferRates(), context.settings().defaults(), this))
     , m_commands(new TntCommands(context, this))
     , m_addingFlow(new TntAddingFlow(context, this))
     , m_reveal(new TntReveal(context, this))
     , m_tntActions(new TntActions(context, *m_commands, *m_addingFlow, *m_reveal, this))
     , m_navigation(new NavigationContext(context, context.settings().defaults(), this))
     , m_sidebar(new SidebarView(context, *m_navigation, *m_commands, *m_tntActions, m_connectedArea))
-    , m_toolBar(new QToolBar(QStringLiteral("Toolbar"), this))
+    , m_toolBar(new QToolBar(QCoreApplication::translate("MainWindow", "Toolbar"), this))
     , m_serverMenu(new ServerMenu(context, this))
     , m_logInOut(new QAction(this))
     , m_countdown(new ReconnectionCountdown(context, std::chrono::seconds(1), this))
@@ -160,9 +162,8 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     connect(m_transferStatus, &TransferStatus::globalLimitRequested, m_commands, [this](bool upload) {
         m_commands->limitGlobalRate(upload ? TransferLimits::Direction::up : TransferLimits::Direction::down);
     });
-    connect(m_transferStatus, &TransferStatus::tntDetailsToggleRequested, this, [this] {
-        m_navigation->setHidden(Panel::tntDetails, !m_navigation->isHidden(Panel::tntDetails));
-    });
+    connect(m_transferStatus, &TransferStatus::tntDetailsToggleRequested, this,
+            [this] { m_navigation->setHidden(Panel::tntDetails, !m_navigation->isHidden(Panel::tntDetails)); });
     connect(m_navigation, &NavigationContext::hiddenChanged, this, &MainWindow::showPanels);
     m_menus = new MainMenus({.window = this,
                              .actions = m_tntActions,
@@ -217,19 +218,22 @@ void MainWindow::showConnectionState()
 {
     const auto &current = m_context.clientConfiguration();
     if (!current)
-        m_placeholder->setText(QStringLiteral("No Connection"));
+        m_placeholder->setText(QCoreApplication::translate("MainWindow", "No Connection"));
     else if (m_context.isAuthorized())
-        m_placeholder->setText(QStringLiteral("Connected to %1").arg(displayName(*current)));
+        m_placeholder->setText(QCoreApplication::translate("MainWindow", "Connected to %1").arg(displayName(*current)));
     else if (m_context.progressMessage() == AppContext::ProgressMessage::connecting)
-        m_placeholder->setText(QStringLiteral("Connecting to %1…").arg(displayName(*current)));
+        m_placeholder->setText(
+            QCoreApplication::translate("MainWindow", "Connecting to %1…").arg(displayName(*current)));
     else
-        m_placeholder->setText(QStringLiteral("Not connected to %1").arg(displayName(*current)));
+        m_placeholder->setText(
+            QCoreApplication::translate("MainWindow", "Not connected to %1").arg(displayName(*current)));
 
     const bool authorized = m_context.isAuthorized();
     m_connectedPages->setCurrentWidget(
         authorized || m_context.tntCollection().size() > 0 ? static_cast<QWidget *>(m_tableSplit) : m_placeholder);
     m_transferStatus->setVisible(authorized);
-    m_logInOut->setText(authorized ? QStringLiteral("Log Out") : QStringLiteral("Log In"));
+    m_logInOut->setText(authorized ? QCoreApplication::translate("MainWindow", "Log Out")
+                                   : QCoreApplication::translate("MainWindow", "Log In"));
     m_logInOut->setIcon(
         QIcon::fromTheme(authorized ? QStringLiteral("system-log-out") : QStringLiteral("dialog-password")));
     m_logInOut->setEnabled(current.has_value());

@@ -3,6 +3,7 @@
 #include "settings/AppSettings.h"
 #include "ui/EditorSheet.h"
 
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -25,14 +26,16 @@ PathMappingPage::PathMappingPage(AppSettings &settings, QWidget *parent)
     , m_settings(settings)
     , m_maps(settings.pathMapping())
     , m_list(new QTreeWidget(this))
-    , m_add(new QPushButton(QStringLiteral("Add Path Mapping"), this))
-    , m_remove(new QPushButton(QStringLiteral("Remove Path Mapping"), this))
+    , m_add(new QPushButton(QCoreApplication::translate("PathMappingPage", "Add Path Mapping"), this))
+    , m_remove(new QPushButton(QCoreApplication::translate("PathMappingPage", "Remove Path Mapping"), this))
 {
     auto *layout = new QVBoxLayout(this);
-    auto *header = new QLabel(QStringLiteral("Map server paths to local folders on your computer"), this);
+    auto *header = new QLabel(
+        QCoreApplication::translate("PathMappingPage", "Map server paths to local folders on your computer"), this);
     header->setStyleSheet(QStringLiteral("font-weight: bold"));
     layout->addWidget(header);
-    m_list->setHeaderLabels({QStringLiteral("Remote Path"), QStringLiteral("Local Path")});
+    m_list->setHeaderLabels({QCoreApplication::translate("PathMappingPage", "Remote Path"),
+                             QCoreApplication::translate("PathMappingPage", "Local Path")});
     m_list->setRootIsDecorated(false);
     m_list->header()->setStretchLastSection(true);
     m_list->setColumnWidth(0, 260);
@@ -43,15 +46,21 @@ PathMappingPage::PathMappingPage(AppSettings &settings, QWidget *parent)
     buttons->addStretch(1);
     layout->addLayout(buttons);
     const QStringList help{
-        QStringLiteral("Path mapping lets Quillo locate torrent files on your computer when qBittorrent sees a "
-                       "different file system, for example when it runs on a remote server or inside a Docker "
-                       "container."),
-        QStringLiteral("Remote Path is the path as qBittorrent reports it, such as the default save path or a "
-                       "torrent's save path. Local Path is the folder on your computer where those files actually "
-                       "live, e.g. a mounted network share."),
-        QStringLiteral("Add an entry for each remote path prefix you want translated. \"Show in File Manager\" uses "
-                       "this mapping to reveal a torrent's downloaded files."),
-        QStringLiteral("Open torrent contents in File Manager by double-clicking or using the shortcut menu."),
+        QCoreApplication::translate(
+            "PathMappingPage", "Path mapping lets Quillo locate torrent files on your computer when qBittorrent sees a "
+                               "different file system, for example when it runs on a remote server or inside a Docker "
+                               "container."),
+        QCoreApplication::translate(
+            "PathMappingPage",
+            "Remote Path is the path as qBittorrent reports it, such as the default save path or a "
+            "torrent's save path. Local Path is the folder on your computer where those files actually "
+            "live, e.g. a mounted network share."),
+        QCoreApplication::translate(
+            "PathMappingPage",
+            "Add an entry for each remote path prefix you want translated. \"Show in File Manager\" uses "
+            "this mapping to reveal a torrent's downloaded files."),
+        QCoreApplication::translate(
+            "PathMappingPage", "Open torrent contents in File Manager by double-clicking or using the shortcut menu."),
     };
     for (const QString &paragraph : help) {
         auto *label = new QLabel(paragraph, this);
@@ -95,14 +104,19 @@ EditorSheet *PathMappingPage::edit(int row, const QString &remotePath)
 {
     const bool adding = row < 0 || row >= m_maps.size();
     const PathMap current = adding ? PathMap{.remotePath = remotePath} : m_maps.at(row);
-    auto *sheet = new EditorSheet(adding ? QStringLiteral("Add Path Mapping") : QStringLiteral("Edit Path Mapping"),
-                                  adding ? QStringLiteral("Add") : QStringLiteral("Save"), this);
+    auto *sheet = new EditorSheet(adding ? QCoreApplication::translate("PathMappingPage", "Add Path Mapping")
+                                         : QCoreApplication::translate("PathMappingPage", "Edit Path Mapping"),
+                                  adding ? QCoreApplication::translate("PathMappingPage", "Add")
+                                         : QCoreApplication::translate("PathMappingPage", "Save"),
+                                  this);
     sheet->setAttribute(Qt::WA_DeleteOnClose);
-    QLineEdit *remote = sheet->addLine(QStringLiteral("Remote Path"), QStringLiteral("/opt/etc/downloads/"),
-                                       current.remotePath);
-    QLineEdit *local =
-        sheet->addFolderLine(QStringLiteral("Local Path"), QString(), localFolder(current), QStringLiteral("Select..."),
-                             QStringLiteral("Select the local folder that corresponds to your remote downloads"));
+    QLineEdit *remote = sheet->addLine(QCoreApplication::translate("PathMappingPage", "Remote Path"),
+                                       QStringLiteral("/opt/etc/downloads/"), current.remotePath);
+    QLineEdit *local = sheet->addFolderLine(
+        QCoreApplication::translate("PathMappingPage", "Local Path"), QString(), localFolder(current),
+        QCoreApplication::translate("PathMappingPage", "Select..."),
+        QCoreApplication::translate("PathMappingPage",
+                                    "Select the local folder that corresponds to your remote downloads"));
     connect(sheet, &QDialog::accepted, this, [this, row, adding, current, remote, local] {
         PathMap map = current;
         map.remotePath = remote->text().trimmed();

@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -66,7 +67,8 @@ PreferencesPage::PreferencesPage(API::QBTPreferences &record, API::PreferenceGro
     if (findChild<QComboBox *>(interfaceKey))
         detached(listInterfaces());
     if (m_form->rowCount() == 0)
-        m_form->addRow(new QLabel(QStringLiteral("This server has no preferences of this group."), this));
+        m_form->addRow(new QLabel(
+            QCoreApplication::translate("PreferencesPage", "This server has no preferences of this group."), this));
 }
 
 bool PreferencesPage::hasChanges() const
@@ -98,7 +100,7 @@ void PreferencesPage::set(const API::PreferenceKey &key, const auto &value)
 void PreferencesPage::addField(const API::PreferenceKey &key)
 {
     const API::PreferenceValue value = *m_record.value(key.key);
-    const QString &title = key.title;
+    const QString title = QCoreApplication::translate("Preferences", key.title.toUtf8().constData());
     QWidget *field = nullptr;
     switch (key.type) {
     case PreferenceType::boolean: {
@@ -125,8 +127,8 @@ void PreferencesPage::addField(const API::PreferenceKey &key)
     case PreferenceType::rate: {
         auto *spin = new QSpinBox(this);
         spin->setRange(0, intMaximum);
-        spin->setSuffix(QStringLiteral(" KiB/s"));
-        spin->setSpecialValueText(QStringLiteral("No limit"));
+        spin->setSuffix(QCoreApplication::translate("PreferencesPage", " KiB/s"));
+        spin->setSpecialValueText(QCoreApplication::translate("PreferencesPage", "No limit"));
         spin->setValue(static_cast<int>(std::get<API::DataRate>(value).bytesPerSecond / rateUnit));
         connect(spin, &QSpinBox::valueChanged, this,
                 [this, &key](int kib) { set(key, API::DataRate{qint64(kib) * rateUnit}); });
@@ -148,11 +150,13 @@ void PreferencesPage::addField(const API::PreferenceKey &key)
             break;
         }
         auto *line = new QLineEdit(std::get<QString>(value), this);
-        connect(line, &QLineEdit::textEdited, this, [this, &key, line](const QString &text) {
+        connect(line, &QLineEdit::textEdited, this, [this, &key, line, title](const QString &text) {
             const bool missing = isRequired(key) && text.trimmed().isEmpty();
             line->setProperty("invalid", missing);
             line->setStyleSheet(missing ? QStringLiteral("border: 1px solid #b3261e") : QString());
-            line->setToolTip(missing ? QStringLiteral("%1 must not be empty.").arg(key.title) : QString());
+            line->setToolTip(missing
+                                 ? QCoreApplication::translate("PreferencesPage", "%1 must not be empty.").arg(title)
+                                 : QString());
             if (missing)
                 m_emptyRequired.insert(key.key);
             else
@@ -166,7 +170,8 @@ void PreferencesPage::addField(const API::PreferenceKey &key)
         const API::EnumChoice choice = std::get<API::EnumChoice>(value);
         auto *combo = new QComboBox(this);
         for (const API::EnumCase &enumCase : choice.enumeration->cases)
-            combo->addItem(enumCase.text);
+            combo->addItem(QCoreApplication::translate("Preferences", enumCase.text.toUtf8().constData(),
+                                                       choice.enumeration->comment));
         combo->setCurrentIndex(static_cast<int>(choice.index));
         connect(combo, &QComboBox::currentIndexChanged, this, [this, &key, choice](int index) {
             set(key, API::EnumChoice{choice.enumeration, index});
@@ -240,7 +245,8 @@ QWidget *PreferencesPage::scanDirsEditor(const API::PreferenceKey &key)
     layout->setContentsMargins(0, 0, 0, 0);
     auto *table = new QTableWidget(0, 2, editor);
     table->setObjectName(QStringLiteral("scanDirsTable"));
-    table->setHorizontalHeaderLabels({QStringLiteral("Monitored Folder"), QStringLiteral("Save to")});
+    table->setHorizontalHeaderLabels({QCoreApplication::translate("PreferencesPage", "Monitored Folder"),
+                                      QCoreApplication::translate("PreferencesPage", "Save to")});
     table->horizontalHeader()->setStretchLastSection(true);
     table->verticalHeader()->hide();
     table->setToolTip(API::ScanDir::savePathHelp());
@@ -257,8 +263,8 @@ QWidget *PreferencesPage::scanDirsEditor(const API::PreferenceKey &key)
     }
     layout->addWidget(table);
     auto *buttons = new QHBoxLayout;
-    auto *add = new QPushButton(QStringLiteral("Add Folder"), editor);
-    auto *remove = new QPushButton(QStringLiteral("Remove Folder"), editor);
+    auto *add = new QPushButton(QCoreApplication::translate("PreferencesPage", "Add Folder"), editor);
+    auto *remove = new QPushButton(QCoreApplication::translate("PreferencesPage", "Remove Folder"), editor);
     buttons->addWidget(add);
     buttons->addWidget(remove);
     buttons->addStretch(1);

@@ -4,6 +4,7 @@
 #include "settings/AppSettings.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QDir>
 #include <QSpinBox>
 #include <QStandardPaths>
@@ -16,71 +17,96 @@ QuilloSettingsPage::QuilloSettingsPage(AppSettings &settings, QWidget *parent)
     using K = UserDefaultsKey;
     // A switch stored in the settings file alone: views read it from there.
     const auto addStored = [this, d](const QString &title, K key, bool fallback) {
-        return addSwitch(title, [d, key, fallback] { return d->boolValue(key, fallback); },
-                         [d, key](bool value) { d->setValue(key, value); });
+        return addSwitch(
+            title, [d, key, fallback] { return d->boolValue(key, fallback); },
+            [d, key](bool value) { d->setValue(key, value); });
     };
 
-    addSection(QStringLiteral("Updates from the server"));
+    addSection(QCoreApplication::translate("QuilloSettingsPage", "Updates from the server"));
     QCheckBox *automatic = addSwitch(
-        QStringLiteral("Follow the server's refresh interval"), [s] { return s->setRefreshIntervalAuto(); },
-        [s](bool on) { s->setSetRefreshIntervalAuto(on); });
+        QCoreApplication::translate("QuilloSettingsPage", "Follow the server's refresh interval"),
+        [s] { return s->setRefreshIntervalAuto(); }, [s](bool on) { s->setSetRefreshIntervalAuto(on); });
     const AppSettings::Bounds refresh = AppSettings::refreshIntervalBounds;
-    QSpinBox *interval = addNumber(QStringLiteral("Refresh interval:"), refresh.minimum, refresh.maximum,
-                                   QStringLiteral(" ms"), [s] { return s->refreshInterval(); },
-                                   [s](int value) { s->setRefreshInterval(value); });
+    QSpinBox *interval = addNumber(
+        QCoreApplication::translate("QuilloSettingsPage", "Refresh interval:"), refresh.minimum, refresh.maximum,
+        QCoreApplication::translate("QuilloSettingsPage", " ms"), [s] { return s->refreshInterval(); },
+        [s](int value) { s->setRefreshInterval(value); });
     const AppSettings::Bounds increase = AppSettings::intervalIncreaseBounds;
-    addNumber(QStringLiteral("In the background, slower by:"), increase.minimum, increase.maximum,
-              QStringLiteral(" ms"), [s] { return s->intervalIncreaseValue(); },
-              [s](int value) { s->setIntervalIncreaseValue(value); });
+    addNumber(
+        QCoreApplication::translate("QuilloSettingsPage", "In the background, slower by:"), increase.minimum,
+        increase.maximum, QCoreApplication::translate("QuilloSettingsPage", " ms"),
+        [s] { return s->intervalIncreaseValue(); }, [s](int value) { s->setIntervalIncreaseValue(value); });
     interval->setEnabled(!automatic->isChecked());
     connect(automatic, &QCheckBox::toggled, interval, [interval](bool on) { interval->setEnabled(!on); });
     const AppSettings::Bounds window = AppSettings::averagingWindowBounds;
-    addNumber(QStringLiteral("Speeds averaged over:"), window.minimum, window.maximum, QStringLiteral(" samples"),
-              [s] { return s->avgCoefficient(); }, [s](int value) { s->setAvgCoefficient(value); });
+    addNumber(
+        QCoreApplication::translate("QuilloSettingsPage", "Speeds averaged over:"), window.minimum, window.maximum,
+        QCoreApplication::translate("QuilloSettingsPage", " samples"), [s] { return s->avgCoefficient(); },
+        [s](int value) { s->setAvgCoefficient(value); });
 
-    addSection(QStringLiteral("Torrents"));
-    addStored(QStringLiteral("Ask before removing torrents"), K::confirmTntDeleting, true);
-    addStored(QStringLiteral("Alternate row colors"), K::alternateRows, true);
+    addSection(QCoreApplication::translate("QuilloSettingsPage", "Torrents"));
+    addStored(QCoreApplication::translate("QuilloSettingsPage", "Ask before removing torrents"), K::confirmTntDeleting,
+              true);
+    addStored(QCoreApplication::translate("QuilloSettingsPage", "Alternate row colors"), K::alternateRows, true);
 
-    addSection(QStringLiteral("Status bar"));
-    addStored(QStringLiteral("Session totals"), K::showSessionStats, true);
-    addStored(QStringLiteral("All-time totals"), K::showAllTimeStats, true);
-    addStored(QStringLiteral("Free disk space"), K::showFreeSpace, true);
-    addStored(QStringLiteral("Global ratio"), K::showGlobalRatio, true);
+    addSection(QCoreApplication::translate("QuilloSettingsPage", "Status bar"));
+    addStored(QCoreApplication::translate("QuilloSettingsPage", "Session totals"), K::showSessionStats, true);
+    addStored(QCoreApplication::translate("QuilloSettingsPage", "All-time totals"), K::showAllTimeStats, true);
+    addStored(QCoreApplication::translate("QuilloSettingsPage", "Free disk space"), K::showFreeSpace, true);
+    addStored(QCoreApplication::translate("QuilloSettingsPage", "Global ratio"), K::showGlobalRatio, true);
 
-    addSection(QStringLiteral("Tray"));
-    addStored(QStringLiteral("Close to tray"), K::closeToTray, false);
-    addStored(QStringLiteral("Start minimized"), K::startMinimized, false);
+    addSection(QCoreApplication::translate("QuilloSettingsPage", "Tray"));
+    addStored(QCoreApplication::translate("QuilloSettingsPage", "Close to tray"), K::closeToTray, false);
+    addStored(QCoreApplication::translate("QuilloSettingsPage", "Start minimized"), K::startMinimized, false);
 
     // Builds without a release feed are updated by their package manager.
     if (!QStringView(AppInfo::releaseFeed).isEmpty()) {
-        addSection(QStringLiteral("Updates of Quillo"));
-        static const QStringList intervals{QStringLiteral("Never"), QStringLiteral("Daily"), QStringLiteral("Weekly"),
-                                           QStringLiteral("Monthly")};
+        addSection(QCoreApplication::translate("QuilloSettingsPage", "Updates of Quillo"));
+        static const QStringList intervals{QCoreApplication::translate("QuilloSettingsPage", "Never"),
+                                           QCoreApplication::translate("QuilloSettingsPage", "Daily"),
+                                           QCoreApplication::translate("QuilloSettingsPage", "Weekly"),
+                                           QCoreApplication::translate("QuilloSettingsPage", "Monthly")};
         addChoice(
-            QStringLiteral("Check for updates:"), intervals,
+            QCoreApplication::translate("QuilloSettingsPage", "Check for updates:"), intervals,
             [s] { return intervals.at(static_cast<int>(s->updateCheckInterval())); },
-            [s](const QString &name) { s->setUpdateCheckInterval(static_cast<UpdateInterval>(intervals.indexOf(name))); });
+            [s](const QString &name) {
+                s->setUpdateCheckInterval(static_cast<UpdateInterval>(intervals.indexOf(name)));
+            });
     }
 
-    addSection(QStringLiteral("Adding torrents"));
-    addSwitch(QStringLiteral("Show the add window before adding"), [s] { return s->showTntAddingWindow(); },
-              [s](bool on) { s->setShowTntAddingWindow(on); });
-    addSwitch(QStringLiteral("Move the .torrent file to the trash once added"), [s] { return s->autoDeleteTntFile(); },
-              [s](bool on) { s->setAutoDeleteTntFile(on); });
-    addSwitch(QStringLiteral("Also when the adding is cancelled"),
-              [s] { return s->deleteTntFileOnAdditionCanceled(); },
-              [s](bool on) { s->setDeleteTntFileOnAdditionCanceled(on); });
+    addSection(QCoreApplication::translate("QuilloSettingsPage", "Adding torrents"));
+    addSwitch(
+        QCoreApplication::translate("QuilloSettingsPage", "Show the add window before adding"),
+        [s] { return s->showTntAddingWindow(); }, [s](bool on) { s->setShowTntAddingWindow(on); });
+    addSwitch(
+        QCoreApplication::translate("QuilloSettingsPage", "Move the .torrent file to the trash once added"),
+        [s] { return s->autoDeleteTntFile(); }, [s](bool on) { s->setAutoDeleteTntFile(on); });
+    addSwitch(
+        QCoreApplication::translate("QuilloSettingsPage", "Also when the adding is cancelled"),
+        [s] { return s->deleteTntFileOnAdditionCanceled(); },
+        [s](bool on) { s->setDeleteTntFileOnAdditionCanceled(on); });
 
-    addSection(QStringLiteral("Finished downloads"));
-    addSwitch(QStringLiteral("Notify when downloads complete"), [s] { return s->notifyDownloadsComplete(); },
-              [s](bool on) { s->setNotifyDownloadsComplete(on); });
+    addSection(QCoreApplication::translate("QuilloSettingsPage", "Finished downloads"));
+    addSwitch(
+        QCoreApplication::translate("QuilloSettingsPage", "Notify when downloads complete"),
+        [s] { return s->notifyDownloadsComplete(); }, [s](bool on) { s->setNotifyDownloadsComplete(on); });
     // "Funk", the stored default, has no freedesktop sound: the theme's completion sound plays.
-    addChoice(QStringLiteral("Sound:"), themeSounds(),
-              [s] { return s->selectedSound() == u"Funk" ? QStringLiteral("Default") : s->selectedSound(); },
-              [s](const QString &name) { s->setSelectedSound(name); });
-    addSwitch(QStringLiteral("Ask for attention"), [s] { return s->animateDockIcon(); },
-              [s](bool on) { s->setAnimateDockIcon(on); });
+    addChoice(
+        QCoreApplication::translate("QuilloSettingsPage", "Sound:"), themeSounds(),
+        [s] {
+            const QString sound = s->selectedSound();
+            return sound == u"Funk" || sound == u"Default" ? defaultSound() : sound;
+        },
+        // Stored untranslated, so that a change of language keeps the choice.
+        [s](const QString &name) { s->setSelectedSound(name == defaultSound() ? QStringLiteral("Default") : name); });
+    addSwitch(
+        QCoreApplication::translate("QuilloSettingsPage", "Ask for attention"), [s] { return s->animateDockIcon(); },
+        [s](bool on) { s->setAnimateDockIcon(on); });
+}
+
+QString QuilloSettingsPage::defaultSound()
+{
+    return QCoreApplication::translate("QuilloSettingsPage", "Default");
 }
 
 QStringList QuilloSettingsPage::themeSounds()
@@ -90,14 +116,13 @@ QStringList QuilloSettingsPage::themeSounds()
         QDir themes(root + QStringLiteral("/sounds"));
         for (const QString &theme : themes.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
             QDir stereo(themes.filePath(theme) + QStringLiteral("/stereo"));
-            for (const QFileInfo &file : stereo.entryInfoList({QStringLiteral("*.oga"), QStringLiteral("*.ogg"),
-                                                               QStringLiteral("*.wav")},
-                                                              QDir::Files))
+            for (const QFileInfo &file : stereo.entryInfoList(
+                     {QStringLiteral("*.oga"), QStringLiteral("*.ogg"), QStringLiteral("*.wav")}, QDir::Files))
                 names << file.completeBaseName();
         }
     }
     names.sort();
     names.removeDuplicates();
-    names.prepend(QStringLiteral("Default"));
+    names.prepend(defaultSound());
     return names;
 }

@@ -14,4 +14,5 @@ public:
 
     // The sounds of the desktop's sound themes, by name, "Default" first.
     static QStringList themeSounds();
+    static QString defaultSound();
 };

@@ -145,7 +145,8 @@ QMessageBox *ServerMenu::confirmDeleteAll()
     auto *box = new QMessageBox(
         QMessageBox::Warning, QCoreApplication::translate("ServerMenu", "Delete all remote connections?"),
         QCoreApplication::translate("ServerMenu", "Delete all remote connections?"), QMessageBox::NoButton, window);
-    box->setInformativeText(QStringLiteral(
+    box->setInformativeText(QCoreApplication::translate(
+        "ServerMenu",
         "All remote connections and their saved passwords will be deleted. This action can't be undone."));
     QPushButton *deleteAll =
         box->addButton(QCoreApplication::translate("ServerMenu", "Delete All"), QMessageBox::DestructiveRole);

@@ -7,6 +7,7 @@
 #include "ui/QuilloSettingsPage.h"
 #include "ui/ServerPreferences.h"
 
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -39,10 +40,10 @@ SettingsWindow::SettingsWindow(AppContext &context, QWidget *parent)
     , m_server(new ServerPreferences(context, this))
     , m_tabs(new QTabWidget(this))
     , m_failure(new QLabel(this))
-    , m_retry(new QPushButton(QStringLiteral("Try Again"), this))
+    , m_retry(new QPushButton(QCoreApplication::translate("SettingsWindow", "Try Again"), this))
     , m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Apply, this))
 {
-    setWindowTitle(QStringLiteral("Preferences"));
+    setWindowTitle(QCoreApplication::translate("SettingsWindow", "Preferences"));
     setModal(false);
     resize(760, 680);
     auto *layout = new QVBoxLayout(this);
@@ -58,7 +59,8 @@ SettingsWindow::SettingsWindow(AppContext &context, QWidget *parent)
     m_retry->hide();
 
     addPage(new QuilloSettingsPage(context.settings()), QStringLiteral("quillo"), QStringLiteral("Quillo"));
-    addPage(new PathMappingPage(context.settings()), QStringLiteral("pathMapping"), QStringLiteral("Path Mapping"));
+    addPage(new PathMappingPage(context.settings()), QStringLiteral("pathMapping"),
+            QCoreApplication::translate("SettingsWindow", "Path Mapping"));
     restoreTab();
     connect(m_tabs, &QTabWidget::currentChanged, this, [this](int index) {
         m_context.settings().defaults().setValue(UserDefaultsKey::selectedSettingsTab,

@@ -1,6 +1,7 @@
 #include "ui/ShareLimitField.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDoubleSpinBox>
 #include <QHBoxLayout>
 #include <QSpinBox>
@@ -13,7 +14,8 @@ ShareLimitField::ShareLimitField(Kind kind, const QString &name, const QString &
     : QWidget(parent)
     , m_choice(new QComboBox(this))
 {
-    m_choice->addItems({serverSetting, QStringLiteral("No limit"), QStringLiteral("Limit to")});
+    m_choice->addItems({serverSetting, QCoreApplication::translate("ShareLimitField", "No limit"),
+                        QCoreApplication::translate("ShareLimitField", "Limit to")});
     m_choice->setObjectName(name + QStringLiteral("Choice"));
     QWidget *value = nullptr;
     if (kind == Kind::ratio) {
@@ -24,12 +26,13 @@ ShareLimitField::ShareLimitField(Kind kind, const QString &name, const QString &
     } else {
         m_minutes = new QSpinBox(this);
         m_minutes->setRange(0, 1'000'000'000);
-        m_minutes->setSuffix(QStringLiteral(" min"));
+        m_minutes->setSuffix(QCoreApplication::translate("ShareLimitField", " min"));
         value = m_minutes;
     }
     value->setObjectName(name);
     value->setEnabled(false);
-    connect(m_choice, &QComboBox::currentIndexChanged, value, [value](int index) { value->setEnabled(index == limit); });
+    connect(m_choice, &QComboBox::currentIndexChanged, value,
+            [value](int index) { value->setEnabled(index == limit); });
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_choice);

@@ -32,27 +32,34 @@ QString percentText(const QString &value)
 }
 
 const Group groups[] = {
-    {"User statistics",
-     {{"All-time upload", [](const GlobalTransferInfo &t) { return TntFormat::size(t.alltimeTotal(Direction::up)); }},
-      {"All-time download",
+    {QT_TRANSLATE_NOOP("StatisticsWindow", "User statistics"),
+     {{QT_TRANSLATE_NOOP("StatisticsWindow", "All-time upload"),
+       [](const GlobalTransferInfo &t) { return TntFormat::size(t.alltimeTotal(Direction::up)); }},
+      {QT_TRANSLATE_NOOP("StatisticsWindow", "All-time download"),
        [](const GlobalTransferInfo &t) { return TntFormat::size(t.alltimeTotal(Direction::down)); }},
-      {"All-time share ratio", [](const GlobalTransferInfo &t) { return t.globalRatio(); }},
-      {"Session waste", [](const GlobalTransferInfo &t) { return TntFormat::size(t.statistics().totalWastedSession); }},
-      {"Connected peers",
+      {QT_TRANSLATE_NOOP("StatisticsWindow", "All-time share ratio"),
+       [](const GlobalTransferInfo &t) { return t.globalRatio(); }},
+      {QT_TRANSLATE_NOOP("StatisticsWindow", "Session waste"),
+       [](const GlobalTransferInfo &t) { return TntFormat::size(t.statistics().totalWastedSession); }},
+      {QT_TRANSLATE_NOOP("StatisticsWindow", "Connected peers"),
        [](const GlobalTransferInfo &t) { return QString::number(t.statistics().totalPeerConnections); }}}},
-    {"Cache statistics",
-     {{"Read cache hits", [](const GlobalTransferInfo &t) { return percentText(t.statistics().readCacheHits); }},
-      {"Total buffer size",
+    {QT_TRANSLATE_NOOP("StatisticsWindow", "Cache statistics"),
+     {{QT_TRANSLATE_NOOP("StatisticsWindow", "Read cache hits"),
+       [](const GlobalTransferInfo &t) { return percentText(t.statistics().readCacheHits); }},
+      {QT_TRANSLATE_NOOP("StatisticsWindow", "Total buffer size"),
        [](const GlobalTransferInfo &t) { return TntFormat::size(t.statistics().totalBuffersSize); }}}},
-    {"Performance statistics",
-     {{"Write cache overload",
+    {QT_TRANSLATE_NOOP("StatisticsWindow", "Performance statistics"),
+     {{QT_TRANSLATE_NOOP("StatisticsWindow", "Write cache overload"),
        [](const GlobalTransferInfo &t) { return percentText(t.statistics().writeCacheOverload); }},
-      {"Read cache overload",
+      {QT_TRANSLATE_NOOP("StatisticsWindow", "Read cache overload"),
        [](const GlobalTransferInfo &t) { return percentText(t.statistics().readCacheOverload); }},
-      {"Queued I/O jobs", [](const GlobalTransferInfo &t) { return QString::number(t.statistics().queuedIoJobs); }},
-      {"Average time in queue",
-       [](const GlobalTransferInfo &t) { return QStringLiteral("%1 ms").arg(t.statistics().averageTimeQueue); }},
-      {"Total queued size",
+      {QT_TRANSLATE_NOOP("StatisticsWindow", "Queued I/O jobs"),
+       [](const GlobalTransferInfo &t) { return QString::number(t.statistics().queuedIoJobs); }},
+      {QT_TRANSLATE_NOOP("StatisticsWindow", "Average time in queue"),
+       [](const GlobalTransferInfo &t) {
+           return QCoreApplication::translate("StatisticsWindow", "%1 ms").arg(t.statistics().averageTimeQueue);
+       }},
+      {QT_TRANSLATE_NOOP("StatisticsWindow", "Total queued size"),
        [](const GlobalTransferInfo &t) { return TntFormat::size(t.statistics().totalQueuedSize); }}}},
 };
 
@@ -67,10 +74,10 @@ StatisticsWindow::StatisticsWindow(const GlobalTransferInfo &transfer, QWidget *
     setAttribute(Qt::WA_DeleteOnClose);
     auto *layout = new QVBoxLayout(this);
     for (const Group &group : groups) {
-        auto *box = new QGroupBox(QString::fromLatin1(group.title), this);
+        auto *box = new QGroupBox(QCoreApplication::translate("StatisticsWindow", group.title), this);
         auto *form = new QFormLayout(box);
         for (const Row &row : group.rows)
-            form->addRow(QString::fromLatin1(row.title) + u':', new QLabel(box));
+            form->addRow(QCoreApplication::translate("StatisticsWindow", row.title) + u':', new QLabel(box));
         m_groups.append(form);
         layout->addWidget(box);
     }

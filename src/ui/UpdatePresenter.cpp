@@ -3,12 +3,13 @@
 #include "api/AppInfo.h"
 #include "support/Detached.h"
 
+#include <QCoreApplication>
 #include <QDesktopServices>
 #include <QMessageBox>
 #include <QPushButton>
 
 namespace {
-const QString title = QStringLiteral("Check for Updates");
+const QString title = QCoreApplication::translate("UpdatePresenter", "Check for Updates");
 }
 
 UpdatePresenter::UpdatePresenter(const QUrl &feed, QWidget &window)
@@ -45,7 +46,8 @@ void UpdatePresenter::show(const UpdateCheck::Outcome &outcome)
     m_message = new QMessageBox(icon, title, outcome.text, QMessageBox::Close, &m_window);
     m_message->setAttribute(Qt::WA_DeleteOnClose);
     if (outcome.kind == Kind::available && outcome.page.isValid()) {
-        QPushButton *open = m_message->addButton(QStringLiteral("Open Release Page"), QMessageBox::AcceptRole);
+        QPushButton *open = m_message->addButton(QCoreApplication::translate("UpdatePresenter", "Open Release Page"),
+                                                 QMessageBox::AcceptRole);
         m_message->setDefaultButton(open);
         connect(open, &QPushButton::clicked, this, [page = outcome.page] { QDesktopServices::openUrl(page); });
     }

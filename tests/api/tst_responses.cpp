@@ -99,12 +99,12 @@ private Q_SLOTS:
             text(418, "teapot"), {}, {});
         row("unknown status counts as success", AuthMethod::cookieLogin, password, E::Sync::maindata(0),
             text(299, "{}"), {}, {});
-        row("509 is no known server error", AuthMethod::cookieLogin, password, E::Sync::maindata(0),
-            text(509, "{}"), {}, {});
+        row("509 is no known server error", AuthMethod::cookieLogin, password, E::Sync::maindata(0), text(509, "{}"),
+            {}, {});
         row("401 with basic but no password", AuthMethod::basic, userOnly, E::Sync::maindata(0), text(401, ""),
             notAuthorized, authRequired);
-        row("401 with login", AuthMethod::cookieLogin, password, E::Auth::login(password), text(401, ""),
-            notAuthorized, authRequired);
+        row("401 with login", AuthMethod::cookieLogin, password, E::Auth::login(password), text(401, ""), notAuthorized,
+            authRequired);
         row("403 with api key missing", AuthMethod::apiKey, {}, E::Application::version(), text(403, "Forbidden"),
             notAuthorized, authRequired);
         row("403 for a banned address", AuthMethod::cookieLogin, password, E::Auth::login(password),
@@ -118,7 +118,7 @@ private Q_SLOTS:
         row("404 elsewhere passes", AuthMethod::none, {}, E::Application::defaultSavePath(), text(404, "x"), {}, {});
         row("location not writable", AuthMethod::none, {},
             E::TntManagement::setLocation(oneHash, QStringLiteral("/srv/ro")), text(403, "Cannot write to directory"),
-            QStringLiteral("You does not have write access to /srv/ro"), QStringLiteral("Cannot write to directory"));
+            QStringLiteral("You do not have write access to /srv/ro"), QStringLiteral("Cannot write to directory"));
         row("location without session", AuthMethod::cookieLogin, password,
             E::TntManagement::setLocation(oneHash, QStringLiteral("/srv")), text(403, "Forbidden"), notAuthorized,
             authRequired);
@@ -263,8 +263,8 @@ private Q_SLOTS:
         QTest::addColumn<bool>("timeout");
         QTest::addColumn<bool>("cancelled");
         QTest::newRow("dropped connection") << Response::dropConnection() << Ending::byServer << false << false;
-        QTest::newRow("garbage instead of HTTP") << Response::rawBytes("\x01\x02 not http\r\n\r\n") << Ending::byServer
-                                                 << false << false;
+        QTest::newRow("garbage instead of HTTP")
+            << Response::rawBytes("\x01\x02 not http\r\n\r\n") << Ending::byServer << false << false;
         QTest::newRow("no answer") << Response::stallForever() << Ending::byServer << true << false;
         QTest::newRow("past the overall limit") << Response::stallForever() << Ending::overallLimit << true << false;
         QTest::newRow("cancelled") << Response::stallForever() << Ending::cancelAll << false << true;

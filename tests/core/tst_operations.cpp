@@ -114,7 +114,7 @@ private Q_SLOTS:
         QTest::newRow("remove") << Operation([one](AppContext &c) { return c.removeTnts(one, true); })
                                 << QStringLiteral("Failed to delete torrents.");
         QTest::newRow("reannounce") << op(&AppContext::reannounceTnts, one)
-                                    << QStringLiteral("failed to reannounce torrents.");
+                                    << QStringLiteral("Failed to reannounce torrents.");
         QTest::newRow("remove trackers") << Operation([](AppContext &c) {
             return c.removeTrackers(QStringLiteral("bbb"), {QStringLiteral("http://t/a")});
         }) << QStringLiteral("Failed to remove trackers.");

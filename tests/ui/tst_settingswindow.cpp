@@ -8,13 +8,14 @@
 #include "ui/ServerPreferences.h"
 #include "ui/SettingsWindow.h"
 #include "ui/TntTableView.h"
+#include "ui/Translation.h"
 
 #include <QCheckBox>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -23,6 +24,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+#include <QTranslator>
 #include <QTreeWidget>
 
 #include <functional>
@@ -35,8 +37,7 @@ Q_DECLARE_METATYPE(Stored)
 namespace {
 
 // The field of a form row by its label, or a switch by its own text.
-template<typename Field>
-Field *field(QWidget &page, const QString &text)
+template <typename Field> Field *field(QWidget &page, const QString &text)
 {
     for (QCheckBox *box : page.findChildren<QCheckBox *>()) {
         if (box->text() == text)
@@ -71,13 +72,15 @@ class TestSettingsWindow : public QObject
             if (request.target.endsWith("/app/preferences"))
                 return FakeServer::Response::json(m_preferences);
             if (request.target.endsWith("/app/networkInterfaceList"))
-                return FakeServer::Response::json(R"([{"name":"Ethernet","value":"eth0"},{"name":"Loopback","value":"lo"}])");
+                return FakeServer::Response::json(
+                    R"([{"name":"Ethernet","value":"eth0"},{"name":"Loopback","value":"lo"}])");
             if (request.target.endsWith("/app/networkInterfaceAddressList"))
                 return FakeServer::Response::json(request.body.contains("iface=lo") ? R"(["127.0.0.1"])"
                                                                                     : R"(["192.168.1.2"])");
             if (request.target.endsWith("/app/setPreferences")) {
                 const QByteArray form = request.body;
-                const QByteArray json = QByteArray::fromPercentEncoding(form.mid(form.indexOf('=') + 1).replace('+', ' '));
+                const QByteArray json =
+                    QByteArray::fromPercentEncoding(form.mid(form.indexOf('=') + 1).replace('+', ' '));
                 m_written.append(QJsonDocument::fromJson(json).object());
                 return FakeServer::Response::text(m_writeStatus, m_writeAnswer);
             }
@@ -239,8 +242,8 @@ private Q_SLOTS:
         QVERIFY(settings.applyButton()->isEnabled());
         settings.applyButton()->click();
         QTRY_COMPARE(m_written.size(), 1);
-        QCOMPARE(m_written.constFirst(), (QJsonObject{{QStringLiteral("listen_port"), 7000},
-                                                      {QStringLiteral("dl_limit"), 500 * 1024}}));
+        QCOMPARE(m_written.constFirst(),
+                 (QJsonObject{{QStringLiteral("listen_port"), 7000}, {QStringLiteral("dl_limit"), 500 * 1024}}));
         QTRY_VERIFY(!settings.applyButton()->isEnabled());
         QVERIFY(settings.failureLabel()->isHidden());
 
@@ -275,11 +278,12 @@ private Q_SLOTS:
                 found << combo.itemText(index);
             return found;
         };
-        QTRY_COMPARE(texts(*interfaces),
-                     (QStringList{QStringLiteral("Any interface"), QStringLiteral("Ethernet"), QStringLiteral("Loopback")}));
+        QTRY_COMPARE(texts(*interfaces), (QStringList{QStringLiteral("Any interface"), QStringLiteral("Ethernet"),
+                                                      QStringLiteral("Loopback")}));
         QCOMPARE(interfaces->currentText(), QStringLiteral("Ethernet"));
-        QTRY_COMPARE(texts(*addresses), (QStringList{QStringLiteral("All addresses"), QStringLiteral("All IPv4 addresses"),
-                                                     QStringLiteral("All IPv6 addresses"), QStringLiteral("192.168.1.2")}));
+        QTRY_COMPARE(texts(*addresses),
+                     (QStringList{QStringLiteral("All addresses"), QStringLiteral("All IPv4 addresses"),
+                                  QStringLiteral("All IPv6 addresses"), QStringLiteral("192.168.1.2")}));
         QCOMPARE(addresses->currentText(), QStringLiteral("192.168.1.2"));
         QVERIFY(!settings.applyButton()->isEnabled());
 
@@ -289,10 +293,55 @@ private Q_SLOTS:
         Q_EMIT addresses->activated(addresses->findText(QStringLiteral("127.0.0.1")));
         settings.applyButton()->click();
         QTRY_COMPARE(m_written.size(), 1);
-        QCOMPARE(m_written.constFirst(), (QJsonObject{{QStringLiteral("current_network_interface"), QStringLiteral("lo")},
-                                                      {QStringLiteral("current_interface_name"), QStringLiteral("Loopback")},
-                                                      {QStringLiteral("current_interface_address"),
-                                                       QStringLiteral("127.0.0.1")}}));
+        QCOMPARE(m_written.constFirst(),
+                 (QJsonObject{{QStringLiteral("current_network_interface"), QStringLiteral("lo")},
+                              {QStringLiteral("current_interface_name"), QStringLiteral("Loopback")},
+                              {QStringLiteral("current_interface_address"), QStringLiteral("127.0.0.1")}}));
+    }
+
+    // In German: the server's preferences, their enumerations told apart by their comment, and a
+    // translated choice stored as the word the notifier knows.
+    void inGerman()
+    {
+        QVERIFY(installTranslations(*QCoreApplication::instance(), QLocale(QStringLiteral("de_DE"))));
+        const auto removeTranslators = qScopeGuard([] {
+            for (QTranslator *translator : QCoreApplication::instance()->findChildren<QTranslator *>()) {
+                QCoreApplication::removeTranslator(translator);
+                delete translator;
+            }
+        });
+        m_preferences = R"({"disk_io_type":0,"max_ratio_act":1})";
+        servePreferences();
+        m_window = std::make_unique<MainWindow>(*m_server->context);
+        m_window->show();
+        QMenu *edit = m_window->menus()->menu(QStringLiteral("Bearbeiten"));
+        QuilloTest::menuItem(*edit, QStringLiteral("Einstellungen..."))->trigger();
+        auto &settings = *m_window->findChild<SettingsWindow *>();
+        QTRY_VERIFY(settings.page(QStringLiteral("advanced")));
+        QStringList tabs;
+        for (int index = 0; index < settings.tabs()->count(); ++index)
+            tabs << settings.tabs()->tabText(index);
+        QVERIFY2(tabs.contains(QStringLiteral("Pfadzuordnung")) && tabs.contains(QStringLiteral("Erweitert")),
+                 qPrintable(tabs.join(u", ")));
+        auto *ioType =
+            field<QComboBox>(*settings.page(QStringLiteral("advanced")), QStringLiteral("Art der Festplatten-E/A:"));
+        QVERIFY(ioType);
+        QCOMPARE(ioType->currentText(), QStringLiteral("Standard"));
+        auto *action = field<QComboBox>(*settings.page(QStringLiteral("bitTorrent")),
+                                        QStringLiteral("Aktion, wenn eine Seed-Begrenzung erreicht ist:"));
+        QVERIFY(action);
+        QCOMPARE(action->currentText(), QStringLiteral("Torrent entfernen"));
+
+        m_server->context->settings().setSelectedSound(QStringLiteral("bell"));
+        settings.close();
+        QuilloTest::menuItem(*edit, QStringLiteral("Einstellungen..."))->trigger();
+        auto &reopened = *m_window->findChild<SettingsWindow *>();
+        auto *sound = field<QComboBox>(*reopened.page(QStringLiteral("quillo")), QStringLiteral("Klang:"));
+        QVERIFY(sound);
+        sound->setCurrentIndex(0);
+        QCOMPARE(sound->currentText(), QStringLiteral("Standard"));
+        reopened.apply();
+        QCOMPARE(m_server->context->settings().selectedSound(), QStringLiteral("Default"));
     }
 
     void refusedWriteKeepsTheEdits()
