@@ -30,8 +30,9 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # The icons load through the SVG icon plugin, which nothing links.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6")
-# Wayland sessions without it fall back to X11; GNOME shows tray icons with the extension.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland")
+# Wayland sessions without it fall back to X11; Qt's own texts (standard buttons) come translated with
+# the l10n package; GNOME shows tray icons with the extension.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, qt6-translations-l10n")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "gnome-shell-extension-appindicator, qbittorrent-nox")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_SET_DESTDIR OFF)

@@ -361,6 +361,13 @@
     </message>
 </context>
 <context>
+    <name>DropOverlay</name>
+    <message>
+        <source>Drop Files here</source>
+        <translation>Dateien hier ablegen</translation>
+    </message>
+</context>
+<context>
     <name>EditorSheet</name>
     <message>
         <source>Cancel</source>
@@ -2404,6 +2411,29 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
     </message>
 </context>
 <context>
+    <name>SidebarItem</name>
+    <message>
+        <source>All</source>
+        <comment>State, category, tag or tracker title</comment>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>Uncategorized</source>
+        <comment>Category title</comment>
+        <translation>Ohne Kategorie</translation>
+    </message>
+    <message>
+        <source>Untagged</source>
+        <comment>Tag title</comment>
+        <translation>Ohne Tag</translation>
+    </message>
+    <message>
+        <source>Trackerless</source>
+        <comment>Tracker title</comment>
+        <translation>Ohne Tracker</translation>
+    </message>
+</context>
+<context>
     <name>SidebarView</name>
     <message>
         <source>State</source>
@@ -2997,6 +3027,18 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
         <source>Availability</source>
         <translation>Verfügbarkeit</translation>
     </message>
+    <message>
+        <source>A name cannot be empty.</source>
+        <translation>Ein Name darf nicht leer sein.</translation>
+    </message>
+    <message>
+        <source>A name cannot contain &quot;/&quot;.</source>
+        <translation>Ein Name darf kein „/“ enthalten.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is already there.</source>
+        <translation>„%1“ gibt es schon.</translation>
+    </message>
 </context>
 <context>
     <name>TntContentTab</name>
@@ -3283,6 +3325,29 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
     <message>
         <source>Ban peer permanently</source>
         <translation>Peer dauerhaft sperren</translation>
+    </message>
+</context>
+<context>
+    <name>TntExport</name>
+    <message>
+        <source>Export .torrent</source>
+        <translation>.torrent exportieren</translation>
+    </message>
+    <message>
+        <source>Torrent files (*.torrent)</source>
+        <translation>Torrent-Dateien (*.torrent)</translation>
+    </message>
+    <message>
+        <source>Export %1 .torrent Files to Folder</source>
+        <translation>%1 .torrent-Dateien in einen Ordner exportieren</translation>
+    </message>
+    <message>
+        <source>Failed to export torrent.</source>
+        <translation>Torrent konnte nicht exportiert werden.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; could not be written.</source>
+        <translation>„%1“ konnte nicht geschrieben werden.</translation>
     </message>
 </context>
 <context>
@@ -3585,6 +3650,33 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
     </message>
 </context>
 <context>
+    <name>TntSpeedPage</name>
+    <message>
+        <source>Collecting rates…</source>
+        <translation>Raten werden gesammelt…</translation>
+    </message>
+    <message>
+        <source>This torrent</source>
+        <translation>Dieser Torrent</translation>
+    </message>
+    <message>
+        <source>All torrents</source>
+        <translation>Alle Torrents</translation>
+    </message>
+    <message>
+        <source>Download</source>
+        <translation>Download</translation>
+    </message>
+    <message>
+        <source>Upload</source>
+        <translation>Upload</translation>
+    </message>
+    <message>
+        <source>Alternative speed limits on</source>
+        <translation>Alternative Geschwindigkeitsbegrenzungen an</translation>
+    </message>
+</context>
+<context>
     <name>TntTableModel</name>
     <message>
         <source>Name</source>
@@ -3645,6 +3737,33 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
     <message>
         <source>Tags</source>
         <translation>Tags</translation>
+    </message>
+    <message>
+        <source>%1d %2h</source>
+        <translation>%1 T. %2 Std.</translation>
+    </message>
+    <message>
+        <source>%1h %2m</source>
+        <translation>%1 Std. %2 Min.</translation>
+    </message>
+    <message>
+        <source>%1m</source>
+        <translation>%1 Min.</translation>
+    </message>
+    <message>
+        <source>%1s</source>
+        <translation>%1 Sek.</translation>
+    </message>
+</context>
+<context>
+    <name>TntTableView</name>
+    <message>
+        <source>Filter by name</source>
+        <translation>Nach Namen filtern</translation>
+    </message>
+    <message>
+        <source>Torrents</source>
+        <translation>Torrents</translation>
     </message>
 </context>
 <context>

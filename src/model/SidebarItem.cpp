@@ -12,10 +12,17 @@ using Category = SidebarItem::Category;
 
 namespace {
 
-QString translated(const char *text, const char *comment)
+// The titles of the items every list has. In English they are also the items' identities, which
+// saved selections and the filter compare; only what is shown is translated.
+struct SpecialTitle
 {
-    return QCoreApplication::translate("SidebarItem", text, comment);
-}
+    const char *text;
+    const char *comment;
+};
+constexpr SpecialTitle allText = QT_TRANSLATE_NOOP3("SidebarItem", "All", "State, category, tag or tracker title");
+constexpr SpecialTitle uncategorizedText = QT_TRANSLATE_NOOP3("SidebarItem", "Uncategorized", "Category title");
+constexpr SpecialTitle untaggedText = QT_TRANSLATE_NOOP3("SidebarItem", "Untagged", "Tag title");
+constexpr SpecialTitle trackerlessText = QT_TRANSLATE_NOOP3("SidebarItem", "Trackerless", "Tracker title");
 
 // QJsonObject sorts its keys, so entries are written by hand to keep their field order; values go
 // through QJsonDocument for correct escaping.
@@ -88,8 +95,9 @@ std::optional<SidebarItem> decodeItem(const QJsonObject &object)
     }
     item.tag = optionalString(object, QLatin1StringView("tag"));
     item.tracker = optionalString(object, QLatin1StringView("tracker"));
-    const bool complete = (item.type == ItemType::state && item.state) || (item.type == ItemType::category && item.category)
-                          || (item.type == ItemType::tag && item.tag) || (item.type == ItemType::tracker && item.tracker);
+    const bool complete = (item.type == ItemType::state && item.state) ||
+                          (item.type == ItemType::category && item.category) ||
+                          (item.type == ItemType::tag && item.tag) || (item.type == ItemType::tracker && item.tracker);
     return complete ? std::optional(item) : std::nullopt;
 }
 
@@ -133,25 +141,25 @@ SidebarItem SidebarItem::forTracker(const QString &host)
 
 const QString &SidebarItem::allTitle()
 {
-    static const QString title = translated("All", "State, category, tag or tracker title");
+    static const QString title = QString::fromLatin1(allText.text);
     return title;
 }
 
 const QString &SidebarItem::uncategorizedTitle()
 {
-    static const QString title = translated("Uncategorized", "Category title");
+    static const QString title = QString::fromLatin1(uncategorizedText.text);
     return title;
 }
 
 const QString &SidebarItem::untaggedTitle()
 {
-    static const QString title = translated("Untagged", "Tag title");
+    static const QString title = QString::fromLatin1(untaggedText.text);
     return title;
 }
 
 const QString &SidebarItem::trackerlessTitle()
 {
-    static const QString title = translated("Trackerless", "Tracker title");
+    static const QString title = QString::fromLatin1(trackerlessText.text);
     return title;
 }
 
@@ -187,6 +195,18 @@ QString SidebarItem::title() const
     case ItemType::tracker: return tracker.value_or(QString());
     }
     return {};
+}
+
+QString SidebarItem::shownTitle() const
+{
+    const QString plain = title();
+    if (type == ItemType::state)
+        return plain;
+    for (const SpecialTitle &special : {allText, uncategorizedText, untaggedText, trackerlessText}) {
+        if (plain == QLatin1String(special.text))
+            return QCoreApplication::translate("SidebarItem", special.text, special.comment);
+    }
+    return plain;
 }
 
 bool operator<(const SidebarItem &left, const SidebarItem &right)

@@ -51,6 +51,8 @@ struct SidebarItem
     static const QList<SidebarItem> &stateItems();
 
     QString title() const;
+    // The title in the user's language: the lists' own items ("All", "Untagged") are translated.
+    QString shownTitle() const;
 
     // Ordered by title within a type; entries of different types are unordered.
     friend bool operator<(const SidebarItem &left, const SidebarItem &right);

@@ -1,5 +1,6 @@
 #include "ui/DropOverlay.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QIcon>
 #include <QLabel>
@@ -15,7 +16,7 @@ DropOverlay::DropOverlay(QWidget *parent)
     auto *icon = new QLabel(this);
     icon->setPixmap(QIcon::fromTheme(QStringLiteral("document-import"), style()->standardIcon(QStyle::SP_ArrowDown))
                         .pixmap(64, 64));
-    auto *text = new QLabel(QStringLiteral("Drop Files here"), this);
+    auto *text = new QLabel(QCoreApplication::translate("DropOverlay", "Drop Files here"), this);
     QFont font = text->font();
     font.setPointSizeF(font.pointSizeF() * 1.6);
     text->setFont(font);

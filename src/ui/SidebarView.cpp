@@ -204,7 +204,7 @@ void SidebarView::fillGroup(QTreeWidgetItem *header, const QList<SidebarItem> &i
     m_showingSelection = true;
     qDeleteAll(header->takeChildren());
     for (const SidebarItem &item : items) {
-        auto *entry = new QTreeWidgetItem(header, {item.title()});
+        auto *entry = new QTreeWidgetItem(header, {item.shownTitle()});
         entry->setIcon(0, SidebarIcons::forItem(item));
         entry->setData(0, ItemRole, QVariant::fromValue(item));
     }

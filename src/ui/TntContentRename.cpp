@@ -4,13 +4,13 @@
 QString TntContentModel::renameProblem(const QModelIndex &index, const QString &name) const
 {
     if (name.trimmed().isEmpty())
-        return QStringLiteral("A name cannot be empty.");
+        return QCoreApplication::translate("TntContentModel", "A name cannot be empty.");
     if (name.contains(u'/'))
-        return QStringLiteral("A name cannot contain \"/\".");
+        return QCoreApplication::translate("TntContentModel", "A name cannot contain \"/\".");
     const Entry &entry = m_entries[std::size_t(index.internalId())];
     for (const qsizetype sibling : childrenOf(entry.parent)) {
         if (sibling != qsizetype(index.internalId()) && m_entries[std::size_t(sibling)].node->name == name)
-            return QStringLiteral("\"%1\" is already there.").arg(name);
+            return QCoreApplication::translate("TntContentModel", "\"%1\" is already there.").arg(name);
     }
     return {};
 }

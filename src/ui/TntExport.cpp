@@ -3,6 +3,7 @@
 #include "core/AppContext.h"
 #include "support/Detached.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -37,13 +38,14 @@ void TntExport::choose(const QStringList &hashes)
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     if (hashes.size() == 1) {
-        dialog->setWindowTitle(QStringLiteral("Export .torrent"));
-        dialog->setNameFilter(QStringLiteral("Torrent files (*.torrent)"));
+        dialog->setWindowTitle(QCoreApplication::translate("TntExport", "Export .torrent"));
+        dialog->setNameFilter(QCoreApplication::translate("TntExport", "Torrent files (*.torrent)"));
         dialog->selectFile(fileName(hashes.first()));
         connect(dialog, &QFileDialog::fileSelected, this,
                 [this, hash = hashes.first()](const QString &path) { detached(write(path, hash)); });
     } else {
-        dialog->setWindowTitle(QStringLiteral("Export %1 .torrent Files to Folder").arg(hashes.size()));
+        dialog->setWindowTitle(
+            QCoreApplication::translate("TntExport", "Export %1 .torrent Files to Folder").arg(hashes.size()));
         dialog->setFileMode(QFileDialog::Directory);
         dialog->setOption(QFileDialog::ShowDirsOnly);
         connect(dialog, &QFileDialog::fileSelected, this,
@@ -85,8 +87,9 @@ bool TntExport::save(const QString &path, const QByteArray &bytes)
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
         return true;
-    auto *alert = new QMessageBox(QMessageBox::Warning, QStringLiteral("Failed to export torrent."),
-                                  QStringLiteral("\"%1\" could not be written.").arg(path), QMessageBox::Ok, m_window);
+    auto *alert = new QMessageBox(
+        QMessageBox::Warning, QCoreApplication::translate("TntExport", "Failed to export torrent."),
+        QCoreApplication::translate("TntExport", "\"%1\" could not be written.").arg(path), QMessageBox::Ok, m_window);
     alert->setObjectName(QStringLiteral("exportFailed"));
     alert->setInformativeText(file.errorString());
     alert->setAttribute(Qt::WA_DeleteOnClose);

@@ -2,6 +2,7 @@
 
 #include "ui/RateGraph.h"
 
+#include <QCoreApplication>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -15,16 +16,19 @@ TntSpeedPage::TntSpeedPage(RateHistory &tntRates, RateHistory &transferRates, QW
     const auto add = [this, layout](const QString &title, RateGraph *graph, RateHistory &history) {
         layout->addWidget(new QLabel(title, this));
         graph->setHistory(&history);
-        graph->setPlaceholder(QStringLiteral("Collecting rates…"));
+        graph->setPlaceholder(QCoreApplication::translate("TntSpeedPage", "Collecting rates…"));
         layout->addWidget(graph, 1);
     };
-    add(QStringLiteral("This torrent"), m_tnt, tntRates);
-    add(QStringLiteral("All torrents"), m_transfer, transferRates);
-    layout->addWidget(new QLabel(QStringLiteral("<span style='color:%1'>▼ Download</span>&nbsp;&nbsp;&nbsp;"
-                                                "<span style='color:%2'>▲ Upload</span>&nbsp;&nbsp;&nbsp;"
-                                                "<span style='background-color:%3'>&nbsp;&nbsp;&nbsp;&nbsp;</span>"
-                                                "&nbsp;Alternative speed limits on")
-                                     .arg(RateGraph::downColour.name(), RateGraph::upColour.name(),
-                                          RateGraph::alternativeColour.name(QColor::HexArgb)),
-                                 this));
+    add(QCoreApplication::translate("TntSpeedPage", "This torrent"), m_tnt, tntRates);
+    add(QCoreApplication::translate("TntSpeedPage", "All torrents"), m_transfer, transferRates);
+    layout->addWidget(new QLabel(
+        QStringLiteral("<span style='color:%1'>▼ %2</span>&nbsp;&nbsp;&nbsp;"
+                       "<span style='color:%3'>▲ %4</span>&nbsp;&nbsp;&nbsp;"
+                       "<span style='background-color:%5'>&nbsp;&nbsp;&nbsp;&nbsp;</span>"
+                       "&nbsp;%6")
+            .arg(RateGraph::downColour.name(), QCoreApplication::translate("TntSpeedPage", "Download").toHtmlEscaped(),
+                 RateGraph::upColour.name(), QCoreApplication::translate("TntSpeedPage", "Upload").toHtmlEscaped(),
+                 RateGraph::alternativeColour.name(QColor::HexArgb),
+                 QCoreApplication::translate("TntSpeedPage", "Alternative speed limits on").toHtmlEscaped()),
+        this));
 }

@@ -1,5 +1,6 @@
 #include "ui/TntTableModel.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 
 #include <algorithm>
@@ -44,12 +45,12 @@ QString duration(double seconds)
     const qint64 hours = (total % 86400) / 3600;
     const qint64 minutes = (total % 3600) / 60;
     if (days > 0)
-        return QStringLiteral("%1d %2h").arg(days).arg(hours);
+        return QCoreApplication::translate("TntTableModel", "%1d %2h").arg(days).arg(hours);
     if (hours > 0)
-        return QStringLiteral("%1h %2m").arg(hours).arg(minutes);
+        return QCoreApplication::translate("TntTableModel", "%1h %2m").arg(hours).arg(minutes);
     if (minutes > 0)
-        return QStringLiteral("%1m").arg(minutes);
-    return QStringLiteral("%1s").arg(total);
+        return QCoreApplication::translate("TntTableModel", "%1m").arg(minutes);
+    return QCoreApplication::translate("TntTableModel", "%1s").arg(total);
 }
 
 QString ratio(double ratio)

@@ -6,6 +6,7 @@
 #include "ui/TntTableModel.h"
 
 #include <QApplication>
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMetaMethod>
@@ -91,10 +92,10 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     , m_saveDelay(new QTimer(this))
     , m_table(new QTableView(this))
 {
-    m_filter->setPlaceholderText(QStringLiteral("Filter by name"));
+    m_filter->setPlaceholderText(QCoreApplication::translate("TntTableView", "Filter by name"));
     // A placeholder is not read out once the field has text: screen readers need names.
     m_filter->setAccessibleName(m_filter->placeholderText());
-    m_table->setAccessibleName(QStringLiteral("Torrents"));
+    m_table->setAccessibleName(QCoreApplication::translate("TntTableView", "Torrents"));
     // Rows are walked with the arrow keys; Tab moves on, or keyboard users are kept in the table.
     m_table->setTabKeyNavigation(false);
     m_filter->setClearButtonEnabled(true);

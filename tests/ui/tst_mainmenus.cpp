@@ -19,6 +19,7 @@
 #include <QTest>
 #include <QToolBar>
 #include <QTranslator>
+#include <QTreeWidget>
 
 namespace {
 
@@ -70,12 +71,19 @@ private Q_SLOTS:
         QTest::addColumn<QString>("forceStart");
         QTest::addColumn<QString>("progress"); // a column of the table
         QTest::addColumn<QString>("general");  // a tab of the detail pane
+        QTest::addColumn<QString>("untagged"); // an item of the sidebar's own
         QTest::newRow("English: the texts themselves")
             << "en" << QStringList{u"File"_qs, u"Edit"_qs, u"View"_qs, u"Torrent"_qs, u"Server"_qs, u"Help"_qs}
-            << "Force start" << "Progress" << "General";
-        QTest::newRow("German")
-            << "de_DE" << QStringList{u"Datei"_qs, u"Bearbeiten"_qs, u"Ansicht"_qs, u"Torrent"_qs, u"Server"_qs, u"Hilfe"_qs}
-            << "Start erzwingen" << "Fortschritt" << "Allgemein";
+            << "Force start"
+            << "Progress"
+            << "General"
+            << "Untagged";
+        QTest::newRow("German") << "de_DE" << QStringList{u"Datei"_qs,   u"Bearbeiten"_qs, u"Ansicht"_qs,
+                                                          u"Torrent"_qs, u"Server"_qs,     u"Hilfe"_qs}
+                                << "Start erzwingen"
+                                << "Fortschritt"
+                                << "Allgemein"
+                                << "Ohne Tag";
     }
 
     // The window in the user's language, as it is at start: its menus, the table's columns, the
@@ -87,6 +95,7 @@ private Q_SLOTS:
         QFETCH(QString, forceStart);
         QFETCH(QString, progress);
         QFETCH(QString, general);
+        QFETCH(QString, untagged);
         QCOMPARE(installTranslations(*QCoreApplication::instance(), QLocale(language)), language != u"en"_qs);
         m_window = std::make_unique<MainWindow>(*m_server->context);
         QStringList shown;
@@ -97,6 +106,9 @@ private Q_SLOTS:
         const QAbstractItemModel &table = *m_window->findChild<TntTableView *>()->table()->model();
         QCOMPARE(table.headerData(TntTableModel::ProgressColumn, Qt::Horizontal).toString(), progress);
         QCOMPARE(m_window->findChild<TntDetailPane *>()->tabs()->tabText(0), general);
+        QVERIFY(!m_window->findChild<QTreeWidget *>()
+                     ->findItems(untagged, Qt::MatchExactly | Qt::MatchRecursive)
+                     .isEmpty());
         QVERIFY(MainMenus::aboutText().contains(QString::fromLatin1(qVersion())));
         QVERIFY(MainMenus::aboutText().contains(QCoreApplication::applicationVersion().isEmpty()
                                                     ? QStringLiteral("Quillo ")
@@ -175,8 +187,8 @@ private Q_SLOTS:
         const auto collect = [&owners](QAction *action) {
             for (const QKeySequence &key : action->shortcuts()) {
                 QAction *owner = owners.value(key, action);
-                QVERIFY2(owner == action, qPrintable(key.toString() + QStringLiteral(": ") + owner->text()
-                                                     + QStringLiteral(" and ") + action->text()));
+                QVERIFY2(owner == action, qPrintable(key.toString() + QStringLiteral(": ") + owner->text() +
+                                                     QStringLiteral(" and ") + action->text()));
                 owners.insert(key, action);
             }
         };
@@ -186,10 +198,10 @@ private Q_SLOTS:
             for (QAction *action : top->menu()->actions())
                 collect(action);
         }
-        for (const QKeyCombination key : {Qt::CTRL | Qt::Key_O, Qt::CTRL | Qt::Key_U, Qt::CTRL | Qt::Key_Q,
-                                          Qt::CTRL | Qt::Key_A, Qt::CTRL | Qt::Key_F, QKeyCombination(Qt::Key_Delete),
-                                          Qt::CTRL | Qt::Key_S, Qt::CTRL | Qt::Key_P, Qt::CTRL | Qt::Key_Delete,
-                                          Qt::CTRL | Qt::Key_Comma})
+        for (const QKeyCombination key :
+             {Qt::CTRL | Qt::Key_O, Qt::CTRL | Qt::Key_U, Qt::CTRL | Qt::Key_Q, Qt::CTRL | Qt::Key_A,
+              Qt::CTRL | Qt::Key_F, QKeyCombination(Qt::Key_Delete), Qt::CTRL | Qt::Key_S, Qt::CTRL | Qt::Key_P,
+              Qt::CTRL | Qt::Key_Delete, Qt::CTRL | Qt::Key_Comma})
             QVERIFY2(owners.contains(QKeySequence(key)), qPrintable(QKeySequence(key).toString()));
     }
 
