@@ -65,6 +65,10 @@ void FaultProxy::setMode(Mode mode)
         for (Link *link : links)
             drop(link, true);
     }
+    if (mode == Mode::cut) {
+        for (Link *link : std::as_const(m_links))
+            link->carriedDown = 0; // what they carried before does not count
+    }
     if (mode == Mode::slow)
         m_trickle.start();
     else

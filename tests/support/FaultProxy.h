@@ -15,7 +15,7 @@ class QTcpSocket;
 //   refuse     stops listening: a new connection is refused by the system; open ones are reset
 //   hold       accepts and never reads or forwards; open ones freeze where they are
 //   slow       forwards the server's answers `bytesPerSecond` bytes a second
-//   cut        forwards until a connection has carried `cutAfter` bytes of answers, then resets it;
+//   cut        forwards until a connection has carried `cutAfter` more bytes of answers, then resets it;
 //              after one cut it passes again
 //   reset      resets every connection, open or new, without a word
 //   blackHole  accepts and reads, never answers; open ones freeze
