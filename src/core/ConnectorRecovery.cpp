@@ -132,5 +132,6 @@ QCoro::Task<> Connector::reconnect()
         qCWarning(lcConnector, "Reconnection failed: authorization required.");
     }
     Q_EMIT stateChanged();
-    m_errors.report(QStringLiteral("Failed to reconnect."), answer.error);
+    // The countdown tries again and again while the server stays away: the alert shown says so.
+    m_errors.reportOnce(QStringLiteral("Failed to reconnect."), answer.error);
 }

@@ -158,6 +158,24 @@ private Q_SLOTS:
         QCOMPARE(m_context->connectionLossCount(), 2); // still lost: the next countdown is longer
     }
 
+    // Every attempt of the countdown fails while the server stays away: one alert for the outage,
+    // not one per attempt piling up behind the overlay.
+    void failedReconnectionsAlertOnce()
+    {
+        m_qbt.bypass = true;
+        wait(m_context->selectConfiguration(addConnection(AuthMethod::none)));
+        m_server->answerAll(Response::dropConnection());
+        m_context->forcePoll();
+        QTRY_COMPARE(m_context->connectionLossCount(), 1);
+        QSignalSpy alerts(m_context.get(), &AppContext::clientErrorChanged);
+        for (int attempt = 2; attempt <= 4; ++attempt) {
+            wait(m_context->reconnect());
+            QCOMPARE(m_context->connectionLossCount(), attempt);
+        }
+        QCOMPARE(alerts.size(), 1);
+        QCOMPARE(m_context->clientError()->title(), QStringLiteral("Failed to reconnect."));
+    }
+
     // The server's own interval is known before the loop starts, and settings reach the loop under way.
     void pollingInterval()
     {
