@@ -82,14 +82,7 @@ void FaultProxy::setMode(Mode mode)
             continue;
         }
         if (!link->upstream) {
-            link->upstream = new QTcpSocket(this);
-            connect(link->upstream, &QTcpSocket::connected, this, [this, link] { forwardUp(*link); });
-            connect(link->upstream, &QTcpSocket::readyRead, this, [this, link] { forwardDown(*link, -1); });
-            connect(link->upstream, &QTcpSocket::disconnected, this, [this, link] {
-                link->upstreamClosed = true;
-                forwardDown(*link, -1);
-            });
-            link->upstream->connectToHost(QHostAddress::LocalHost, m_upstreamPort);
+            connectUpstream(link);
             continue;
         }
         forwardUp(*link);
@@ -117,20 +110,25 @@ void FaultProxy::accept()
         connect(client, &QTcpSocket::readyRead, this, [this, link] { forwardUp(*link); });
         if (m_mode == Mode::hold)
             continue;
-        link->upstream = new QTcpSocket(this);
-        connect(link->upstream, &QTcpSocket::connected, this, [this, link] { forwardUp(*link); });
-        connect(link->upstream, &QTcpSocket::readyRead, this, [this, link] { forwardDown(*link, -1); });
-        connect(link->upstream, &QTcpSocket::disconnected, this, [this, link] {
-            link->upstreamClosed = true;
-            forwardDown(*link, -1);
-        });
-        connect(link->upstream, &QTcpSocket::errorOccurred, this, [this, link](QAbstractSocket::SocketError error) {
-            // The server is gone: the client sees its connection reset, as it would without us.
-            if (error == QAbstractSocket::ConnectionRefusedError)
-                drop(link, true);
-        });
-        link->upstream->connectToHost(QHostAddress::LocalHost, m_upstreamPort);
+        connectUpstream(link);
     }
+}
+
+void FaultProxy::connectUpstream(Link *link)
+{
+    link->upstream = new QTcpSocket(this);
+    connect(link->upstream, &QTcpSocket::connected, this, [this, link] { forwardUp(*link); });
+    connect(link->upstream, &QTcpSocket::readyRead, this, [this, link] { forwardDown(*link, -1); });
+    connect(link->upstream, &QTcpSocket::disconnected, this, [this, link] {
+        link->upstreamClosed = true;
+        forwardDown(*link, -1);
+    });
+    connect(link->upstream, &QTcpSocket::errorOccurred, this, [this, link](QAbstractSocket::SocketError error) {
+        // The server is gone: the client sees its connection reset, as it would without us.
+        if (error == QAbstractSocket::ConnectionRefusedError)
+            drop(link, true);
+    });
+    link->upstream->connectToHost(QHostAddress::LocalHost, m_upstreamPort);
 }
 
 void FaultProxy::forwardUp(Link &link)

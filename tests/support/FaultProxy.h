@@ -45,6 +45,7 @@ private:
     struct Link;
 
     void accept();
+    void connectUpstream(Link *link);
     void forwardUp(Link &link);
     void forwardDown(Link &link, qint64 limit);
     void trickle();
