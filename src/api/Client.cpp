@@ -267,6 +267,13 @@ QByteArray Client::vet(QNetworkReply &reply, const APIEndpoint &endpoint) const
 
     const int status = statusAttribute.toInt();
     const QByteArray body = reply.readAll();
+    // A connection reset in the middle of an answer can end the reply without an error, with less
+    // than the server announced: a lost connection, not an answer to decode. (An inflated body has
+    // a length of its own.)
+    if (const QVariant announced = reply.header(QNetworkRequest::ContentLengthHeader);
+        announced.isValid() && !reply.hasRawHeader("Content-Encoding") && body.size() < announced.toLongLong())
+        throw TransportError(QNetworkReply::RemoteHostClosedError,
+                             QStringLiteral("The connection closed in the middle of the answer."));
     switch (classify(status)) {
     case StatusClass::redirection: {
         const QByteArray location = reply.rawHeader("Location");

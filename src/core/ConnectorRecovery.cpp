@@ -18,10 +18,27 @@ Q_DECLARE_LOGGING_CATEGORY(lcConnector)
 using API::AuthMethod;
 using API::UserCredentials;
 
+namespace {
+
+// What a request that found no server says of it: no answer at all, or a 5xx, which is what a
+// reverse proxy answers for a server behind it that is down. None for any other failure, and for a
+// request we cancelled ourselves.
+std::optional<QString> lossOf(const std::exception_ptr &error)
+{
+    if (const auto transport = thrown<API::TransportError>(error))
+        return transport->isCancelled() ? std::nullopt : std::optional(transport->description());
+    if (const auto network = thrown<API::NetworkError>(error);
+        network && network->kind() == API::NetworkError::Case::connectionError)
+        return network->description();
+    return std::nullopt;
+}
+
+} // namespace
+
 void Connector::reportPollFailure(const QString &title, const std::exception_ptr &failure)
 {
     // An expired session ends polling too: see reportSyncFailure.
-    if (thrown<API::TransportError>(failure) || thrown<API::AutorizationError>(failure))
+    if (thrown<API::TransportError>(failure) || lossOf(failure) || thrown<API::AutorizationError>(failure))
         reportSyncFailure(QStringLiteral("Sync"), failure);
     else
         m_errors.reportOnce(title, failure);
@@ -29,11 +46,11 @@ void Connector::reportPollFailure(const QString &title, const std::exception_ptr
 
 void Connector::reportSyncFailure(const QString &operation, const std::exception_ptr &error)
 {
-    if (const auto transport = thrown<API::TransportError>(error)) {
-        if (transport->isCancelled())
-            return;
-        qCWarning(lcConnector, "%s Connection lost: %s", qUtf8Printable(operation), transport->what());
-        m_connectionError = transport->description();
+    if (const auto transport = thrown<API::TransportError>(error); transport && transport->isCancelled())
+        return;
+    if (const std::optional<QString> lost = lossOf(error)) {
+        qCWarning(lcConnector, "%s Connection lost: %s", qUtf8Printable(operation), whatOf(error).constData());
+        m_connectionError = *lost;
         m_sync.stopPolling();
         ++m_connectionLossCount;
         Q_EMIT stateChanged();
@@ -109,12 +126,13 @@ QCoro::Task<> Connector::reconnect()
         co_await std::move(opening);
         co_return;
     }
-    if (thrown<API::TransportError>(answer.error)) {
+    if (lossOf(answer.error)) {
         qCWarning(lcConnector, "Reconnection failed: connection is still lost.");
         ++m_connectionLossCount; // the next countdown is longer
     } else {
         qCWarning(lcConnector, "Reconnection failed: authorization required.");
     }
     Q_EMIT stateChanged();
-    m_errors.report(QCoreApplication::translate("ConnectorRecovery", "Failed to reconnect."), answer.error);
+    // The countdown tries again and again while the server stays away: the alert shown says so.
+    m_errors.reportOnce(QCoreApplication::translate("ConnectorRecovery", "Failed to reconnect."), answer.error);
 }

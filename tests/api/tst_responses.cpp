@@ -263,8 +263,10 @@ private Q_SLOTS:
         QTest::addColumn<bool>("timeout");
         QTest::addColumn<bool>("cancelled");
         QTest::newRow("dropped connection") << Response::dropConnection() << Ending::byServer << false << false;
-        QTest::newRow("garbage instead of HTTP")
-            << Response::rawBytes("\x01\x02 not http\r\n\r\n") << Ending::byServer << false << false;
+        QTest::newRow("garbage instead of HTTP") << Response::rawBytes("\x01\x02 not http\r\n\r\n") << Ending::byServer
+                                                 << false << false;
+        QTest::newRow("answer cut short") << Response::rawBytes("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{\"rid\":1,\"torrents\":{\"a\":{\"magnet_uri\":\"magnet:?xt")
+                                          << Ending::byServer << false << false;
         QTest::newRow("no answer") << Response::stallForever() << Ending::byServer << true << false;
         QTest::newRow("past the overall limit") << Response::stallForever() << Ending::overallLimit << true << false;
         QTest::newRow("cancelled") << Response::stallForever() << Ending::cancelAll << false << true;

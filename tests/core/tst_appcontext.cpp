@@ -141,6 +141,41 @@ private Q_SLOTS:
         QCOMPARE(m_context->connectionError(), QStringLiteral("You are not authorized!"));
     }
 
+    // Behind a reverse proxy, a server that is down is answered for with 502 to 504: a lost
+    // connection like one that gets no answer, which the countdown reconnects, not an alert per poll.
+    void gatewayErrorIsALoss()
+    {
+        m_qbt.bypass = true;
+        wait(m_context->selectConfiguration(addConnection(AuthMethod::none)));
+        QVERIFY(m_context->isPolling());
+        m_server->answerAll(Response::text(502, "<html><center><h1>502 Bad Gateway</h1></center></html>"));
+        m_context->forcePoll();
+        QTRY_COMPARE(m_context->connectionLossCount(), 1);
+        QVERIFY(!m_context->isPolling());
+        QCOMPARE(m_context->connectionError(), QStringLiteral("Connection error!"));
+        QCOMPARE(alert(), QString());
+        wait(m_context->reconnect());
+        QCOMPARE(m_context->connectionLossCount(), 2); // still lost: the next countdown is longer
+    }
+
+    // Every attempt of the countdown fails while the server stays away: one alert for the outage,
+    // not one per attempt piling up behind the overlay.
+    void failedReconnectionsAlertOnce()
+    {
+        m_qbt.bypass = true;
+        wait(m_context->selectConfiguration(addConnection(AuthMethod::none)));
+        m_server->answerAll(Response::dropConnection());
+        m_context->forcePoll();
+        QTRY_COMPARE(m_context->connectionLossCount(), 1);
+        QSignalSpy alerts(m_context.get(), &AppContext::clientErrorChanged);
+        for (int attempt = 2; attempt <= 4; ++attempt) {
+            wait(m_context->reconnect());
+            QCOMPARE(m_context->connectionLossCount(), attempt);
+        }
+        QCOMPARE(alerts.size(), 1);
+        QCOMPARE(m_context->clientError()->title(), QStringLiteral("Failed to reconnect."));
+    }
+
     // The server's own interval is known before the loop starts, and settings reach the loop under way.
     void pollingInterval()
     {

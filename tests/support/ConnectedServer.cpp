@@ -37,7 +37,8 @@ ConnectedServer::~ConnectedServer()
     m_server.reset();
 }
 
-void ConnectedServer::connect(API::AuthMethod method, const std::optional<API::UserCredentials> &stored)
+void ConnectedServer::connect(API::AuthMethod method, const std::optional<API::UserCredentials> &stored,
+                              const Route &via)
 {
     disconnect();
     const QString settings = m_files.filePath(QStringLiteral("Quillo.ini"));
@@ -46,6 +47,10 @@ void ConnectedServer::connect(API::AuthMethod method, const std::optional<API::U
     m_context = std::make_unique<AppContext>(*m_defaults, m_keychain);
     ClientConfiguration configuration = m_server->configuration();
     configuration.authMethod = method;
+    if (via.port != 0) {
+        configuration.port = via.port;
+        configuration.path = via.path;
+    }
     if (stored)
         wait(m_keychain.save(configuration, *stored));
     else if (method != API::AuthMethod::none) // only a login asks the keychain

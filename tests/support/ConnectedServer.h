@@ -48,9 +48,20 @@ public:
     // A scratch folder of the test's own, outside every server.
     QString scratchDir() const { return m_files.path(); }
 
+    // Another way to the same server: a proxy's port and the sub-path it serves the server under.
+    struct Route
+    {
+        int port = 0; // 0: straight to the server
+        QString path;
+    };
+
     // A fresh context over empty settings, selecting this server with `method` and `stored` in the
     // keychain, or nothing stored. The previous context and its window go first.
-    void connect(API::AuthMethod method, const std::optional<API::UserCredentials> &stored);
+    void connect(API::AuthMethod method, const std::optional<API::UserCredentials> &stored, const Route &via);
+    void connect(API::AuthMethod method, const std::optional<API::UserCredentials> &stored)
+    {
+        connect(method, stored, Route());
+    }
     void disconnect();
     AppContext &context() { return *m_context; }
     UserDefaults &defaults() { return *m_defaults; }

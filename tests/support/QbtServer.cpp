@@ -58,6 +58,9 @@ Accepted=true
 WebUI\Address=127.0.0.1
 WebUI\Port=@WEB@
 WebUI\LocalHostAuth=@LOCALAUTH@
+WebUI\HostHeaderValidation=@HOSTCHECK@
+WebUI\ReverseProxySupportEnabled=@REVERSEPROXY@
+WebUI\TrustedReverseProxiesList=@PROXIES@
 WebUI\Username=admin
 WebUI\Password_PBKDF2="@HASH@"
 Connection\ResolvePeerCountries=false
@@ -77,6 +80,9 @@ Session\DefaultSavePath=@SAVE@
 PortForwardingEnabled=false
 )conf");
     text.replace("@LOCALAUTH@", options.localHostAuth ? "true" : "false");
+    text.replace("@HOSTCHECK@", options.hostHeaderValidation ? "true" : "false");
+    text.replace("@REVERSEPROXY@", options.trustedReverseProxies.isEmpty() ? "false" : "true");
+    text.replace("@PROXIES@", options.trustedReverseProxies.toUtf8());
     text.replace("@HASH@", options.passwordHash.isEmpty() ? QByteArrayLiteral(
                                "@ByteArray(ARQ77eY1NUZaQsuDHbIMCA==:0WMRkYTUWVT9wVvdDtHAjU9b3b7uB8NR1Gur2hmQCvCDpm39Q+"
                                "PsJRJPaCU51dEiz+dTzh8qbPsL8WkFljQYFQ==)")

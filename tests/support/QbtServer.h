@@ -48,6 +48,10 @@ public:
         bool localHostAuth = true;
         // The WebUI password as qBittorrent keeps it; empty: the hash of "adminadmin".
         QString passwordHash;
+        // Off: a Host header naming another port is let in, as a plain TCP relay in front needs.
+        bool hostHeaderValidation = true;
+        // Addresses of reverse proxies whose X-Forwarded-* headers the server believes; none: off.
+        QString trustedReverseProxies;
     };
 
     static StartResult start(Flavor flavor, Options options);
