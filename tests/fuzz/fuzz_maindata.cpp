@@ -1,0 +1,45 @@
+// Main-data answers in sequence into the decoder and, as the sync does, into the torrents, trackers,
+// labels and transfer figures: a decode either succeeds or throws ResponseDecodingError, and every
+// decoded answer merges; anything else (a crash, a sanitizer report, another exception) is a bug.
+#include "Answers.h"
+
+#include "api/Errors.h"
+#include "api/Records.h"
+#include "model/GlobalTransferInfo.h"
+#include "model/ServerLabels.h"
+#include "model/TntCollection.h"
+#include "model/TrackerIndex.h"
+
+namespace {
+
+constexpr int averagingWindow = 5;
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    TntCollection tnts;
+    TrackerIndex trackers;
+    ServerLabels labels;
+    GlobalTransferInfo transfer;
+    for (const QByteArray &answer : answersOf(data, size)) {
+        API::MainData decoded;
+        try {
+            decoded = API::decodeMainData(answer);
+        } catch (const API::ResponseDecodingError &) {
+            continue;
+        }
+        const bool full = decoded.fullUpdate.value_or(false);
+        if (full && tnts.size() > 0)
+            tnts.mergeFull(decoded.tnts, averagingWindow);
+        else if (full)
+            tnts.replaceAll(TntCollection::build(decoded.tnts, averagingWindow));
+        else
+            tnts.merge(decoded.tnts, decoded.tntsRemoved, averagingWindow);
+        trackers.apply(full, decoded.trackers, decoded.trackersRemoved);
+        labels.apply(decoded);
+        if (decoded.serverState)
+            transfer.update(*decoded.serverState);
+    }
+    return 0;
+}
