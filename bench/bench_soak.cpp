@@ -8,6 +8,7 @@
 //   bench_soak [minutes] [torrents]    default 30 minutes, 50,000 torrents
 
 #include "MainDataGenerator.h"
+#include "Resident.h"
 
 #include "core/AppContext.h"
 #include "core/KeychainStore.h"
@@ -22,8 +23,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
-#include <fstream>
+#include <cstdlib>
 #include <numeric>
 #include <string>
 #include <vector>
@@ -38,17 +40,6 @@ constexpr auto sampleEvery = 10s;
 // A merge that has not come back by then is asked for again (a lost answer must not end the run).
 constexpr auto stallAfter = 10s;
 constexpr double allowedGrowth = 0.05;
-
-double residentMiB()
-{
-    std::ifstream status("/proc/self/status");
-    std::string line;
-    while (std::getline(status, line)) {
-        if (line.rfind("VmRSS:", 0) == 0)
-            return std::stod(line.substr(6)) / 1024;
-    }
-    return -1;
-}
 
 // The library [first, first + count) as the server holds it, moved on by every delta it serves.
 struct ChurningServer
@@ -105,12 +96,11 @@ int main(int argc, char **argv)
         AppContext context(defaults, keychain);
         context.settings().setSetRefreshIntervalAuto(false);
         // The poller's own rhythm is slower than the soak's; the soak asks once the last answer merged.
-        context.settings().setRefreshInterval(AppSettings::refreshIntervalBounds.max);
+        context.settings().setRefreshInterval(AppSettings::refreshIntervalBounds.maximum);
         const ClientConfiguration configuration = server.configuration(API::AuthMethod::none);
         context.addConfiguration(configuration);
         QuilloTest::wait(context.selectConfiguration(configuration.id));
-        QTest::qWaitFor([&] { return context.tntCollection().size() == count; }, 300'000);
-        if (context.tntCollection().size() != count) {
+        if (!QTest::qWaitFor([&] { return context.tntCollection().size() == count; }, 300'000)) {
             std::fprintf(stderr, "the first full update was not merged (%lld torrents)\n",
                          static_cast<long long>(context.tntCollection().size()));
             return 1;
@@ -136,7 +126,7 @@ int main(int argc, char **argv)
         std::vector<double> samples;
         const auto start = Clock::now();
         const auto sample = [&] {
-            samples.push_back(residentMiB());
+            samples.push_back(static_cast<double>(Bench::residentMiB()));
             const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - start).count();
             std::printf("%8lld %10.1f %10u %10lld\n", static_cast<long long>(seconds), samples.back(), churning.round,
                         static_cast<long long>(context.tntCollection().size()));
