@@ -152,6 +152,21 @@ void serverState(Writer &w)
              R"("use_alt_speed_limits":false,"use_subcategories":false,"write_cache_overload":"0"})";
 }
 
+std::string churnHash(int index)
+{
+    std::mt19937_64 random(0x5eed'0000ULL + static_cast<unsigned long long>(index));
+    return hexHash(random, 20);
+}
+
+void churnTorrent(Writer &w, std::mt19937_64 &random, int index)
+{
+    const std::string hash = churnHash(index);
+    w.out += '"';
+    w.out += QByteArray::fromStdString(hash);
+    w.out += "\":";
+    torrent(w, random, hash, index);
+}
+
 } // namespace
 
 QByteArray fullUpdate(int torrentCount)
@@ -214,6 +229,67 @@ QByteArray delta(int torrentCount, int changed, unsigned round)
         w.out += '}';
     }
     w.out += "}}";
+    return w.out;
+}
+
+QByteArray churnFull(int first, int count)
+{
+    std::mt19937_64 random(seed);
+    Writer w;
+    w.out.reserve(static_cast<qsizetype>(count) * 2000 + 4096);
+    w.out += R"({"categories":{"linux":{"name":"linux","savePath":"/srv/linux"}},"full_update":true,"rid":1,)";
+    w.first = true;
+    serverState(w);
+    w.out += R"(,"tags":["archive","keep"],"torrents":{)";
+    for (int i = first; i < first + count; ++i) {
+        if (i != first)
+            w.out += ',';
+        churnTorrent(w, random, i);
+    }
+    w.out += "}}";
+    return w.out;
+}
+
+QByteArray churnDelta(int first, int count, int turnover, int changed, unsigned round)
+{
+    std::mt19937_64 random(seed + round);
+    Writer w;
+    w.out += R"({"rid":)" + QByteArray::number(round + 1);
+    w.out += R"(,"server_state":{"dl_info_data":)" + QByteArray::number(12345 + round);
+    w.out += R"(,"dl_info_speed":)" + QByteArray::number(static_cast<long long>(random() % 5'000'000)) + "},";
+    // A tag of this round replaces the last round's, so the labels turn over too.
+    w.out += R"("tags":["round)" + QByteArray::number(round) + R"("],"tags_removed":["round)"
+             + QByteArray::number(round - 1) + R"("],"torrents":{)";
+    const int last = first + count;
+    for (int i = last; i < last + turnover; ++i) {
+        if (i != last)
+            w.out += ',';
+        churnTorrent(w, random, i);
+    }
+    const int kept = count - turnover;
+    const int step = std::max(1, kept / std::max(1, changed));
+    for (int n = 0; n < changed && n * step < kept; ++n) {
+        const int i = first + turnover + (n * step + static_cast<int>(round)) % kept;
+        w.out += turnover > 0 || n > 0 ? ",\"" : "\"";
+        w.out += QByteArray::fromStdString(churnHash(i));
+        w.out += "\":{";
+        w.first = true;
+        w.str("state", states[(static_cast<std::size_t>(i) + round) % 10]);
+        w.num("dlspeed", static_cast<long long>(random() % 5'000'000));
+        w.num("eta", static_cast<long long>(random() % 100000));
+        w.dbl("progress", static_cast<double>(random() % 1000) / 1000.0);
+        w.num("upspeed", static_cast<long long>(random() % 1'000'000));
+        w.out += '}';
+    }
+    w.out += R"(},"torrents_removed":[)";
+    for (int i = first; i < first + turnover; ++i) {
+        if (i != first)
+            w.out += ',';
+        w.out += '"';
+        w.out += QByteArray::fromStdString(churnHash(i));
+        w.out += '"';
+    }
+    w.out += "]}";
     return w.out;
 }
 

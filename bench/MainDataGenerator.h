@@ -13,4 +13,11 @@ QByteArray fullUpdate(int torrentCount);
 // a busy server's next answer would; each round gives them other values.
 QByteArray delta(int torrentCount, int changed, unsigned round = 1);
 
+// A library that turns over, for long runs: the torrents numbered [first, first + count), each
+// with a hash of its own number. A full update of them, then an answer that removes the first
+// `turnover`, adds as many after the last, changes the state and rates of `changed` others, and
+// swaps a tag; `round` varies the values and names the response id.
+QByteArray churnFull(int first, int count);
+QByteArray churnDelta(int first, int count, int turnover, int changed, unsigned round);
+
 } // namespace Bench

@@ -11,6 +11,7 @@
 //                                           changing 1% of the torrents (its serving counts too)
 
 #include "MainDataGenerator.h"
+#include "Resident.h"
 
 #include "api/Client.h"
 #include "api/Endpoint.h"
@@ -35,9 +36,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <fstream>
 #include <functional>
-#include <string>
 #include <vector>
 
 namespace {
@@ -57,17 +56,6 @@ double cpuSeconds()
     getrusage(RUSAGE_SELF, &usage);
     const auto seconds = [](const timeval &time) { return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6; };
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
-long residentMiB()
-{
-    std::ifstream status("/proc/self/status");
-    std::string line;
-    while (std::getline(status, line)) {
-        if (line.rfind("VmRSS:", 0) == 0)
-            return std::stol(line.substr(6)) / 1024;
-    }
-    return -1;
 }
 
 // Runs the event loop until `done` (checked every 10 ms) or the time is up.
@@ -234,7 +222,7 @@ void measure(const Source &source, int count, int seconds)
     const double connectToPaint = msBetween(connectStart, painted.at());
     const double swapToPaint = msBetween(swapped, painted.at());
     runUntil([&] { return context.tntCollection().size() >= count; }, 30s);
-    const long resident = residentMiB();
+    const long resident = Bench::residentMiB();
 
     // A header click: the sort, then the layout and painting it causes.
     const auto sortMs = [&](int column) {

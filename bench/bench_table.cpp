@@ -3,6 +3,7 @@
 // sorting and filtering. Run from a Release build: bench_table [runs] [--same-delta]
 
 #include "MainDataGenerator.h"
+#include "Resident.h"
 
 #include "api/Records.h"
 #include "model/TntCollection.h"
@@ -19,9 +20,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace {
@@ -49,17 +48,6 @@ double medianMs(int runs, const Work &work)
         times.push_back(msSince(start));
     }
     return median(times);
-}
-
-long residentMiB()
-{
-    std::ifstream status("/proc/self/status");
-    std::string line;
-    while (std::getline(status, line)) {
-        if (line.rfind("VmRSS:", 0) == 0)
-            return std::stol(line.substr(6)) / 1024;
-    }
-    return -1;
 }
 
 // Deltas with values of their own: merging the same one twice changes nothing the second time.
@@ -107,7 +95,7 @@ void fullUpdates(int count, int runs)
     };
     proxy.sort(TntTableModel::NameColumn);
     const double swapByName = swapMs();
-    const long resident = residentMiB();
+    const long resident = Bench::residentMiB();
     // The application's default order: newest first.
     proxy.sort(TntTableModel::AddedOnColumn, Qt::DescendingOrder);
     const double swapByDate = swapMs();

@@ -1,8 +1,9 @@
-// Arbitrary bytes into the bencode reader and the torrent metadata built on it: a decode either
-// succeeds, and every value of the tree can be visited, or throws invalidFormat; anything else (a
-// crash, a sanitizer report, another exception) is a bug.
+// Arbitrary bytes into the bencode reader, the torrent metadata built on it, and the server's JSON
+// record of parsed metadata: a decode either succeeds, and every value of the tree can be visited,
+// or throws its decoding error; anything else (a crash, a sanitizer report, another exception) is a bug.
 #include "adding/BencodeDecoder.h"
 #include "adding/TntMetadata.h"
+#include "api/Errors.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -34,5 +35,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     } catch (BencodeDecodeError) {
     }
     (void)TntMetadata::fromTorrentData(bytes);
+    try {
+        (void)TntMetadata::fromJson(bytes);
+    } catch (const API::ResponseDecodingError &) {
+    }
     return 0;
 }
