@@ -20,7 +20,8 @@ using API::UserCredentials;
 void Connector::reportPollFailure(const QString &title, const std::exception_ptr &failure)
 {
     // An expired session ends polling too: see reportSyncFailure.
-    if (thrown<API::TransportError>(failure) || thrown<API::AutorizationError>(failure))
+    if (thrown<API::TransportError>(failure) || thrown<API::AutorizationError>(failure) ||
+        thrown<API::CertificateError>(failure))
         reportSyncFailure(QStringLiteral("Sync"), failure);
     else
         m_errors.reportOnce(title, failure);
@@ -28,6 +29,8 @@ void Connector::reportPollFailure(const QString &title, const std::exception_ptr
 
 void Connector::reportSyncFailure(const QString &operation, const std::exception_ptr &error)
 {
+    if (askAboutCertificate(error))
+        return;
     if (const auto transport = thrown<API::TransportError>(error)) {
         if (transport->isCancelled())
             return;
@@ -90,6 +93,10 @@ QCoro::Task<> Connector::reconnect()
     if (!session)
         co_return;
     m_isReconnecting = false;
+    if (askAboutCertificate(answer.error)) {
+        Q_EMIT stateChanged();
+        co_return;
+    }
     if (answer) {
         qCInfo(lcConnector, "Session is still valid.");
         m_connectionLossCount = 0;
