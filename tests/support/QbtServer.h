@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QTemporaryDir;
@@ -42,13 +43,28 @@ public:
         QString serverPath;
     };
 
+    // A PEM certificate and its key, for a WebUI that speaks HTTPS.
+    struct Tls
+    {
+        QByteArray certificate;
+        QByteArray key;
+    };
+
     struct Options
     {
         // Off: the server lets clients on loopback in without logging in (the bypass).
         bool localHostAuth = true;
         // The WebUI password as qBittorrent keeps it; empty: the hash of "adminadmin".
         QString passwordHash;
+        // HTTPS with this certificate instead of plain HTTP.
+        std::optional<Tls> tls;
+        // More lines of the configuration's [Preferences] section ("WebUI\BanDuration=60").
+        QByteArray preferences;
     };
+
+    // A new self-signed certificate for 127.0.0.1, made with the openssl tool; none, with the reason
+    // in `whyNot`, when that fails.
+    static std::optional<Tls> selfSignedTls(QString *whyNot);
 
     static StartResult start(Flavor flavor, Options options);
     static StartResult start(Flavor flavor) { return start(flavor, Options{}); }
@@ -86,6 +102,8 @@ public:
     // Stops and starts the same server again: same profile, same ports, sessions forgotten.
     // Empty on success, else why not.
     QString restart();
+    // Another certificate, from the next restart() on.
+    void replaceTls(const Tls &tls);
 
 private:
     explicit QbtServer(Flavor flavor);
