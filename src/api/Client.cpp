@@ -12,6 +12,7 @@
 #include <QLoggingCategory>
 #include <QNetworkReply>
 #include <QPointer>
+#include <QSslError>
 #include <QStringDecoder>
 #include <QTimer>
 #include <QtConcurrent/QtConcurrentRun>
@@ -31,6 +32,8 @@ namespace {
 enum class EndedBy { none, idleTimeout, overallTimeout, redirectRefused };
 constexpr const char *endedByProperty = "quillo.endedBy";
 constexpr const char *refusedTargetProperty = "quillo.refusedTarget";
+constexpr const char *refusedCertificateProperty = "quillo.refusedCertificate";
+constexpr const char *certificateVerdictProperty = "quillo.certificateVerdict";
 
 void endReply(QNetworkReply *reply, EndedBy reason)
 {
@@ -203,6 +206,26 @@ QNetworkReply *Client::send(const APIEndpoint &endpoint, const QUrl &url)
     connect(reply, &QNetworkReply::uploadProgress, idle, stillAlive);
     QTimer::singleShot(m_timeouts.overall, reply, [reply] { endReply(reply, EndedBy::overallTimeout); });
 
+    connect(reply, &QNetworkReply::sslErrors, reply, [this, reply](const QList<QSslError> &errors) {
+        QSslCertificate presented = reply->sslConfiguration().peerCertificate();
+        for (const QSslError &error : errors) {
+            if (presented.isNull())
+                presented = error.certificate();
+        }
+        // The pin is the whole of the trust: the certificate the user saw and accepted, whatever
+        // the system thinks of its name or issuer.
+        if (!m_address.trustedCertificate.isEmpty() &&
+            ServerCertificate::sha256Of(presented) == m_address.trustedCertificate) {
+            reply->ignoreSslErrors();
+            return;
+        }
+        QStringList verdict;
+        for (const QSslError &error : errors)
+            verdict.append(error.errorString());
+        reply->setProperty(refusedCertificateProperty, QVariant::fromValue(presented));
+        reply->setProperty(certificateVerdictProperty, verdict.join(QStringLiteral("; ")));
+    });
+
     if (m_redirectPolicy.followsSameHost) {
         // Each hop is judged against the one before it.
         connect(reply, &QNetworkReply::redirected, reply, [this, reply, from = url](const QUrl &target) mutable {
@@ -257,6 +280,12 @@ QByteArray Client::vet(QNetworkReply &reply, const APIEndpoint &endpoint) const
     if (endedBy == EndedBy::idleTimeout || endedBy == EndedBy::overallTimeout)
         throw TransportError(QNetworkReply::TimeoutError,
                              QCoreApplication::translate("Client", "The request timed out."), true);
+    if (const QVariant refused = reply.property(refusedCertificateProperty); refused.isValid()) {
+        const QUrl url = reply.request().url();
+        throw CertificateError(ServerCertificate::of(refused.value<QSslCertificate>()), m_address.trustedCertificate,
+                               url.host() + u':' + QString::number(url.port()),
+                               reply.property(certificateVerdictProperty).toString());
+    }
 
     const QVariant statusAttribute = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute);
     if (!statusAttribute.isValid()) {
@@ -304,15 +333,24 @@ void Client::checkStatus(int status, const QByteArray &body, const APIEndpoint &
     }
     using C = AutorizationError::Case;
     const AuthMethod method = m_address.authMethod;
+    const bool isLogin = endpoint.group == APIEndpoint::Group::auth && endpoint.name == u"login";
     switch (status) {
-    case 401:
-        if (method == AuthMethod::basic && !m_credentials.isMissing(AuthMethod::basic))
+    case 401: {
+        const bool sentBasic = method == AuthMethod::basic && !m_credentials.isMissing(AuthMethod::basic);
+        // qBittorrent's Host header check answers its bare status text to everything; the only other
+        // 401s it sends answer credentials (a login on 5.2+, a Basic header).
+        if (!sentBasic && !isLogin && body.trimmed() == "Unauthorized")
+            throw AutorizationError(C::addressRejected, {}, m_address.host);
+        if (sentBasic)
             throw AutorizationError(C::badCredentials);
         throw AutorizationError(C::unauthorized);
+    }
     case 403:
-        // A banned address is refused before any session check, with the reason in the body.
-        if (body.contains("banned"))
-            throw AutorizationError(C::forbidden);
+        // A banned address is refused before any session check, with the reason in the body. A
+        // login is refused with 403 for nothing else, so a server speaking another language is
+        // understood too.
+        if (body.contains("banned") || (isLogin && !body.trimmed().isEmpty() && body.trimmed() != "Forbidden"))
+            throw AutorizationError(C::forbidden, QString::fromUtf8(body).trimmed());
         if (method == AuthMethod::apiKey && !m_credentials.apiKey.isEmpty())
             throw AutorizationError(C::invalidAPIKey);
         throw AutorizationError(C::unauthorized);

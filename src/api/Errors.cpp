@@ -14,11 +14,13 @@ QString autorizationDescription(AutorizationError::Case kind)
     case AutorizationError::Case::badCredentials:
         return QCoreApplication::translate("Errors", "Invalid username or password!");
     case AutorizationError::Case::invalidAPIKey: return QCoreApplication::translate("Errors", "Invalid API key!");
+    case AutorizationError::Case::addressRejected:
+        return QCoreApplication::translate("Errors", "The server rejects this address!");
     }
     Q_UNREACHABLE();
 }
 
-QString autorizationReason(AutorizationError::Case kind)
+QString autorizationReason(AutorizationError::Case kind, const QString &host)
 {
     switch (kind) {
     case AutorizationError::Case::unauthorized: return QCoreApplication::translate("Errors", "Authorization required.");
@@ -30,6 +32,14 @@ QString autorizationReason(AutorizationError::Case kind)
     case AutorizationError::Case::invalidAPIKey:
         return QCoreApplication::translate("Errors", "The API key is invalid or has been revoked. "
                                                      "API keys are supported by qBittorrent 5.2 and later.");
+    case AutorizationError::Case::addressRejected:
+        return QCoreApplication::translate(
+                   "Errors",
+                   "qBittorrent answers every request for \"%1\" with \"Unauthorized\": its Web UI checks the "
+                   "address a client uses, and this one is not among its server domains (or the port differs "
+                   "from the one it listens on, as behind a forwarded port). Add %1 to the server domains in the "
+                   "Web UI options, or turn off its Host header validation.")
+            .arg(host);
     }
     Q_UNREACHABLE();
 }
@@ -90,9 +100,37 @@ TntTexts tntTexts(TntManagmentError::Case kind, const QString &path)
 
 } // namespace
 
-AutorizationError::AutorizationError(Case kind)
-    : Error(autorizationDescription(kind), autorizationReason(kind))
+AutorizationError::AutorizationError(Case kind, const QString &serverText, const QString &host)
+    : Error(autorizationDescription(kind), serverText.isEmpty() ? autorizationReason(kind, host) : serverText)
     , m_case(kind)
+{}
+
+namespace {
+
+QString certificateReason(const ServerCertificate &presented, const QString &trusted, const QString &address,
+                          const QString &systemVerdict)
+{
+    if (trusted.isEmpty())
+        return QStringLiteral("%1 presented a certificate that this system does not trust (%2).\n\n%3")
+            .arg(address, systemVerdict, presented.details());
+    return QStringLiteral("%1 presented another certificate than the one trusted for this connection.\n\n"
+                          "Trusted SHA-256: %2\nPresented SHA-256: %3\n\n"
+                          "A server that got a new certificate looks like this, and so does someone "
+                          "intercepting the connection. Trust the new certificate only if you know that "
+                          "it was replaced.\n\n%4")
+        .arg(address, ServerCertificate::displayFingerprint(trusted),
+             ServerCertificate::displayFingerprint(presented.sha256), presented.details());
+}
+
+} // namespace
+
+CertificateError::CertificateError(ServerCertificate presented, QString trusted, const QString &address,
+                                   const QString &systemVerdict)
+    : Error(trusted.isEmpty() ? QStringLiteral("The server's certificate is not trusted!")
+                              : QStringLiteral("The server's certificate has changed!"),
+            certificateReason(presented, trusted, address, systemVerdict))
+    , m_presented(std::move(presented))
+    , m_trusted(std::move(trusted))
 {}
 
 NetworkError::NetworkError(Case kind, QString description, QString failureReason, std::optional<QUrl> target)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/Error.h"
+#include "api/ServerCertificate.h"
 
 #include <QNetworkReply>
 #include <QUrl>
@@ -12,13 +13,41 @@ namespace API {
 class AutorizationError : public Error
 {
 public:
-    enum class Case { unauthorized, forbidden, badCredentials, invalidAPIKey };
+    // `addressRejected`: the server refuses every request sent to this address (its Host header
+    // check), whoever asks.
+    enum class Case { unauthorized, forbidden, badCredentials, invalidAPIKey, addressRejected };
 
-    explicit AutorizationError(Case kind);
+    // `serverText`, when the server explained a ban in its own words, becomes the failure reason;
+    // `host` names the refused address.
+    explicit AutorizationError(Case kind, const QString &serverText = {}, const QString &host = {});
     Case kind() const noexcept { return m_case; }
 
 private:
     Case m_case;
+};
+
+// The server's certificate is not one this connection can accept: the system does not trust it and
+// it is not the certificate trusted for this connection before. Nothing was sent to that server.
+class CertificateError : public Error
+{
+public:
+    enum class Case {
+        untrusted, // nothing was trusted for this connection yet
+        changed,   // another certificate was
+    };
+
+    // `trusted` is the SHA-256 the connection trusts, empty when none; `systemVerdict` why the system
+    // does not trust the certificate, in its own words.
+    CertificateError(ServerCertificate presented, QString trusted, const QString &address,
+                     const QString &systemVerdict);
+
+    Case kind() const noexcept { return m_trusted.isEmpty() ? Case::untrusted : Case::changed; }
+    const ServerCertificate &presented() const noexcept { return m_presented; }
+    const QString &trusted() const noexcept { return m_trusted; }
+
+private:
+    ServerCertificate m_presented;
+    QString m_trusted;
 };
 
 class NetworkError : public Error

@@ -16,6 +16,8 @@ struct ServerAddress
     QString path; // base path of the WebUI behind a reverse proxy; empty for the root
     bool useHTTPS = false;
     AuthMethod authMethod = AuthMethod::cookieLogin;
+    // SHA-256 (hex) of the one certificate accepted beyond the system's trust; empty for none.
+    QString trustedCertificate;
 
     // Whether requests can be sent at all: a host and a port other than 0.
     bool isComplete() const { return !host.isEmpty() && port && *port != 0; }

@@ -58,6 +58,8 @@ AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject 
         [this](const ClientConfiguration &failed, const QString &error, HTTPSRedirectSuggestion::Origin origin) {
             detached(m_secureOffer.probe(m_connector.session(), failed, error, origin));
         });
+    QObject::connect(&m_connector, &Connector::certificateRefused, &m_certificateTrust, &CertificateTrust::ask);
+    QObject::connect(&m_certificateTrust, &CertificateTrust::changed, this, &AppContext::certificateQuestionChanged);
     QObject::connect(&m_systemEvents, &Platform::SystemEvents::connectivityRestored, this,
                      [this] { detached(m_connector.checkConnection()); });
     QObject::connect(&m_operations, &TntOperations::trackersEdited, this, &AppContext::trackersEdited);
@@ -163,6 +165,14 @@ QCoro::Task<> AppContext::acceptHTTPSRedirectSuggestion()
 {
     if (const std::optional<QUuid> moved = m_secureOffer.accept()) {
         QCoro::Task<> opening = selectConfiguration(*moved);
+        co_await std::move(opening);
+    }
+}
+
+QCoro::Task<> AppContext::trustCertificate()
+{
+    if (const std::optional<QUuid> trusting = m_certificateTrust.trust()) {
+        QCoro::Task<> opening = selectConfiguration(*trusting);
         co_await std::move(opening);
     }
 }

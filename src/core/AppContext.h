@@ -2,6 +2,7 @@
 
 #include "adding/TntAddition.h"
 #include "api/ClientError.h"
+#include "core/CertificateTrust.h"
 #include "core/ConnectionList.h"
 #include "core/Connector.h"
 #include "core/ErrorReporter.h"
@@ -90,10 +91,13 @@ public:
     void setSelectedTnts(QSet<QString> hashes);
     // An offer to move the selected connection to the HTTPS address its port redirects to.
     const std::optional<HTTPSRedirectSuggestion> &httpsRedirectSuggestion() const { return m_secureOffer.current(); }
-    void setProbeSettings(HTTPSRedirectSuggestion::ProbeSettings settings)
-    {
-        m_secureOffer.setProbeSettings(std::move(settings));
-    }
+
+    // Whether to trust the certificate the selected connection's server presented.
+    const std::optional<CertificateQuestion> &certificateQuestion() const { return m_certificateTrust.current(); }
+    // Keeps the presented certificate with the connection and connects again.
+    QCoro::Task<> trustCertificate();
+    // The connection stays saved and unconnected, with a message saying so.
+    void declineCertificate() { m_certificateTrust.decline(); }
 
     // Where a path the server reports (a torrent's content path, or one of its files) is on this
     // computer, through the path mapping unless the open connection is this computer's own server.
@@ -160,6 +164,7 @@ Q_SIGNALS:
     // Categories or tags of the server changed.
     void labelsChanged();
     void httpsRedirectSuggestionChanged();
+    void certificateQuestionChanged();
     void selectionChanged();
     // The torrent's tracker list changed on the server; whoever shows it fetches it again.
     void trackersEdited(const QString &hash);
@@ -183,6 +188,7 @@ private:
     TntDetailContext m_tntDetails;
     QSet<QString> m_selectedTnts;
     SecureAddressOffer m_secureOffer{m_connections};
+    CertificateTrust m_certificateTrust{m_connections, m_errors};
     Sync m_sync{m_settings, m_tntCollection, m_serverState, m_labels, m_trackers};
     Connector m_connector{m_connections, m_keychain, m_sync, m_errors};
     TntDetailLoader m_detailLoader{m_connector, m_sync, m_tntDetails, m_settings};

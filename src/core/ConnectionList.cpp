@@ -54,11 +54,16 @@ void ConnectionList::add(const ClientConfiguration &configuration)
 
 void ConnectionList::update(const ClientConfiguration &configuration)
 {
+    ClientConfiguration edited = configuration;
     for (const ClientConfiguration &existing : std::as_const(m_all)) {
         if (existing.id != configuration.id && sameSettings(existing, configuration))
             throw InternalError(InternalError::Case::serverConfigurationAlreadyExist);
+        // A certificate was trusted for one server: another address must earn its own.
+        if (existing.id == configuration.id && (existing.host != edited.host || existing.port != edited.port ||
+                                                 existing.useHTTPS != edited.useHTTPS))
+            edited.trustedCertificate.clear();
     }
-    replace(configuration);
+    replace(edited);
 }
 
 void ConnectionList::replace(const ClientConfiguration &configuration)

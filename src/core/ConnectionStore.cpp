@@ -80,8 +80,12 @@ std::optional<ClientConfiguration> decodeOne(const QJsonObject &object)
     const auto id = string(object, "id");
     const auto method = API::authMethodFromRawText(string(object, "authMethod").value_or(QString()));
     const auto isLocal = boolean(object, "isLocal");
-    if (!id || QUuid(*id).isNull() || !method || !isLocal || !readCommon(object, configuration))
+    // Absent in lists saved before certificates could be trusted.
+    const QJsonValue trusted = object.value(u"trustedCertificate");
+    if (!id || QUuid(*id).isNull() || !method || !isLocal || !(trusted.isUndefined() || trusted.isString())
+        || !readCommon(object, configuration))
         return std::nullopt;
+    configuration.trustedCertificate = trusted.toString();
     configuration.id = QUuid(*id);
     configuration.authMethod = *method;
     configuration.isLocal = *isLocal;
@@ -151,6 +155,8 @@ QByteArray ConnectionStore::encode(const QList<ClientConfiguration> &configurati
         };
         if (configuration.port)
             object.insert(QStringLiteral("port"), *configuration.port);
+        if (!configuration.trustedCertificate.isEmpty())
+            object.insert(QStringLiteral("trustedCertificate"), configuration.trustedCertificate);
         array.append(object);
     }
     return QJsonDocument(array).toJson(QJsonDocument::Compact);

@@ -12,6 +12,7 @@
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
+#include <QTimer>
 
 Q_LOGGING_CATEGORY(lcConnector, "AppContext")
 
@@ -107,8 +108,8 @@ QCoro::Task<> Connector::open(std::optional<UserCredentials> credentials)
             if (!session)
                 co_return;
             // The prompt follows: the password typed there logs in whatever the keyring's state.
-            reportKeychainFailure(QCoreApplication::translate("Connector",
-                                                              "Quillo couldn't read the saved password from the keyring."));
+            reportKeychainFailure(
+                QCoreApplication::translate("Connector", "Quillo couldn't read the saved password from the keyring."));
             if (credentials && credentials->isMissing(method))
                 credentials.reset();
         }
@@ -146,7 +147,12 @@ QCoro::Task<std::optional<bool>> Connector::checkAuthorizationBypass(QPointer<Se
         qCInfo(lcConnector, "Authorization bypass %s", "enabled");
         co_return true;
     }
-    if (!thrown<API::AutorizationError>(answer.error)) {
+    if (askAboutCertificate(answer.error))
+        co_return std::nullopt;
+    // A banned or rejected address is refused whoever asks: no login can mend it.
+    const auto refused = thrown<API::AutorizationError>(answer.error);
+    using Refusal = API::AutorizationError::Case;
+    if (!refused || refused->kind() == Refusal::addressRejected || refused->kind() == Refusal::forbidden) {
         m_errors.report(QCoreApplication::translate("Connector", "Failed to check authorization bypass."),
                         answer.error);
         offerSecureAddressAfter(answer.error, HTTPSRedirectSuggestion::Origin::currentConnection);
@@ -167,8 +173,13 @@ QCoro::Task<bool> Connector::authenticate(QPointer<Session> session)
         co_return false;
     qCInfo(lcConnector, "Loggin in %s.", answer ? "success" : "failed");
     if (!answer) {
+        if (askAboutCertificate(answer.error))
+            co_return false;
         m_errors.report(QCoreApplication::translate("Connector", "Failed to login."), answer.error);
-        if (thrown<API::AutorizationError>(answer.error))
+        // Other credentials may mend a refusal, not a ban or a rejected address.
+        using Refusal = API::AutorizationError::Case;
+        if (const auto refused = thrown<API::AutorizationError>(answer.error);
+            refused && refused->kind() != Refusal::forbidden && refused->kind() != Refusal::addressRejected)
             presentLoginPrompt(true);
         co_return false;
     }
@@ -213,6 +224,23 @@ QCoro::Task<> Connector::finishConnecting(QPointer<Session> session)
     setProgress(ProgressMessage::none);
     QCoro::Task<> first = syncAndStartPolling(session);
     co_await std::move(first);
+}
+
+bool Connector::askAboutCertificate(const std::exception_ptr &error)
+{
+    const auto refusal = thrown<API::CertificateError>(error);
+    if (!refusal || !m_connections.selected())
+        return false;
+    m_sync.stopPolling();
+    setProgress(ProgressMessage::none);
+    // The session ends once the request that met the certificate has returned: nothing more goes
+    // to that server, and a trusted certificate opens a new session.
+    QTimer::singleShot(0, this, [this, session = QPointer<Session>(m_session.get())] {
+        if (session && session == m_session.get())
+            close();
+    });
+    Q_EMIT certificateRefused(*m_connections.selected(), *refusal);
+    return true;
 }
 
 void Connector::offerSecureAddressAfter(const std::exception_ptr &error, HTTPSRedirectSuggestion::Origin origin)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/AuthMethod.h"
+#include "api/Errors.h"
 #include "core/ClientConfiguration.h"
 #include "core/HTTPSRedirectSuggestion.h"
 #include "core/Session.h"
@@ -73,6 +74,9 @@ Q_SIGNALS:
     // of the same server might mend.
     void insecureAddressFailed(const ClientConfiguration &configuration, const QString &error,
                                HTTPSRedirectSuggestion::Origin origin);
+    // The server presented a certificate that neither the system nor the connection trusts; the
+    // connection stays unconnected until the user decides.
+    void certificateRefused(const ClientConfiguration &configuration, const API::CertificateError &refusal);
 
 private:
     void reportKeychainFailure(const QString &title);
@@ -90,6 +94,9 @@ private:
     QCoro::Task<> syncAndStartPolling(QPointer<Session> session);
     // A secure connection met plain HTTP: an HTTPS address of the same server may mend it.
     void offerSecureAddressAfter(const std::exception_ptr &error, HTTPSRedirectSuggestion::Origin origin);
+    // A refused certificate is a question for the user, not a failure to report: true when `error`
+    // was one, and polling stops until the user answers.
+    bool askAboutCertificate(const std::exception_ptr &error);
 
     ConnectionList &m_connections;
     KeychainStore &m_keychain;

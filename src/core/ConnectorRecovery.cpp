@@ -38,7 +38,8 @@ std::optional<QString> lossOf(const std::exception_ptr &error)
 void Connector::reportPollFailure(const QString &title, const std::exception_ptr &failure)
 {
     // An expired session ends polling too: see reportSyncFailure.
-    if (thrown<API::TransportError>(failure) || lossOf(failure) || thrown<API::AutorizationError>(failure))
+    if (thrown<API::TransportError>(failure) || lossOf(failure) || thrown<API::AutorizationError>(failure) ||
+        thrown<API::CertificateError>(failure))
         reportSyncFailure(QStringLiteral("Sync"), failure);
     else
         m_errors.reportOnce(title, failure);
@@ -46,6 +47,8 @@ void Connector::reportPollFailure(const QString &title, const std::exception_ptr
 
 void Connector::reportSyncFailure(const QString &operation, const std::exception_ptr &error)
 {
+    if (askAboutCertificate(error))
+        return;
     if (const auto transport = thrown<API::TransportError>(error); transport && transport->isCancelled())
         return;
     if (const std::optional<QString> lost = lossOf(error)) {
@@ -108,6 +111,10 @@ QCoro::Task<> Connector::reconnect()
     if (!session)
         co_return;
     m_isReconnecting = false;
+    if (askAboutCertificate(answer.error)) {
+        Q_EMIT stateChanged();
+        co_return;
+    }
     if (answer) {
         qCInfo(lcConnector, "Session is still valid.");
         m_connectionLossCount = 0;

@@ -57,10 +57,13 @@ QCoro::Task<Answer> fetch(QNetworkAccessManager &network, QUrl url, HTTPSRedirec
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
     request.setTransferTimeout(static_cast<int>(settings.idle.count()));
-    request.setSslConfiguration(settings.sslConfiguration);
 
     std::unique_ptr<QNetworkReply, void (*)(QNetworkReply *)> reply(network.get(request),
                                                                     [](QNetworkReply *r) { r->deleteLater(); });
+    // The secure check proves that TLS works at the new address, not that this system trusts its
+    // certificate: a self-signed one is put to the user when the connection opens there. The
+    // check carries nothing of the user's.
+    QObject::connect(reply.get(), &QNetworkReply::sslErrors, reply.get(), [raw = reply.get()] { raw->ignoreSslErrors(); });
     QTimer::singleShot(settings.overall, reply.get(), &QNetworkReply::abort);
     co_await reply.get();
 
@@ -77,8 +80,8 @@ QCoro::Task<Answer> fetch(QNetworkAccessManager &network, QUrl url, HTTPSRedirec
 // Qt 6.4 reports SslHandshakeFailedError ("wrong version number") when a plain HTTP server answers
 // the TLS hello with an HTTP error, as nginx and other front ends do. qBittorrent itself just closes
 // the connection (RemoteHostClosedError), but it never redirects either, and a server that stays
-// silent ends in a timeout: neither is worth a probe. An untrusted certificate shares the code; its
-// probe ends silently because that port speaks TLS, not plain HTTP.
+// silent ends in a timeout: neither is worth a probe. An untrusted certificate is a CertificateError,
+// which the user is asked about instead.
 bool HTTPSRedirectSuggestion::triggersProbe(const ClientConfiguration &configuration, const std::exception &error)
 {
     if (!configuration.useHTTPS)
@@ -208,6 +211,7 @@ ClientConfiguration HTTPSRedirectSuggestion::acceptedConfiguration(const ClientC
     ClientConfiguration accepted = saved;
     accepted.port = suggested.port;
     accepted.path = suggested.path;
+    accepted.trustedCertificate.clear(); // trusted for the old port; the new one is asked about anew
     return accepted;
 }
 

@@ -4,7 +4,6 @@
 
 #include <QByteArray>
 #include <QCoroTask>
-#include <QSslConfiguration>
 #include <QString>
 #include <QUrl>
 
@@ -26,9 +25,6 @@ struct HTTPSRedirectSuggestion
         // A probe must not keep the user waiting: 10 s without data, 60 s at most.
         std::chrono::milliseconds idle{10'000};
         std::chrono::milliseconds overall{60'000};
-        // Certificate verification of the secure check. Tests trust their own certificate here;
-        // nothing else should change it.
-        QSslConfiguration sslConfiguration = QSslConfiguration::defaultConfiguration();
     };
 
     Origin origin = Origin::currentConnection;

@@ -6,7 +6,7 @@
 class InternalError : public API::Error
 {
 public:
-    enum class Case { serverConfigurationAlreadyExist, pathMappingNotFound };
+    enum class Case { serverConfigurationAlreadyExist, pathMappingNotFound, certificateDeclined };
 
     // `path`: the server's path that no mapping translates (pathMappingNotFound).
     explicit InternalError(Case kind, const QString &path = {})
@@ -23,15 +23,21 @@ private:
         switch (kind) {
         case Case::serverConfigurationAlreadyExist: return QStringLiteral("Server with these settings already exists!");
         case Case::pathMappingNotFound: return QStringLiteral("Failed to resolve path mapping!");
+        case Case::certificateDeclined: return QStringLiteral("Quillo did not connect to the server.");
         }
         Q_UNREACHABLE();
     }
 
     static QString reasonOf(Case kind, const QString &path)
     {
-        return kind == Case::pathMappingNotFound
-                   ? QStringLiteral("No access or path mapping found for: \"%1\".").arg(path)
-                   : QString();
+        switch (kind) {
+        case Case::pathMappingNotFound: return QStringLiteral("No access or path mapping found for: \"%1\".").arg(path);
+        case Case::certificateDeclined:
+            return QStringLiteral("Its certificate was not trusted. The connection is kept: connect to it again "
+                                  "to see the certificate and decide anew.");
+        case Case::serverConfigurationAlreadyExist: break;
+        }
+        return {};
     }
 
     static QString suggestionOf(Case kind)

@@ -14,7 +14,7 @@ SecureAddressOffer::SecureAddressOffer(ConnectionList &connections, QObject *par
 QCoro::Task<> SecureAddressOffer::probe(QPointer<Session> session, ClientConfiguration failed, QString error,
                                         HTTPSRedirectSuggestion::Origin origin)
 {
-    auto probing = HTTPSRedirectSuggestion::probe(std::move(failed), origin, std::move(error), m_probeSettings);
+    auto probing = HTTPSRedirectSuggestion::probe(std::move(failed), origin, std::move(error));
     std::optional<HTTPSRedirectSuggestion> suggestion = co_await std::move(probing);
     if (!session || !suggestion)
         co_return;

@@ -22,8 +22,6 @@ public:
     explicit SecureAddressOffer(ConnectionList &connections, QObject *parent = nullptr);
 
     const std::optional<HTTPSRedirectSuggestion> &current() const { return m_current; }
-    // The secure check's certificate verification; tests trust their own certificate here.
-    void setProbeSettings(HTTPSRedirectSuggestion::ProbeSettings settings) { m_probeSettings = std::move(settings); }
 
     // Probes where `failed` redirects to; an answer that comes after `session` closed is dropped.
     QCoro::Task<> probe(QPointer<Session> session, ClientConfiguration failed, QString error,
@@ -39,5 +37,4 @@ Q_SIGNALS:
 private:
     ConnectionList &m_connections;
     std::optional<HTTPSRedirectSuggestion> m_current;
-    HTTPSRedirectSuggestion::ProbeSettings m_probeSettings;
 };

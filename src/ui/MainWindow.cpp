@@ -151,6 +151,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
             // looked at, which is one reminder per download rather than one per batch.
             [this] { QApplication::alert(this, attentionDurationMs); });
     connect(&m_context, &AppContext::httpsRedirectSuggestionChanged, this, &MainWindow::offerSecureAddress);
+    connect(&m_context, &AppContext::certificateQuestionChanged, this, &MainWindow::askAboutCertificate);
     connect(m_tntTable, &TntTableView::selectionChanged, &m_context, &AppContext::setSelectedTnts);
     connect(&m_context, &AppContext::selectionChanged, this,
             [this] { m_tntTable->selectHashes(m_context.selectedTnts()); });
@@ -360,6 +361,28 @@ void MainWindow::offerSecureAddress()
             detached(m_context.acceptHTTPSRedirectSuggestion());
         else
             m_context.dismissHTTPSRedirectSuggestion();
+    });
+    dialog->open();
+}
+
+// Declining is the default: a certificate is trusted only by a deliberate click.
+void MainWindow::askAboutCertificate()
+{
+    const auto &question = m_context.certificateQuestion();
+    if (!question)
+        return;
+    auto *dialog = new QMessageBox(question->isChange() ? QMessageBox::Warning : QMessageBox::Question,
+                                   question->title(), question->message(), QMessageBox::NoButton, this);
+    dialog->setObjectName(QStringLiteral("certificateQuestion"));
+    dialog->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QPushButton *trust = dialog->addButton(question->trustButtonTitle(), QMessageBox::AcceptRole);
+    dialog->setDefaultButton(dialog->addButton(CertificateQuestion::declineButtonTitle(), QMessageBox::RejectRole));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QMessageBox::finished, this, [this, dialog, trust] {
+        if (dialog->clickedButton() == trust)
+            detached(m_context.trustCertificate());
+        else
+            m_context.declineCertificate();
     });
     dialog->open();
 }

@@ -81,6 +81,7 @@ private:
     void showConnectionState();
     void followLoginPrompt();
     void logInOrOut();
+    void askAboutCertificate();
     void offerSecureAddress();
     void addToolbarActions();
     void showTntContextMenu(const QStringList &hashes, const QPoint &position);

@@ -111,6 +111,23 @@ private Q_SLOTS:
             text(403, "Your IP address has been banned after too many failed authentication attempts."),
             QStringLiteral("Forbidden!"),
             QStringLiteral("Your IP address has been banned after too many failed authentication attempts."));
+        // qBittorrent's Host header check answers its bare status text; so does a 5.2 login with a
+        // wrong password, which carried credentials.
+        row("401 to a request without credentials: the address is rejected", AuthMethod::cookieLogin, password,
+            E::Application::version(), text(401, "Unauthorized"), QStringLiteral("The server rejects this address!"),
+            QStringLiteral("qBittorrent answers every request for \"127.0.0.1\" with \"Unauthorized\": its Web UI "
+                           "checks the address a client uses, and this one is not among its server domains (or the "
+                           "port differs from the one it listens on, as behind a forwarded port). Add 127.0.0.1 to "
+                           "the server domains in the Web UI options, or turn off its Host header validation."));
+        row("401 to a 5.2 login", AuthMethod::cookieLogin, password, E::Auth::login(password),
+            text(401, "Unauthorized"), notAuthorized, authRequired);
+        row("401 to a Basic header", AuthMethod::basic, password, E::Application::version(),
+            text(401, "Unauthorized"), QStringLiteral("Invalid username or password!"),
+            QStringLiteral("Invalid username or password!"));
+        row("403 to a login, in the server's language", AuthMethod::cookieLogin, password, E::Auth::login(password),
+            text(403, "Ihre IP-Adresse wurde nach zu vielen fehlgeschlagenen Anmeldeversuchen gesperrt."),
+            QStringLiteral("Forbidden!"),
+            QStringLiteral("Ihre IP-Adresse wurde nach zu vielen fehlgeschlagenen Anmeldeversuchen gesperrt."));
         row("500", AuthMethod::cookieLogin, password, E::Sync::maindata(0), text(500, "boom"),
             QStringLiteral("Connection error!"), QStringLiteral("Check network or client configuration."));
         row("503", AuthMethod::none, {}, E::TntManagement::start(oneHash), text(503, ""),

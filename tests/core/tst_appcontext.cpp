@@ -283,9 +283,6 @@ private Q_SLOTS:
         ClientConfiguration configuration = m_server->configuration(AuthMethod::none);
         configuration.useHTTPS = true;
         m_context->addConfiguration(configuration);
-        HTTPSRedirectSuggestion::ProbeSettings probe;
-        probe.sslConfiguration = FakeServer::trusting(*tls);
-        m_context->setProbeSettings(probe);
 
         wait(m_context->selectConfiguration(configuration.id));
         QCOMPARE(m_context->clientError()->title(), QStringLiteral("Failed to check authorization bypass."));
@@ -327,9 +324,6 @@ private Q_SLOTS:
         QVERIFY2(tls, qPrintable(whyNot));
         const QSslConfiguration systemTrust = QSslConfiguration::defaultConfiguration();
         QSslConfiguration::setDefaultConfiguration(FakeServer::trusting(*tls));
-        HTTPSRedirectSuggestion::ProbeSettings probe;
-        probe.sslConfiguration = FakeServer::trusting(*tls);
-        m_context->setProbeSettings(probe);
         m_context->settings().setRefreshInterval(60'000); // no poll can find out first
         m_server->setTls(tls);
         ClientConfiguration nas = m_server->configuration(AuthMethod::basic);

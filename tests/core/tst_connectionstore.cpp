@@ -40,7 +40,9 @@ private Q_SLOTS:
     {
         ClientConfiguration local = sample(QStringLiteral("::1"), {});
         local.authMethod = API::AuthMethod::none;
-        const QList<ClientConfiguration> saved{sample(QStringLiteral("nas.local")), local};
+        ClientConfiguration nas = sample(QStringLiteral("nas.local"));
+        nas.trustedCertificate = QStringLiteral("9f86d081884c7d659a2feaa0c55ad015a3bf4f1b2b0b822cd15d6c15b0f00a08");
+        const QList<ClientConfiguration> saved{nas, local};
         const QByteArray json = ConnectionStore::encode(saved);
         bool complete = false;
         const auto read = ConnectionStore::decode(json, &complete);
@@ -50,6 +52,7 @@ private Q_SLOTS:
             QVERIFY(read[i] == saved[i]);
             QCOMPARE(read[i].id, saved[i].id);
             QCOMPARE(read[i].addedDate, saved[i].addedDate);
+            QCOMPARE(read[i].trustedCertificate, saved[i].trustedCertificate);
         }
         const QJsonObject first = QJsonDocument::fromJson(json).array().first().toObject();
         QCOMPARE(first.value(u"authMethod").toString(), QStringLiteral("basic"));
@@ -58,6 +61,8 @@ private Q_SLOTS:
         QCOMPARE(first.value(u"addedDate").toDouble(), 736257600.25);
         const QJsonObject second = QJsonDocument::fromJson(json).array().at(1).toObject();
         QVERIFY(!second.contains(u"port"));
+        // Absent as in lists written before certificates could be trusted, which read as they did.
+        QVERIFY(!second.contains(u"trustedCertificate"));
         QCOMPARE(second.value(u"authMethod").toString(), QStringLiteral("none"));
     }
 

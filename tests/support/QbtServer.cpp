@@ -64,6 +64,7 @@ WebUI\TrustedReverseProxiesList=@PROXIES@
 WebUI\Username=admin
 WebUI\Password_PBKDF2="@HASH@"
 Connection\ResolvePeerCountries=false
+@PREFERENCES@
 
 [BitTorrent]
 Session\DHTEnabled=false
@@ -90,6 +91,7 @@ PortForwardingEnabled=false
     text.replace("@WEB@", QByteArray::number(ports.web));
     text.replace("@PEER@", QByteArray::number(ports.peer));
     text.replace("@SAVE@", serverSavePath.toUtf8());
+    text.replace("@PREFERENCES@", options.preferences);
     return text;
 }
 
@@ -245,6 +247,17 @@ QString QbtServer::startProcess()
         || !config.open(QIODevice::WriteOnly) || config.write(configText(*ports, defaultSavePath(), m_options)) < 0)
         return QStringLiteral("cannot write %1: %2").arg(config.fileName(), config.errorString());
     config.close();
+    if (m_options.tls) {
+        replaceTls(*m_options.tls);
+        // The server reads the files at start; their paths as the server sees them.
+        const QByteArray https = "\n[Preferences]\nWebUI\\HTTPS\\Enabled=true\nWebUI\\HTTPS\\CertificatePath=" +
+                                 serverPathOf(m_profile->path() + QStringLiteral("/webui.crt")).toUtf8() +
+                                 "\nWebUI\\HTTPS\\KeyPath=" +
+                                 serverPathOf(m_profile->path() + QStringLiteral("/webui.key")).toUtf8() + "\n";
+        if (!config.open(QIODevice::Append) || config.write(https) < 0)
+            return QStringLiteral("cannot write %1: %2").arg(config.fileName(), config.errorString());
+        config.close();
+    }
 
     return launch();
 }
@@ -287,12 +300,45 @@ QString QbtServer::launch()
     return {};
 }
 
+void QbtServer::replaceTls(const Tls &tls)
+{
+    const auto write = [this](const QString &name, const QByteArray &pem) {
+        QFile file(m_profile->path() + u'/' + name);
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(pem) != pem.size())
+            qFatal("cannot write %s", qPrintable(file.fileName()));
+    };
+    write(QStringLiteral("webui.crt"), tls.certificate);
+    write(QStringLiteral("webui.key"), tls.key);
+}
+
+std::optional<QbtServer::Tls> QbtServer::selfSignedTls(QString *whyNot)
+{
+    QTemporaryDir dir;
+    const QString keyPath = dir.filePath(QStringLiteral("key.pem"));
+    const QString certificatePath = dir.filePath(QStringLiteral("certificate.pem"));
+    QProcess openssl;
+    openssl.start(QStringLiteral("openssl"),
+                  {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"), QStringLiteral("rsa:2048"),
+                   QStringLiteral("-nodes"), QStringLiteral("-subj"), QStringLiteral("/CN=127.0.0.1/O=Quillo tests"),
+                   QStringLiteral("-days"), QStringLiteral("2"), QStringLiteral("-keyout"), keyPath,
+                   QStringLiteral("-out"), certificatePath});
+    QFile key(keyPath);
+    QFile certificate(certificatePath);
+    if (!openssl.waitForFinished(60'000) || openssl.exitStatus() != QProcess::NormalExit || openssl.exitCode() != 0 ||
+        !key.open(QIODevice::ReadOnly) || !certificate.open(QIODevice::ReadOnly)) {
+        *whyNot = QStringLiteral("openssl could not make a certificate: ") + openssl.errorString() + u' ' +
+                  QString::fromLocal8Bit(openssl.readAllStandardError());
+        return std::nullopt;
+    }
+    return Tls{certificate.readAll(), key.readAll()};
+}
+
 QString QbtServer::waitUntilAnswering()
 {
     QNetworkAccessManager network;
     network.setProxy(QNetworkProxy::NoProxy);
     QUrl url;
-    url.setScheme(QStringLiteral("http"));
+    url.setScheme(m_options.tls ? QStringLiteral("https") : QStringLiteral("http"));
     url.setHost(QStringLiteral("127.0.0.1"));
     url.setPort(m_webPort);
     url.setPath(QStringLiteral("/api/v2/app/version"));
@@ -308,6 +354,8 @@ QString QbtServer::waitUntilAnswering()
         QNetworkRequest request(url);
         request.setTransferTimeout(2000);
         std::unique_ptr<QNetworkReply> reply(network.get(request));
+        // Whether it answers, not whom it claims to be: the test's own certificate is trusted nowhere.
+        QObject::connect(reply.get(), &QNetworkReply::sslErrors, reply.get(), [raw = reply.get()] { raw->ignoreSslErrors(); });
         QEventLoop loop;
         QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
         loop.exec();
@@ -384,6 +432,7 @@ ClientConfiguration QbtServer::configuration() const
     configuration.host = QStringLiteral("127.0.0.1");
     configuration.port = m_webPort;
     configuration.authMethod = API::AuthMethod::cookieLogin;
+    configuration.useHTTPS = m_options.tls.has_value();
     return configuration;
 }
 

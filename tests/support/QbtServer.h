@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QTemporaryDir;
@@ -42,6 +43,13 @@ public:
         QString serverPath;
     };
 
+    // A PEM certificate and its key, for a WebUI that speaks HTTPS.
+    struct Tls
+    {
+        QByteArray certificate;
+        QByteArray key;
+    };
+
     struct Options
     {
         // Off: the server lets clients on loopback in without logging in (the bypass).
@@ -52,7 +60,15 @@ public:
         bool hostHeaderValidation = true;
         // Addresses of reverse proxies whose X-Forwarded-* headers the server believes; none: off.
         QString trustedReverseProxies;
+        // HTTPS with this certificate instead of plain HTTP.
+        std::optional<Tls> tls;
+        // More lines of the configuration's [Preferences] section ("WebUI\BanDuration=60").
+        QByteArray preferences;
     };
+
+    // A new self-signed certificate for 127.0.0.1, made with the openssl tool; none, with the reason
+    // in `whyNot`, when that fails.
+    static std::optional<Tls> selfSignedTls(QString *whyNot);
 
     static StartResult start(Flavor flavor, Options options);
     static StartResult start(Flavor flavor) { return start(flavor, Options{}); }
@@ -90,6 +106,8 @@ public:
     // Stops and starts the same server again: same profile, same ports, sessions forgotten.
     // Empty on success, else why not.
     QString restart();
+    // Another certificate, from the next restart() on.
+    void replaceTls(const Tls &tls);
 
 private:
     explicit QbtServer(Flavor flavor);

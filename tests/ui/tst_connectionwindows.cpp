@@ -1,4 +1,5 @@
 #include "api/Errors.h"
+#include "api/ServerCertificate.h"
 #include "core/AppContext.h"
 #include "core/KeychainStore.h"
 #include "core/ReconnectionCountdown.h"
@@ -19,6 +20,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QCryptographicHash>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -544,6 +546,68 @@ private Q_SLOTS:
         QTRY_VERIFY(window.loginPrompt() && window.loginPrompt()->isVisible());
         alert->button(QMessageBox::Ok)->click();
         QVERIFY(!fixture.context->clientError());
+    }
+
+    // The certificate the server presents is trusted nowhere: the question shows it, declining
+    // leaves the connection saved and unconnected with a message, trusting connects and keeps it.
+    void certificateQuestion_data()
+    {
+        QTest::addColumn<bool>("trust");
+        QTest::newRow("declined") << false;
+        QTest::newRow("trusted") << true;
+    }
+
+    void certificateQuestion()
+    {
+        QFETCH(bool, trust);
+        QString whyNot;
+        const auto tls = FakeServer::selfSignedTls(&whyNot);
+        QVERIFY2(tls, qPrintable(whyNot));
+        ConnectionFixture fixture(m_keychain);
+        fixture.qbt.bypass = true;
+        fixture.server.setTls(tls);
+        ClientConfiguration nas = fixture.server.configuration(AuthMethod::none);
+        nas.useHTTPS = true;
+        fixture.context->addConfiguration(nas);
+        MainWindow window(*fixture.context);
+        window.show();
+        QuilloTest::wait(fixture.context->selectConfiguration(nas.id));
+
+        QMessageBox *question = nullptr;
+        QTRY_VERIFY((question = window.findChild<QMessageBox *>(QStringLiteral("certificateQuestion"))));
+        const QString sha256 = QString::fromLatin1(tls->certificate.digest(QCryptographicHash::Sha256).toHex());
+        QCOMPARE(question->windowTitle(), QStringLiteral("Trust the server's certificate?"));
+        const QString message = question->text();
+        QVERIFY2(message.startsWith(QStringLiteral("127.0.0.1:%1 presented a certificate that this system does "
+                                                   "not trust (").arg(fixture.server.port())), qPrintable(message));
+        QVERIFY(message.contains(QStringLiteral("SHA-256: ") + API::ServerCertificate::displayFingerprint(sha256) + u'\n'));
+        QVERIFY(message.contains(QStringLiteral("\nSubject: CN=127.0.0.1\n")));
+        QVERIFY(message.contains(QStringLiteral("\nValid from ") +
+                                 tls->certificate.effectiveDate().toUTC().toString(QStringLiteral("yyyy-MM-dd HH:mm"))));
+        QCOMPARE(question->defaultButton()->text(), QStringLiteral("Don't Connect"));
+        QVERIFY(!fixture.context->isAuthorized());
+
+        const QString button = trust ? QStringLiteral("Trust Certificate") : QStringLiteral("Don't Connect");
+        const QList<QAbstractButton *> buttons = question->buttons();
+        const auto clicked = std::find_if(buttons.cbegin(), buttons.cend(),
+                                          [&button](const QAbstractButton *b) { return b->text() == button; });
+        QVERIFY(clicked != buttons.cend());
+        (*clicked)->click();
+
+        if (trust) {
+            QTRY_VERIFY(fixture.context->isPolling());
+            QCOMPARE(fixture.context->clientConfigurations().constFirst().trustedCertificate, sha256);
+            QVERIFY(!fixture.context->clientError());
+        } else {
+            QTRY_VERIFY(window.errorPresenter()->alert());
+            QCOMPARE(window.errorPresenter()->alert()->text(), QStringLiteral("Not connected."));
+            QCOMPARE(window.errorPresenter()->alert()->informativeText(),
+                     QStringLiteral("Quillo did not connect to the server.\nIts certificate was not trusted. The "
+                                    "connection is kept: connect to it again to see the certificate and decide anew."));
+            QVERIFY(!fixture.context->isAuthorized());
+            QCOMPARE(fixture.context->clientConfigurations().size(), 1);
+            QVERIFY(fixture.context->clientConfigurations().constFirst().trustedCertificate.isEmpty());
+        }
     }
 
     void serverMenuListsConnections()
