@@ -179,6 +179,49 @@
     </message>
 </context>
 <context>
+    <name>CertificateTrust</name>
+    <message>
+        <source>The server&apos;s certificate has changed!</source>
+        <translation>Das Zertifikat des Servers hat sich geändert!</translation>
+    </message>
+    <message>
+        <source>Trust the server&apos;s certificate?</source>
+        <translation>Dem Zertifikat des Servers vertrauen?</translation>
+    </message>
+    <message>
+        <source>
+
+Quillo does not connect to this server until you trust the new certificate.</source>
+        <translation>
+
+Quillo verbindet sich erst wieder mit diesem Server, wenn Sie dem neuen Zertifikat vertrauen.</translation>
+    </message>
+    <message>
+        <source>
+
+A server with a self-signed certificate looks like this. Trust it only if these are the details of your server&apos;s certificate: Quillo then accepts exactly this certificate for this connection, and asks again if it changes.</source>
+        <translation>
+
+So sieht ein Server mit selbstsigniertem Zertifikat aus. Vertrauen Sie ihm nur, wenn dies die Angaben des Zertifikats Ihres Servers sind: Quillo akzeptiert dann genau dieses Zertifikat für diese Verbindung und fragt erneut, wenn es sich ändert.</translation>
+    </message>
+    <message>
+        <source>Trust New Certificate</source>
+        <translation>Neuem Zertifikat vertrauen</translation>
+    </message>
+    <message>
+        <source>Trust Certificate</source>
+        <translation>Zertifikat vertrauen</translation>
+    </message>
+    <message>
+        <source>Don&apos;t Connect</source>
+        <translation>Nicht verbinden</translation>
+    </message>
+    <message>
+        <source>Not connected.</source>
+        <translation>Nicht verbunden.</translation>
+    </message>
+</context>
+<context>
     <name>Client</name>
     <message>
         <source>The connection was closed.</source>
@@ -191,6 +234,10 @@
     <message>
         <source>&quot;%1&quot; is not a version number.</source>
         <translation>„%1“ ist keine Versionsnummer.</translation>
+    </message>
+    <message>
+        <source>The connection closed in the middle of the answer.</source>
+        <translation>Die Verbindung wurde mitten in der Antwort geschlossen.</translation>
     </message>
 </context>
 <context>
@@ -603,6 +650,48 @@ Weiterleitungsziel: </translation>
         <source>The server refused the change.</source>
         <translation>Der Server hat die Änderung abgelehnt.</translation>
     </message>
+    <message>
+        <source>The server rejects this address!</source>
+        <translation>Der Server weist diese Adresse ab!</translation>
+    </message>
+    <message>
+        <source>qBittorrent answers every request for &quot;%1&quot; with &quot;Unauthorized&quot;: its Web UI checks the address a client uses, and this one is not among its server domains (or the port differs from the one it listens on, as behind a forwarded port). Add %1 to the server domains in the Web UI options, or turn off its Host header validation.</source>
+        <translation>qBittorrent beantwortet jede Anfrage an „%1“ mit „Unauthorized“: Seine Web-Oberfläche prüft die Adresse, die ein Client verwendet, und diese gehört nicht zu seinen Server-Domains (oder der Port weicht von dem ab, auf dem es lauscht, wie hinter einer Portweiterleitung). Fügen Sie %1 in den Optionen der Web-Oberfläche zu den Server-Domains hinzu oder schalten Sie die Prüfung des Host-Headers aus.</translation>
+    </message>
+    <message>
+        <source>%1 presented a certificate that this system does not trust (%2).
+
+%3</source>
+        <translation>%1 hat ein Zertifikat vorgelegt, dem dieses System nicht vertraut (%2).
+
+%3</translation>
+    </message>
+    <message>
+        <source>%1 presented another certificate than the one trusted for this connection.
+
+Trusted SHA-256: %2
+Presented SHA-256: %3
+
+A server that got a new certificate looks like this, and so does someone intercepting the connection. Trust the new certificate only if you know that it was replaced.
+
+%4</source>
+        <translation>%1 hat ein anderes Zertifikat vorgelegt als das, dem für diese Verbindung vertraut wird.
+
+Vertrauter SHA-256: %2
+Vorgelegter SHA-256: %3
+
+So sieht ein Server aus, der ein neues Zertifikat erhalten hat, aber auch jemand, der die Verbindung abfängt. Vertrauen Sie dem neuen Zertifikat nur, wenn Sie wissen, dass es ersetzt wurde.
+
+%4</translation>
+    </message>
+    <message>
+        <source>The server&apos;s certificate is not trusted!</source>
+        <translation>Dem Zertifikat des Servers wird nicht vertraut!</translation>
+    </message>
+    <message>
+        <source>The server&apos;s certificate has changed!</source>
+        <translation>Das Zertifikat des Servers hat sich geändert!</translation>
+    </message>
 </context>
 <context>
     <name>HTTPSRedirectSuggestion</name>
@@ -629,6 +718,33 @@ Die neue Adresse hat die Prüfung der sicheren Verbindung bestanden.</translatio
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>InternalError</name>
+    <message>
+        <source>Server with these settings already exists!</source>
+        <translation>Ein Server mit diesen Einstellungen existiert bereits!</translation>
+    </message>
+    <message>
+        <source>Failed to resolve path mapping!</source>
+        <translation>Die Pfadzuordnung konnte nicht aufgelöst werden!</translation>
+    </message>
+    <message>
+        <source>Quillo did not connect to the server.</source>
+        <translation>Quillo hat sich nicht mit dem Server verbunden.</translation>
+    </message>
+    <message>
+        <source>No access or path mapping found for: &quot;%1&quot;.</source>
+        <translation>Kein Zugriff und keine Pfadzuordnung für „%1“.</translation>
+    </message>
+    <message>
+        <source>Its certificate was not trusted. The connection is kept: connect to it again to see the certificate and decide anew.</source>
+        <translation>Seinem Zertifikat wurde nicht vertraut. Die Verbindung bleibt erhalten: Verbinden Sie sich erneut, um das Zertifikat zu sehen und neu zu entscheiden.</translation>
+    </message>
+    <message>
+        <source>Check your path mapping settings.</source>
+        <translation>Prüfen Sie Ihre Einstellungen der Pfadzuordnung.</translation>
     </message>
 </context>
 <context>
@@ -2319,6 +2435,19 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
     <message>
         <source>Reconnect now</source>
         <translation>Jetzt neu verbinden</translation>
+    </message>
+</context>
+<context>
+    <name>ServerCertificate</name>
+    <message>
+        <source>SHA-256: %1
+Subject: %2
+Issuer: %3
+Valid from %4 until %5</source>
+        <translation>SHA-256: %1
+Inhaber: %2
+Aussteller: %3
+Gültig von %4 bis %5</translation>
     </message>
 </context>
 <context>

@@ -301,8 +301,9 @@ QByteArray Client::vet(QNetworkReply &reply, const APIEndpoint &endpoint) const
     // a length of its own.)
     if (const QVariant announced = reply.header(QNetworkRequest::ContentLengthHeader);
         announced.isValid() && !reply.hasRawHeader("Content-Encoding") && body.size() < announced.toLongLong())
-        throw TransportError(QNetworkReply::RemoteHostClosedError,
-                             QStringLiteral("The connection closed in the middle of the answer."));
+        throw TransportError(
+            QNetworkReply::RemoteHostClosedError,
+            QCoreApplication::translate("Client", "The connection closed in the middle of the answer."));
     switch (classify(status)) {
     case StatusClass::redirection: {
         const QByteArray location = reply.rawHeader("Location");

@@ -111,13 +111,15 @@ QString certificateReason(const ServerCertificate &presented, const QString &tru
                           const QString &systemVerdict)
 {
     if (trusted.isEmpty())
-        return QStringLiteral("%1 presented a certificate that this system does not trust (%2).\n\n%3")
+        return QCoreApplication::translate("Errors",
+                                           "%1 presented a certificate that this system does not trust (%2).\n\n%3")
             .arg(address, systemVerdict, presented.details());
-    return QStringLiteral("%1 presented another certificate than the one trusted for this connection.\n\n"
-                          "Trusted SHA-256: %2\nPresented SHA-256: %3\n\n"
-                          "A server that got a new certificate looks like this, and so does someone "
-                          "intercepting the connection. Trust the new certificate only if you know that "
-                          "it was replaced.\n\n%4")
+    return QCoreApplication::translate("Errors",
+                                       "%1 presented another certificate than the one trusted for this connection.\n\n"
+                                       "Trusted SHA-256: %2\nPresented SHA-256: %3\n\n"
+                                       "A server that got a new certificate looks like this, and so does someone "
+                                       "intercepting the connection. Trust the new certificate only if you know that "
+                                       "it was replaced.\n\n%4")
         .arg(address, ServerCertificate::displayFingerprint(trusted),
              ServerCertificate::displayFingerprint(presented.sha256), presented.details());
 }
@@ -126,8 +128,8 @@ QString certificateReason(const ServerCertificate &presented, const QString &tru
 
 CertificateError::CertificateError(ServerCertificate presented, QString trusted, const QString &address,
                                    const QString &systemVerdict)
-    : Error(trusted.isEmpty() ? QStringLiteral("The server's certificate is not trusted!")
-                              : QStringLiteral("The server's certificate has changed!"),
+    : Error(trusted.isEmpty() ? QCoreApplication::translate("Errors", "The server's certificate is not trusted!")
+                              : QCoreApplication::translate("Errors", "The server's certificate has changed!"),
             certificateReason(presented, trusted, address, systemVerdict))
     , m_presented(std::move(presented))
     , m_trusted(std::move(trusted))

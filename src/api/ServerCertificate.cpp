@@ -1,5 +1,6 @@
 #include "api/ServerCertificate.h"
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QStringList>
 
@@ -29,9 +30,9 @@ QString ServerCertificate::displayFingerprint(const QString &sha256)
 QString ServerCertificate::distinguishedName(const QSslCertificate &certificate, bool issuer)
 {
     static const std::pair<QSslCertificate::SubjectInfo, const char16_t *> parts[] = {
-        {QSslCertificate::CommonName, u"CN"},           {QSslCertificate::OrganizationalUnitName, u"OU"},
-        {QSslCertificate::Organization, u"O"},          {QSslCertificate::LocalityName, u"L"},
-        {QSslCertificate::StateOrProvinceName, u"ST"},  {QSslCertificate::CountryName, u"C"},
+        {QSslCertificate::CommonName, u"CN"},          {QSslCertificate::OrganizationalUnitName, u"OU"},
+        {QSslCertificate::Organization, u"O"},         {QSslCertificate::LocalityName, u"L"},
+        {QSslCertificate::StateOrProvinceName, u"ST"}, {QSslCertificate::CountryName, u"C"},
     };
     QStringList named;
     for (const auto &[info, label] : parts) {
@@ -45,7 +46,8 @@ QString ServerCertificate::distinguishedName(const QSslCertificate &certificate,
 QString ServerCertificate::details() const
 {
     const auto date = [](const QDateTime &when) { return when.toString(QStringLiteral("yyyy-MM-dd HH:mm 'UTC'")); };
-    return QStringLiteral("SHA-256: %1\nSubject: %2\nIssuer: %3\nValid from %4 until %5")
+    return QCoreApplication::translate("ServerCertificate",
+                                       "SHA-256: %1\nSubject: %2\nIssuer: %3\nValid from %4 until %5")
         .arg(displayFingerprint(sha256), subject, issuer, date(validFrom), date(validUntil));
 }
 

@@ -4,6 +4,7 @@
 #include "core/ErrorReporter.h"
 #include "core/InternalError.h"
 
+#include <QCoreApplication>
 #include <QLoggingCategory>
 
 #include <algorithm>
@@ -12,41 +13,45 @@ Q_LOGGING_CATEGORY(lcCertificateTrust, "CertificateTrust")
 
 QString CertificateQuestion::title() const
 {
-    return isChange() ? QStringLiteral("The server's certificate has changed!")
-                      : QStringLiteral("Trust the server's certificate?");
+    return isChange() ? QCoreApplication::translate("CertificateTrust", "The server's certificate has changed!")
+                      : QCoreApplication::translate("CertificateTrust", "Trust the server's certificate?");
 }
 
 QString CertificateQuestion::message() const
 {
     return failureReason +
-           (isChange() ? QStringLiteral("\n\nQuillo does not connect to this server until you trust the new "
-                                        "certificate.")
-                       : QStringLiteral("\n\nA server with a self-signed certificate looks like this. Trust it only "
-                                        "if these are the details of your server's certificate: Quillo then accepts "
-                                        "exactly this certificate for this connection, and asks again if it "
-                                        "changes."));
+           (isChange()
+                ? QCoreApplication::translate("CertificateTrust",
+                                              "\n\nQuillo does not connect to this server until you trust the new "
+                                              "certificate.")
+                : QCoreApplication::translate(
+                      "CertificateTrust", "\n\nA server with a self-signed certificate looks like this. Trust it only "
+                                          "if these are the details of your server's certificate: Quillo then accepts "
+                                          "exactly this certificate for this connection, and asks again if it "
+                                          "changes."));
 }
 
 QString CertificateQuestion::trustButtonTitle() const
 {
-    return isChange() ? QStringLiteral("Trust New Certificate") : QStringLiteral("Trust Certificate");
+    return isChange() ? QCoreApplication::translate("CertificateTrust", "Trust New Certificate")
+                      : QCoreApplication::translate("CertificateTrust", "Trust Certificate");
 }
 
 QString CertificateQuestion::declineButtonTitle()
 {
-    return QStringLiteral("Don't Connect");
+    return QCoreApplication::translate("CertificateTrust", "Don't Connect");
 }
 
 CertificateTrust::CertificateTrust(ConnectionList &connections, ErrorReporter &errors, QObject *parent)
     : QObject(parent)
     , m_connections(connections)
     , m_errors(errors)
-{
-}
+{}
 
 void CertificateTrust::ask(const ClientConfiguration &connection, const API::CertificateError &refusal)
 {
-    qCWarning(lcCertificateTrust, "%s %s", qUtf8Printable(refusal.description()), qUtf8Printable(refusal.failureReason()));
+    qCWarning(lcCertificateTrust, "%s %s", qUtf8Printable(refusal.description()),
+              qUtf8Printable(refusal.failureReason()));
     m_current = CertificateQuestion{connection, refusal.presented(), refusal.trusted(), refusal.failureReason()};
     Q_EMIT changed();
 }
@@ -77,6 +82,6 @@ void CertificateTrust::decline()
     if (!std::exchange(m_current, std::nullopt))
         return;
     Q_EMIT changed();
-    m_errors.report(QStringLiteral("Not connected."),
+    m_errors.report(QCoreApplication::translate("CertificateTrust", "Not connected."),
                     std::make_exception_ptr(InternalError(InternalError::Case::certificateDeclined)));
 }

@@ -2,6 +2,8 @@
 
 #include "api/Error.h"
 
+#include <QCoreApplication>
+
 // The application's own failures, as opposed to the server's.
 class InternalError : public API::Error
 {
@@ -12,8 +14,7 @@ public:
     explicit InternalError(Case kind, const QString &path = {})
         : API::Error(titleOf(kind), reasonOf(kind, path), suggestionOf(kind))
         , m_case(kind)
-    {
-    }
+    {}
 
     Case kind() const { return m_case; }
 
@@ -21,9 +22,12 @@ private:
     static QString titleOf(Case kind)
     {
         switch (kind) {
-        case Case::serverConfigurationAlreadyExist: return QStringLiteral("Server with these settings already exists!");
-        case Case::pathMappingNotFound: return QStringLiteral("Failed to resolve path mapping!");
-        case Case::certificateDeclined: return QStringLiteral("Quillo did not connect to the server.");
+        case Case::serverConfigurationAlreadyExist:
+            return QCoreApplication::translate("InternalError", "Server with these settings already exists!");
+        case Case::pathMappingNotFound:
+            return QCoreApplication::translate("InternalError", "Failed to resolve path mapping!");
+        case Case::certificateDeclined:
+            return QCoreApplication::translate("InternalError", "Quillo did not connect to the server.");
         }
         Q_UNREACHABLE();
     }
@@ -31,10 +35,13 @@ private:
     static QString reasonOf(Case kind, const QString &path)
     {
         switch (kind) {
-        case Case::pathMappingNotFound: return QStringLiteral("No access or path mapping found for: \"%1\".").arg(path);
+        case Case::pathMappingNotFound:
+            return QCoreApplication::translate("InternalError", "No access or path mapping found for: \"%1\".")
+                .arg(path);
         case Case::certificateDeclined:
-            return QStringLiteral("Its certificate was not trusted. The connection is kept: connect to it again "
-                                  "to see the certificate and decide anew.");
+            return QCoreApplication::translate(
+                "InternalError", "Its certificate was not trusted. The connection is kept: connect to it again "
+                                 "to see the certificate and decide anew.");
         case Case::serverConfigurationAlreadyExist: break;
         }
         return {};
@@ -42,7 +49,9 @@ private:
 
     static QString suggestionOf(Case kind)
     {
-        return kind == Case::pathMappingNotFound ? QStringLiteral("Check your path mapping settings.") : QString();
+        return kind == Case::pathMappingNotFound
+                   ? QCoreApplication::translate("InternalError", "Check your path mapping settings.")
+                   : QString();
     }
 
     Case m_case;
