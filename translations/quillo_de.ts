@@ -248,6 +248,33 @@ So sieht ein Server mit selbstsigniertem Zertifikat aus. Vertrauen Sie ihm nur, 
     </message>
 </context>
 <context>
+    <name>CommandLine</name>
+    <message>
+        <source>A desktop remote control for qBittorrent.</source>
+        <translation>Eine Desktop-Fernsteuerung für qBittorrent.</translation>
+    </message>
+    <message>
+        <source>Start in the tray, without showing the window.</source>
+        <translation>Im Infobereich starten, ohne das Fenster zu zeigen.</translation>
+    </message>
+    <message>
+        <source>Choose torrent files to add.</source>
+        <translation>Hinzuzufügende Torrent-Dateien auswählen.</translation>
+    </message>
+    <message>
+        <source>Enter links to add.</source>
+        <translation>Hinzuzufügende Links eingeben.</translation>
+    </message>
+    <message>
+        <source>.torrent files, magnet or web links, or info-hashes to add.</source>
+        <translation>Hinzuzufügende .torrent-Dateien, Magnet- oder Web-Links oder Info-Hashes.</translation>
+    </message>
+    <message>
+        <source>[torrents...]</source>
+        <translation>[Torrents...]</translation>
+    </message>
+</context>
+<context>
     <name>CompletionNotifier</name>
     <message>
         <source>Download completed</source>

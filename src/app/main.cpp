@@ -31,7 +31,8 @@ int main(int argc, char *argv[])
     for (int i = 0; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
     if (CommandLine::asksForHelpOrVersion(arguments)) {
-        const QCoreApplication console(argc, argv);
+        QCoreApplication console(argc, argv);
+        installTranslations(console, QLocale::system());
         CommandLine::ofProgram(arguments);
     }
 

@@ -3,6 +3,7 @@
 #include "ui/TntAddingFlow.h"
 
 #include <QCommandLineParser>
+#include <QCoreApplication>
 
 namespace {
 
@@ -12,17 +13,19 @@ const QString addLinkOption = QStringLiteral("add-link");
 
 void describe(QCommandLineParser &parser)
 {
-    parser.setApplicationDescription(QStringLiteral("A desktop remote control for qBittorrent."));
+    parser.setApplicationDescription(
+        QCoreApplication::translate("CommandLine", "A desktop remote control for qBittorrent."));
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addOptions({
-        {minimizedOption, QStringLiteral("Start in the tray, without showing the window.")},
-        {addFileOption, QStringLiteral("Choose torrent files to add.")},
-        {addLinkOption, QStringLiteral("Enter links to add.")},
+        {minimizedOption, QCoreApplication::translate("CommandLine", "Start in the tray, without showing the window.")},
+        {addFileOption, QCoreApplication::translate("CommandLine", "Choose torrent files to add.")},
+        {addLinkOption, QCoreApplication::translate("CommandLine", "Enter links to add.")},
     });
-    parser.addPositionalArgument(QStringLiteral("torrents"),
-                                 QStringLiteral(".torrent files, magnet or web links, or info-hashes to add."),
-                                 QStringLiteral("[torrents...]"));
+    parser.addPositionalArgument(
+        QStringLiteral("torrents"),
+        QCoreApplication::translate("CommandLine", ".torrent files, magnet or web links, or info-hashes to add."),
+        QCoreApplication::translate("CommandLine", "[torrents...]"));
 }
 
 CommandLine readParsed(const QCommandLineParser &parser)
