@@ -280,6 +280,18 @@ So sieht ein Server mit selbstsigniertem Zertifikat aus. Vertrauen Sie ihm nur, 
         <source>Download completed</source>
         <translation>Download abgeschlossen</translation>
     </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>A download completed while Quillo was closed</source>
+        <translation>Ein Download wurde abgeschlossen, während Quillo geschlossen war</translation>
+    </message>
+    <message>
+        <source>%1 downloads completed while Quillo was closed</source>
+        <translation>%1 Downloads wurden abgeschlossen, während Quillo geschlossen war</translation>
+    </message>
 </context>
 <context>
     <name>ConnectionEditor</name>
@@ -1074,6 +1086,10 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
     <message>
         <source>Log In</source>
         <translation>Anmelden</translation>
+    </message>
+    <message>
+        <source>Updating…</source>
+        <translation>Wird aktualisiert…</translation>
     </message>
 </context>
 <context>
@@ -2439,6 +2455,18 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
     <message>
         <source>Default</source>
         <translation>Standard</translation>
+    </message>
+    <message>
+        <source>Remember torrent lists between starts</source>
+        <translation>Torrent-Listen zwischen Starts merken</translation>
+    </message>
+    <message>
+        <source>Forget</source>
+        <translation>Vergessen</translation>
+    </message>
+    <message>
+        <source>Removes the torrent lists kept on this computer to show them at once on the next start.</source>
+        <translation>Entfernt die auf diesem Computer gespeicherten Torrent-Listen, die beim nächsten Start sofort angezeigt werden.</translation>
     </message>
 </context>
 <context>

@@ -51,6 +51,20 @@ AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject 
     QObject::connect(&m_connector, &Connector::sessionChanged, this, [this] {
         setSelectedTnts({});
         m_transferRates.clear();
+        const bool open = m_connector.session() && m_connections.selected();
+        m_snapshots.follow(open ? std::optional(m_connections.selected()->id) : std::nullopt);
+    });
+    QObject::connect(&m_sync, &Sync::catchingUp, &m_completionNotifier, &CompletionNotifier::beginCatchUp);
+    QObject::connect(&m_sync, &Sync::currentChanged, this, [this] {
+        if (!m_sync.isShowingSnapshot())
+            m_completionNotifier.endCatchUp();
+        Q_EMIT connectionStateChanged();
+    });
+    QObject::connect(&m_connections, &ConnectionList::changed, this, [this] {
+        QList<QUuid> saved;
+        for (const ClientConfiguration &configuration : m_connections.all())
+            saved << configuration.id;
+        m_snapshots.retain(saved);
     });
     QObject::connect(&m_sync, &Sync::mainDataMerged, this, &AppContext::sampleRates);
     QObject::connect(
@@ -83,6 +97,7 @@ void AppContext::sampleRates()
 
 AppContext::~AppContext()
 {
+    m_snapshots.keep();
     // Whatever was begun for the session resumes now, finds it gone and touches nothing.
     m_connector.abandon();
 }

@@ -7,6 +7,7 @@
 #include "core/Connector.h"
 #include "core/ErrorReporter.h"
 #include "core/SecureAddressOffer.h"
+#include "core/SnapshotKeeper.h"
 #include "core/Sync.h"
 #include "core/TntDetailEdits.h"
 #include "core/TntDetailLoader.h"
@@ -55,6 +56,11 @@ public:
     API::Client *client() const;
     bool isAuthorized() const { return m_connector.isAuthorized(); }
     bool isPolling() const { return m_sync.isPolling(); }
+    // What the table shows is the server's: a session is open and its first answer is merged.
+    // Commands wait for it; before it, the table may show the list kept from the last time.
+    bool isCurrent() const { return m_sync.isCurrent(); }
+    bool isShowingSnapshot() const { return m_sync.isShowingSnapshot(); }
+    SnapshotKeeper &snapshots() { return m_snapshots; }
     std::chrono::milliseconds pollingInterval() const { return m_sync.pollingInterval(); }
     ProgressMessage progressMessage() const { return m_connector.progressMessage(); }
     const std::optional<API::ClientError> &clientError() const { return m_errors.current(); }
@@ -191,6 +197,7 @@ private:
     CertificateTrust m_certificateTrust{m_connections, m_errors};
     Sync m_sync{m_settings, m_tntCollection, m_serverState, m_labels, m_trackers};
     Connector m_connector{m_connections, m_keychain, m_sync, m_errors};
+    SnapshotKeeper m_snapshots{m_settings, m_sync, m_tntCollection, m_labels, m_trackers};
     TntDetailLoader m_detailLoader{m_connector, m_sync, m_tntDetails, m_settings};
     TntOperations m_operations{m_connector, m_tntCollection, m_labels, m_errors};
     TransferLimits m_limits{m_connector, m_operations, m_errors};

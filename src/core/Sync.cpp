@@ -5,6 +5,7 @@
 #include "model/GlobalTransferInfo.h"
 #include "model/ServerLabels.h"
 #include "model/TntCollection.h"
+#include "model/TntSnapshot.h"
 #include "model/TrackerIndex.h"
 #include "settings/AppSettings.h"
 #include "support/Captured.h"
@@ -44,13 +45,53 @@ Sync::~Sync() = default;
 void Sync::follow(Session *session)
 {
     qCInfo(lcSync, "Resetting app state");
+    if (m_current)
+        Q_EMIT aboutToForget();
     stopPolling();
     m_session = session;
     m_rid = 0;
+    ++m_followed;
+    const bool wasShowing = m_current || m_showingSnapshot;
+    m_current = false;
+    m_showingSnapshot = false;
     m_tnts.clear();
     m_transfer.reset();
     m_labels.clear();
     m_trackers.clear();
+    if (wasShowing)
+        Q_EMIT currentChanged();
+}
+
+QCoro::Task<bool> Sync::showSnapshot(QByteArray bytes)
+{
+    struct Decoded
+    {
+        API::MainData data;
+        TntCollection::Models models;
+    };
+    const QPointer<Sync> self = this;
+    const quint64 followed = m_followed;
+    auto decoding = QtConcurrent::run([bytes = std::move(bytes), window = m_settings.avgCoefficient()] {
+        std::optional<API::MainData> data = TntSnapshot::decode(bytes);
+        if (!data)
+            return std::shared_ptr<Decoded>();
+        auto decoded = std::make_shared<Decoded>();
+        decoded->models = TntCollection::build(data->tnts, window);
+        data->tnts.clear();
+        decoded->data = std::move(*data);
+        return decoded;
+    });
+    const std::shared_ptr<Decoded> decoded = co_await decoding;
+    if (!decoded)
+        co_return false;
+    if (!self || m_followed != followed || m_current || m_tnts.size() > 0)
+        co_return true;
+    m_tnts.replaceAll(std::move(decoded->models));
+    m_trackers.apply(true, decoded->data.trackers, {});
+    m_labels.apply(decoded->data);
+    m_showingSnapshot = true;
+    Q_EMIT currentChanged();
+    co_return true;
 }
 
 void Sync::startPolling(Poller::FirstRound first)
@@ -127,6 +168,8 @@ QCoro::Task<> Sync::syncMainData(QPointer<Poller> round)
     }
     API::MainData &data = *answer.value;
     m_rid = data.rid;
+    if (m_showingSnapshot)
+        Q_EMIT catchingUp();
     const bool full = data.fullUpdate.value_or(false);
     if (full && m_tnts.size() > 0) {
         m_tnts.mergeFull(data.tnts, m_settings.avgCoefficient());
@@ -147,6 +190,11 @@ QCoro::Task<> Sync::syncMainData(QPointer<Poller> round)
         m_transfer.update(*data.serverState);
         if (m_settings.setRefreshIntervalAuto() && m_transfer.refreshInterval() != serverInterval)
             setPollingInterval(m_appState == AppState::background);
+    }
+    if (!m_current) {
+        m_current = true;
+        m_showingSnapshot = false;
+        Q_EMIT currentChanged();
     }
     Q_EMIT mainDataMerged();
 }

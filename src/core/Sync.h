@@ -34,6 +34,14 @@ public:
     void addRoundJob(Poller::Job job) { m_roundJobs.append(std::move(job)); }
 
     qint64 rid() const { return m_rid; }
+    // A main-data answer of the session followed has been merged: what is shown is the server's.
+    bool isCurrent() const { return m_current; }
+    // What is shown came from a snapshot and waits for the server's first answer.
+    bool isShowingSnapshot() const { return m_showingSnapshot; }
+    // Shows a snapshot's torrents, categories, tags and trackers until the first answer of the
+    // session followed, which merges over them like a later full update so that rows keep their place.
+    // An answer merged first wins. False when `bytes` do not decode.
+    QCoro::Task<bool> showSnapshot(QByteArray bytes);
     bool isPolling() const { return m_poller != nullptr; }
     std::chrono::milliseconds pollingInterval() const;
     void startPolling(Poller::FirstRound first = Poller::FirstRound::now);
@@ -53,6 +61,12 @@ Q_SIGNALS:
     void pollingStopped();
     // One main-data answer is merged: once per poll round, and once per forced poll.
     void mainDataMerged();
+    // What is shown is about to be cleared; emitted only while it is current.
+    void aboutToForget();
+    // The first answer after a snapshot is about to merge: what it changes happened while away.
+    void catchingUp();
+    // isCurrent() or isShowingSnapshot() changed.
+    void currentChanged();
     void failed(const QString &title, const std::exception_ptr &error);
 
 private:
@@ -69,5 +83,8 @@ private:
     std::unique_ptr<Poller> m_poller;
     QList<Poller::Job> m_roundJobs;
     qint64 m_rid = 0;
+    quint64 m_followed = 0; // counts follow() calls: a snapshot decoded for an earlier one is dropped
+    bool m_current = false;
+    bool m_showingSnapshot = false;
     AppState m_appState = AppState::foreground;
 };

@@ -99,10 +99,49 @@ QString CompletionNotifier::body(const QString &torrentName)
     return u'"' + torrentName + u'"';
 }
 
+QString CompletionNotifier::summaryBody(const QStringList &torrentNames)
+{
+    constexpr qsizetype shown = 5;
+    QStringList lines;
+    for (const QString &name : torrentNames.first(std::min(shown, torrentNames.size())))
+        lines << body(name);
+    if (torrentNames.size() > shown)
+        lines << QCoreApplication::translate("CompletionNotifier", "and %1 more").arg(torrentNames.size() - shown);
+    return lines.join(u'\n');
+}
+
+void CompletionNotifier::endCatchUp()
+{
+    m_catchingUp = false;
+    QStringList names = std::exchange(m_caughtUp, {});
+    if (names.isEmpty())
+        return;
+    std::sort(names.begin(), names.end(),
+              [](const QString &a, const QString &b) { return QString::localeAwareCompare(a, b) < 0; });
+    if (m_settings.notifyDownloadsComplete()) {
+        const QString title =
+            names.size() == 1
+                ? QCoreApplication::translate("CompletionNotifier", "A download completed while Quillo was closed")
+                : QCoreApplication::translate("CompletionNotifier", "%1 downloads completed while Quillo was closed")
+                      .arg(names.size());
+        Platform::Notifications::post({.threadId = QString::fromLatin1(threadId),
+                                       .title = title,
+                                       .body = summaryBody(names),
+                                       .sound = m_settings.selectedSound()});
+    }
+    if (m_settings.animateDockIcon())
+        Q_EMIT attentionRequested();
+}
+
 void CompletionNotifier::announce(const QStringList &hashes)
 {
     if (hashes.isEmpty())
         return;
+    if (m_catchingUp) {
+        for (const QString &hash : hashes)
+            m_caughtUp << m_collection.find(hash)->name();
+        return;
+    }
     if (m_settings.notifyDownloadsComplete()) {
         for (const QString &hash : hashes) {
             Platform::Notifications::post(

@@ -22,6 +22,13 @@ public:
     CompletionNotifier(TntCollection &collection, AppSettings &settings, QObject *parent = nullptr);
 
     static QString body(const QString &torrentName);
+    // The body of the summary: the first few names, and how many more.
+    static QString summaryBody(const QStringList &torrentNames);
+
+    // Downloads found finished between beginCatchUp() and endCatchUp() finished while Quillo was
+    // away (closed, or showing another server): they are told in one notification, not one each.
+    void beginCatchUp() { m_catchingUp = true; }
+    void endCatchUp();
 
 Q_SIGNALS:
     void attentionRequested();
@@ -35,4 +42,6 @@ private:
     AppSettings &m_settings;
     QSet<QString> m_downloading;
     qsizetype m_firstInserted = 0;
+    bool m_catchingUp = false;
+    QStringList m_caughtUp; // names
 };

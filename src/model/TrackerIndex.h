@@ -20,6 +20,7 @@ public:
     void clear();
 
     bool isEmpty() const { return m_urls.isEmpty(); }
+    const QHash<QString, QStringList> &urls() const { return m_urls; }
     // In plain string order.
     const QStringList &hosts() const { return m_hosts; }
     // Empty for a torrent without trackers. Found through a hash index made once per change of the

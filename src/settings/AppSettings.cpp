@@ -45,6 +45,7 @@ AppSettings::AppSettings(UserDefaults &defaults, QObject *parent)
     m_pathMapping = PathMap::decodeList(defaults.dataValue(K::pathMapping));
     m_shareAnonymousStatistics = defaults.boolValue(K::shareAnonymousStatistics, true);
     m_avgCoefficient = averagingWindowBounds.clamp(defaults.integerValue(K::dataTransferRateAvgCoefficient, 5));
+    m_rememberTntLists = defaults.boolValue(K::rememberTntLists, true);
 }
 
 template<typename T>
@@ -113,6 +114,11 @@ void AppSettings::setAnimateDockIcon(bool value)
 void AppSettings::setNotifyDownloadsComplete(bool value)
 {
     write(m_notifyDownloadsComplete, value, UserDefaultsKey::notifyDownloadsComplete, value);
+}
+
+void AppSettings::setRememberTntLists(bool value)
+{
+    write(m_rememberTntLists, value, UserDefaultsKey::rememberTntLists, value);
 }
 
 // Mappings are equal by identity; what is stored is compared, so that an edited mapping is written.

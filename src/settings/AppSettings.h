@@ -53,6 +53,7 @@ public:
     const QList<PathMap> &pathMapping() const { return m_pathMapping; }
     bool shareAnonymousStatistics() const { return m_shareAnonymousStatistics; }
     int avgCoefficient() const { return m_avgCoefficient; }
+    bool rememberTntLists() const { return m_rememberTntLists; }
 
     void setUpdateCheckInterval(UpdateInterval value);
     void setRefreshInterval(int milliseconds);
@@ -67,6 +68,7 @@ public:
     void setPathMapping(const QList<PathMap> &maps);
     void setShareAnonymousStatistics(bool value);
     void setAvgCoefficient(int samples);
+    void setRememberTntLists(bool value);
 
 Q_SIGNALS:
     void changed(UserDefaultsKey key);
@@ -91,4 +93,5 @@ private:
     QList<PathMap> m_pathMapping;
     bool m_shareAnonymousStatistics;
     int m_avgCoefficient;
+    bool m_rememberTntLists;
 };

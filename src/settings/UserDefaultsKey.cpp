@@ -57,6 +57,7 @@ QString keyName(UserDefaultsKey key)
     case UserDefaultsKey::notifyDownloadsComplete: return QStringLiteral("notifyDownloadsComplete");
     case UserDefaultsKey::closeToTray: return QStringLiteral("closeToTray");
     case UserDefaultsKey::startMinimized: return QStringLiteral("startMinimized");
+    case UserDefaultsKey::rememberTntLists: return QStringLiteral("rememberTntLists");
     }
     Q_UNREACHABLE();
 }

@@ -63,6 +63,8 @@ enum class UserDefaultsKey {
     // The tray: closing the window hides it there; Quillo starts there without showing the window.
     closeToTray,
     startMinimized,
+    // Whether each server's torrent list is kept in the cache between starts, to paint at once.
+    rememberTntLists,
 };
 
 QString keyName(UserDefaultsKey key);

@@ -61,6 +61,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_tntTable(new TntTableView(context.tntCollection(), context.settings().defaults(), m_connectedPages))
     , m_transferStatus(
           new TransferStatus(context.serverState(), context.transferRates(), context.settings().defaults(), this))
+    , m_updating(new QLabel(QCoreApplication::translate("MainWindow", "Updating…"), this))
     , m_commands(new TntCommands(context, this))
     , m_addingFlow(new TntAddingFlow(context, this))
     , m_reveal(new TntReveal(context, this))
@@ -111,6 +112,7 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     areaLayout->addWidget(split);
     m_tntTable->proxy()->setSidebarFilter(m_navigation->sidebarFilter());
     connect(m_navigation, &NavigationContext::filterChanged, m_tntTable->proxy(), &TntFilterProxy::setSidebarFilter);
+    statusBar()->addWidget(m_updating);
     statusBar()->addPermanentWidget(m_transferStatus, 1);
 
     m_pages->addWidget(m_welcomeView);
@@ -232,7 +234,9 @@ void MainWindow::showConnectionState()
     const bool authorized = m_context.isAuthorized();
     m_connectedPages->setCurrentWidget(
         authorized || m_context.tntCollection().size() > 0 ? static_cast<QWidget *>(m_tableSplit) : m_placeholder);
-    m_transferStatus->setVisible(authorized);
+    // The figures of a kept list would be stale: none until the server's first answer.
+    m_transferStatus->setVisible(authorized && m_context.isCurrent());
+    m_updating->setVisible(m_context.isShowingSnapshot());
     m_logInOut->setText(authorized ? QCoreApplication::translate("MainWindow", "Log Out")
                                    : QCoreApplication::translate("MainWindow", "Log In"));
     m_logInOut->setIcon(

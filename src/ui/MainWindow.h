@@ -50,6 +50,7 @@ public:
     TntTableView *tntTable() const { return m_tntTable; }
     TntDetailPane *detailPane() const { return m_detailPane; }
     TransferStatus *transferStatus() const { return m_transferStatus; }
+    QLabel *updatingNote() const { return m_updating; }
     TntCommands *tntCommands() const { return m_commands; }
     TntActions *tntActions() const { return m_tntActions; }
     TntReveal *reveal() const { return m_reveal; }
@@ -100,6 +101,7 @@ private:
     QSplitter *m_tableSplit = nullptr;
     TntDetailPane *m_detailPane = nullptr;
     TransferStatus *m_transferStatus;
+    QLabel *m_updating; // while the table shows the list kept from the last time
     TntCommands *m_commands;
     TntAddingFlow *m_addingFlow;
     TntReveal *m_reveal;

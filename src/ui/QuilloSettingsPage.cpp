@@ -6,6 +6,8 @@
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFormLayout>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QStandardPaths>
 
@@ -48,6 +50,14 @@ QuilloSettingsPage::QuilloSettingsPage(AppSettings &settings, QWidget *parent)
     addStored(QCoreApplication::translate("QuilloSettingsPage", "Ask before removing torrents"), K::confirmTntDeleting,
               true);
     addStored(QCoreApplication::translate("QuilloSettingsPage", "Alternate row colors"), K::alternateRows, true);
+    addSwitch(
+        QCoreApplication::translate("QuilloSettingsPage", "Remember torrent lists between starts"),
+        [s] { return s->rememberTntLists(); }, [s](bool on) { s->setRememberTntLists(on); });
+    auto *forget = new QPushButton(QCoreApplication::translate("QuilloSettingsPage", "Forget"), this);
+    forget->setToolTip(QCoreApplication::translate(
+        "QuilloSettingsPage", "Removes the torrent lists kept on this computer to show them at once on the next start."));
+    form()->addRow(QString(), forget);
+    connect(forget, &QPushButton::clicked, this, &QuilloSettingsPage::forgetTntListsRequested);
 
     addSection(QCoreApplication::translate("QuilloSettingsPage", "Status bar"));
     addStored(QCoreApplication::translate("QuilloSettingsPage", "Session totals"), K::showSessionStats, true);

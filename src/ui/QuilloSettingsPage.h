@@ -15,4 +15,8 @@ public:
     // The sounds of the desktop's sound themes, by name, "Default" first.
     static QStringList themeSounds();
     static QString defaultSound();
+
+Q_SIGNALS:
+    // At once, not on applying: the kept torrent lists of every server are to be removed.
+    void forgetTntListsRequested();
 };

@@ -58,7 +58,10 @@ SettingsWindow::SettingsWindow(AppContext &context, QWidget *parent)
     m_failure->hide();
     m_retry->hide();
 
-    addPage(new QuilloSettingsPage(context.settings()), QStringLiteral("quillo"), QStringLiteral("Quillo"));
+    auto *quillo = new QuilloSettingsPage(context.settings());
+    connect(quillo, &QuilloSettingsPage::forgetTntListsRequested, this,
+            [&context] { context.snapshots().forgetAll(); });
+    addPage(quillo, QStringLiteral("quillo"), QStringLiteral("Quillo"));
     addPage(new PathMappingPage(context.settings()), QStringLiteral("pathMapping"),
             QCoreApplication::translate("SettingsWindow", "Path Mapping"));
     restoreTab();

@@ -185,7 +185,8 @@ void TntActions::showState()
         count = m_menus.back().hashes->size();
     else if (m_menus.empty() && !m_context.selectedTnts().isEmpty())
         count = m_context.selectedTnts().size();
-    const bool connected = m_context.isAuthorized();
+    // A list kept from the last time may name torrents the server no longer has.
+    const bool connected = m_context.isAuthorized() && m_context.isCurrent();
     const bool listed = count > 0;
     for (std::size_t index = 0; index < m_actions.size(); ++index) {
         // An empty list stands for no torrent here, but for every torrent to the operations.

@@ -1,6 +1,7 @@
 #include "model/CompletionNotifier.h"
 #include "model/TntCollection.h"
 #include "settings/AppSettings.h"
+#include "support/NotificationService.h"
 
 #include <QDBusConnection>
 #include <QSignalSpy>
@@ -8,30 +9,6 @@
 #include <QTest>
 
 namespace {
-
-// The desktop's notification service, as far as Quillo uses it.
-class NotificationService : public QObject
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
-
-public:
-    struct Received
-    {
-        QString summary;
-        QString body;
-        QVariantMap hints;
-    };
-    QList<Received> received;
-
-public Q_SLOTS:
-    uint Notify(const QString &, uint, const QString &, const QString &summary, const QString &body, const QStringList &,
-                const QVariantMap &hints, int)
-    {
-        received.append({summary, body, hints});
-        return static_cast<uint>(received.size());
-    }
-};
 
 API::STntModel downloading(const QString &name)
 {
@@ -48,19 +25,6 @@ class TestNotifications : public QObject
     Q_OBJECT
 
     QTemporaryDir m_dir;
-
-    static bool publish(QDBusConnection &bus, NotificationService &service)
-    {
-        return bus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &service,
-                                  QDBusConnection::ExportAllSlots)
-            && bus.registerService(QStringLiteral("org.freedesktop.Notifications"));
-    }
-
-    static void withdraw(QDBusConnection &bus)
-    {
-        bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
-        bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
-    }
 
 private Q_SLOTS:
     void init() { QFile::remove(m_dir.filePath(QStringLiteral("Quillo.ini"))); }
@@ -90,9 +54,8 @@ private Q_SLOTS:
         QFETCH(QList<TntModel::State>, states);
         QFETCH(bool, notifying);
         QFETCH(int, announced);
-        QDBusConnection bus = QDBusConnection::sessionBus();
         NotificationService service;
-        QVERIFY(publish(bus, service));
+        QVERIFY(service.publish());
         UserDefaults defaults(m_dir.filePath(QStringLiteral("Quillo.ini")));
         AppSettings settings(defaults);
         settings.setNotifyDownloadsComplete(notifying);
@@ -108,7 +71,63 @@ private Q_SLOTS:
         collection.merge({{QStringLiteral("s"), API::STntModel{.state = TntModel::State::stalledUP}}}, {}, 5);
         QTRY_COMPARE(service.received.isEmpty() ? QString() : service.received.last().body, u"\"Sentinel\""_qs);
         QCOMPARE(service.received.size(), announced + 1);
-        withdraw(bus);
+        service.withdraw();
+    }
+
+    // What the first answer after a kept list finds finished happened while Quillo was away: one
+    // summary, never one each, and nothing for what was complete already.
+    void finishedWhileAway_data()
+    {
+        QTest::addColumn<int>("finished");   // of the kept list's downloads, these many finish
+        QTest::addColumn<bool>("notifying");
+        QTest::addColumn<QString>("summary"); // empty: nothing is announced
+        QTest::addColumn<QString>("body");
+        QTest::newRow("none") << 0 << true << QString() << QString();
+        QTest::newRow("one") << 1 << true << u"A download completed while Quillo was closed"_qs << u"\"D0\""_qs;
+        QTest::newRow("three") << 3 << true << u"3 downloads completed while Quillo was closed"_qs
+                               << u"\"D0\"\n\"D1\"\n\"D2\""_qs;
+        QTest::newRow("seven") << 7 << true << u"7 downloads completed while Quillo was closed"_qs
+                               << u"\"D0\"\n\"D1\"\n\"D2\"\n\"D3\"\n\"D4\"\nand 2 more"_qs;
+        QTest::newRow("switched off") << 3 << false << QString() << QString();
+    }
+
+    void finishedWhileAway()
+    {
+        QFETCH(int, finished);
+        QFETCH(bool, notifying);
+        QFETCH(QString, summary);
+        QFETCH(QString, body);
+        NotificationService service;
+        QVERIFY(service.publish());
+        UserDefaults defaults(m_dir.filePath(QStringLiteral("Quillo.ini")));
+        AppSettings settings(defaults);
+        settings.setNotifyDownloadsComplete(notifying);
+        TntCollection collection;
+        CompletionNotifier notifier(collection, settings);
+        QSignalSpy attention(&notifier, &CompletionNotifier::attentionRequested);
+        // The kept list: eight downloads, and one torrent complete already.
+        QHash<QString, API::STntModel> kept{{u"done"_qs, {.name = u"Done"_qs, .state = TntModel::State::stalledUP}}};
+        for (int i = 0; i < 8; ++i)
+            kept.insert(QString::number(i), downloading(u"D"_qs + QString::number(i)));
+        collection.replaceAll(TntCollection::build(kept, 5));
+        QHash<QString, API::STntModel> answer{{u"done"_qs, {.state = TntModel::State::uploading}}};
+        for (int i = 0; i < finished; ++i)
+            answer.insert(QString::number(i), {.state = TntModel::State::pausedUP});
+        notifier.beginCatchUp();
+        collection.mergeFull(answer, 5); // what it does not list has gone
+        notifier.endCatchUp();
+        // A download finishing afterwards is told on its own, as usual.
+        settings.setNotifyDownloadsComplete(true);
+        collection.merge({{u"new"_qs, downloading(u"Sentinel"_qs)}}, {}, 5);
+        collection.merge({{u"new"_qs, API::STntModel{.state = TntModel::State::stalledUP}}}, {}, 5);
+        QTRY_COMPARE(service.received.isEmpty() ? QString() : service.received.last().body, u"\"Sentinel\""_qs);
+        QCOMPARE(service.received.size(), summary.isEmpty() ? 1 : 2);
+        if (!summary.isEmpty()) {
+            QCOMPARE(service.received.first().summary, summary);
+            QCOMPARE(service.received.first().body, body);
+        }
+        QCOMPARE(attention.size(), finished > 0 ? 2 : 1);
+        service.withdraw();
     }
 
     void finishedDownloadsAreAnnounced_data()
@@ -128,7 +147,7 @@ private Q_SLOTS:
         QVERIFY2(bus.isConnected(), "run through with-secret-service, which starts a session bus");
         NotificationService service;
         if (serviceThere)
-            QVERIFY(publish(bus, service));
+            QVERIFY(service.publish());
 
         UserDefaults defaults(m_dir.filePath(QStringLiteral("Quillo.ini")));
         AppSettings settings(defaults);
@@ -159,7 +178,7 @@ private Q_SLOTS:
             QCOMPARE(bodies, (QStringList{u"\"Second\""_qs, u"\"The \"Best\" Album\""_qs}));
             QVERIFY(service.received[0].hints.value(QStringLiteral("x-quillo-id"))
                     != service.received[1].hints.value(QStringLiteral("x-quillo-id")));
-            withdraw(bus);
+            service.withdraw();
         }
     }
 };

@@ -59,6 +59,18 @@ void ConnectedServer::connect(API::AuthMethod method, const std::optional<API::U
     wait(m_context->selectConfiguration(configuration.id));
 }
 
+void ConnectedServer::reopen(const std::function<void()> &whileClosed)
+{
+    m_window.reset();
+    m_context.reset();
+    whileClosed();
+    m_context = std::make_unique<AppContext>(*m_defaults, m_keychain);
+    for (const ClientConfiguration &configuration : m_context->clientConfigurations()) {
+        if (configuration.isCurrent)
+            wait(m_context->selectConfiguration(configuration.id));
+    }
+}
+
 void ConnectedServer::disconnect()
 {
     m_window.reset();

@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <QtTest/QTest>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -63,6 +64,9 @@ public:
         connect(method, stored, Route());
     }
     void disconnect();
+    // Quillo quits, `whileClosed` runs, and Quillo starts again over the same settings and opens the
+    // connection it had open.
+    void reopen(const std::function<void()> &whileClosed);
     AppContext &context() { return *m_context; }
     UserDefaults &defaults() { return *m_defaults; }
     // "title|description|reason" of the context's alert; empty without one.

@@ -179,10 +179,7 @@ QString QbtServer::rootOf(Flavor flavor)
     if (const QString root = qEnvironmentVariable(qPrintable(QStringLiteral("QUILLO_%1_ROOT").arg(suite.toUpper())));
         !root.isEmpty())
         return QDir::cleanPath(QFileInfo(root).absoluteFilePath());
-    QString cache = qEnvironmentVariable("XDG_CACHE_HOME");
-    if (cache.isEmpty())
-        cache = QDir::homePath() + QStringLiteral("/.cache");
-    return QDir::cleanPath(cache + QStringLiteral("/quillo/%1-qbt").arg(suite));
+    return QDir::cleanPath(QStringLiteral(QUILLO_ROOTS_CACHE "/quillo/%1-qbt").arg(suite));
 }
 
 QbtServer::StartResult QbtServer::start(Flavor flavor, Options options)
