@@ -3,6 +3,9 @@
 #include "core/AppContext.h"
 #include "core/KeychainStore.h"
 #include "core/ReconnectionCountdown.h"
+#include "model/ServerLabels.h"
+#include "model/TntSnapshot.h"
+#include "model/TrackerIndex.h"
 #include "settings/UserDefaults.h"
 #include "support/Await.h"
 #include "support/FakeServer.h"
@@ -14,6 +17,8 @@
 #include "ui/MainWindow.h"
 #include "ui/ReconnectionOverlay.h"
 #include "ui/ServerMenu.h"
+#include "ui/TntActions.h"
+#include "ui/TransferStatus.h"
 #include "ui/WelcomeView.h"
 
 #include <QApplication>
@@ -21,6 +26,8 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -176,6 +183,38 @@ class TestConnectionWindows : public QObject
     }
 
 private Q_SLOTS:
+    // A list kept from the last time shows at once, marked "Updating…" without transfer figures and
+    // with the torrent commands off, until the server's first answer replaces it.
+    void keptListWhileConnecting()
+    {
+        ConnectionFixture fixture(m_keychain);
+        const ClientConfiguration nas = fixture.add(QStringLiteral("Home NAS"));
+        TntCollection kept;
+        kept.replaceAll(TntCollection::build({{u"a"_qs, {.name = u"Kept"_qs, .state = TntModel::State::uploading}}}, 5));
+        QDir().mkpath(fixture.context->snapshots().directory());
+        QFile file(fixture.context->snapshots().pathOf(nas.id));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(TntSnapshot::encode(kept, ServerLabels(), TrackerIndex()));
+        file.close();
+
+        MainWindow window(*fixture.context);
+        window.show();
+        QuilloTest::wait(fixture.context->selectConfiguration(nas.id)); // stops at the login prompt
+        QTRY_COMPARE(fixture.context->tntCollection().size(), 1);
+        fixture.context->setSelectedTnts({u"a"_qs});
+        QAction *start = window.tntActions()->action(TntActions::Id::start);
+        QTRY_VERIFY(window.updatingNote()->isVisible());
+        QCOMPARE(window.updatingNote()->text(), u"Updating…"_qs);
+        QVERIFY(!window.transferStatus()->isVisible());
+        QVERIFY(!start->isEnabled());
+
+        QuilloTest::wait(fixture.context->logIn(QuilloTest::admin, false));
+        QVERIFY(fixture.context->isCurrent());
+        QVERIFY(!window.updatingNote()->isVisible());
+        QVERIFY(window.transferStatus()->isVisible());
+        QCOMPARE(fixture.context->tntCollection().size(), 0); // the server lists none
+    }
+
     void shownTextsAreExact_data()
     {
         QTest::addColumn<QString>("window");
