@@ -26,11 +26,16 @@ quint64 fnv1a(QByteArrayView bytes, quint64 hash = 0xcbf29ce484222325ull)
     return hash;
 }
 
-#define QUILLO_SNAPSHOT_NAME_kept(member, Type) #member ":" #Type ";"
-#define QUILLO_SNAPSHOT_NAME_rate(member, Type)
-#define QUILLO_SNAPSHOT_NAME_wire(member, Type)
-#define QUILLO_SNAPSHOT_NAME(member, Bit, Type, decoding, role) QUILLO_SNAPSHOT_NAME_##role(member, Type)
+#define QUILLO_SNAPSHOT_NAME_kept(member, Type, decoding) #member ":" #Type ":" #decoding ";"
+#define QUILLO_SNAPSHOT_NAME_rate(member, Type, decoding)
+#define QUILLO_SNAPSHOT_NAME_wire(member, Type, decoding)
+#define QUILLO_SNAPSHOT_NAME(member, Bit, Type, decoding, role) QUILLO_SNAPSHOT_NAME_##role(member, Type, decoding)
 constexpr char fieldList[] = QUILLO_TNT_FIELDS(QUILLO_SNAPSHOT_NAME);
+
+// Strings that many torrents repeat go through the table; the others (names, paths of content,
+// magnet links) are written where they are, which keeps the table, and the writing, small.
+#define QUILLO_SNAPSHOT_SHARED_shared true
+#define QUILLO_SNAPSHOT_SHARED_optional false
 
 class Writer
 {
@@ -68,6 +73,28 @@ public:
         }
         putNumber(*it + 1);
     }
+    void putInline(const QString &value)
+    {
+        if (value.isNull()) {
+            putNumber(0);
+            return;
+        }
+        const QByteArray utf8 = value.toUtf8();
+        putNumber(static_cast<quint64>(utf8.size()) + 1);
+        m_body.append(utf8);
+    }
+    template<typename T>
+    void putField(const T &value, bool shared)
+    {
+        if constexpr (std::is_same_v<T, QString>) {
+            if (!shared) {
+                putInline(value);
+                return;
+            }
+        }
+        put(value);
+    }
+    void reserve(qsizetype size) { m_body.reserve(size); }
     void putStrings(const QStringList &values)
     {
         putNumber(static_cast<quint64>(values.size()));
@@ -87,7 +114,9 @@ public:
             putNumber(static_cast<quint64>(utf8.size()));
             m_body.append(utf8);
         }
+        m_body.reserve(m_body.size() + body.size() + qsizetype(sizeof(quint64)));
         m_body.append(body);
+        body = {};
         const quint64 sum = qToLittleEndian(fnv1a(m_body));
         m_body.append(reinterpret_cast<const char *>(&sum), sizeof sum);
         return std::exchange(m_body, {});
@@ -141,12 +170,19 @@ public:
         return taken;
     }
 
+    // Empty, not null: a null string stands for one that is absent.
+    static QString text(QByteArrayView utf8)
+    {
+        QString value = QString::fromUtf8(utf8);
+        return value.isNull() ? QStringLiteral("") : value;
+    }
+
     void readStrings()
     {
         const qsizetype size = count();
         m_strings.reserve(size);
         for (qsizetype i = 0; i < size; ++i)
-            m_strings.append(QString::fromUtf8(take(count())));
+            m_strings.append(text(take(static_cast<qsizetype>(number()))));
     }
 
     template<typename T>
@@ -184,6 +220,24 @@ public:
             return m_strings.at(static_cast<qsizetype>(index - 1));
         }
     }
+    QString inlineString()
+    {
+        const quint64 size = number();
+        if (size == 0)
+            return {};
+        if (size - 1 > static_cast<quint64>(m_bytes.size() - m_at))
+            throw Truncated{};
+        return text(take(static_cast<qsizetype>(size - 1)));
+    }
+    template<typename T>
+    T getField(bool shared)
+    {
+        if constexpr (std::is_same_v<T, QString>) {
+            if (!shared)
+                return inlineString();
+        }
+        return get<T>();
+    }
     QString name()
     {
         QString value = get<QString>();
@@ -212,14 +266,15 @@ private:
 QByteArray TntSnapshot::encode(const TntCollection &tnts, const ServerLabels &labels, const TrackerIndex &trackers)
 {
     Writer writer;
+    writer.reserve(tnts.size() * 320); // about what a torrent takes, magnet link included
     writer.putNumber(static_cast<quint64>(tnts.size()));
     for (qsizetype row = 0; row < tnts.size(); ++row) {
         const TntModel &tnt = tnts.at(row);
-        writer.put(tnt.id());
-#define QUILLO_SNAPSHOT_PUT_kept(member) writer.put(tnt.member());
-#define QUILLO_SNAPSHOT_PUT_rate(member)
-#define QUILLO_SNAPSHOT_PUT_wire(member)
-#define QUILLO_SNAPSHOT_PUT(member, Bit, Type, decoding, role) QUILLO_SNAPSHOT_PUT_##role(member)
+        writer.putInline(tnt.id());
+#define QUILLO_SNAPSHOT_PUT_kept(member, decoding) writer.putField(tnt.member(), QUILLO_SNAPSHOT_SHARED_##decoding);
+#define QUILLO_SNAPSHOT_PUT_rate(member, decoding)
+#define QUILLO_SNAPSHOT_PUT_wire(member, decoding)
+#define QUILLO_SNAPSHOT_PUT(member, Bit, Type, decoding, role) QUILLO_SNAPSHOT_PUT_##role(member, decoding)
         QUILLO_TNT_FIELDS(QUILLO_SNAPSHOT_PUT)
     }
     const QMap<QString, API::Category> &categories = labels.categories();
@@ -233,7 +288,9 @@ QByteArray TntSnapshot::encode(const TntCollection &tnts, const ServerLabels &la
     writer.putNumber(static_cast<quint64>(urls.size()));
     for (auto it = urls.cbegin(); it != urls.cend(); ++it) {
         writer.put(it.key());
-        writer.putStrings(*it);
+        writer.putNumber(static_cast<quint64>(it->size()));
+        for (const QString &hash : *it)
+            writer.putInline(hash);
     }
     return writer.finish();
 }
@@ -256,12 +313,15 @@ std::optional<API::MainData> TntSnapshot::decode(QByteArrayView bytes)
         const qsizetype size = reader.count();
         data.tnts.reserve(size);
         for (qsizetype i = 0; i < size; ++i) {
-            const QString hash = reader.name();
+            const QString hash = reader.inlineString();
+            if (hash.isEmpty())
+                return std::nullopt;
             API::STntModel &tnt = data.tnts[hash];
-#define QUILLO_SNAPSHOT_GET_kept(member, Type) tnt.member = reader.get<Type>();
-#define QUILLO_SNAPSHOT_GET_rate(member, Type)
-#define QUILLO_SNAPSHOT_GET_wire(member, Type)
-#define QUILLO_SNAPSHOT_GET(member, Bit, Type, decoding, role) QUILLO_SNAPSHOT_GET_##role(member, Type)
+#define QUILLO_SNAPSHOT_GET_kept(member, Type, decoding)                                                   \
+    tnt.member = reader.getField<Type>(QUILLO_SNAPSHOT_SHARED_##decoding);
+#define QUILLO_SNAPSHOT_GET_rate(member, Type, decoding)
+#define QUILLO_SNAPSHOT_GET_wire(member, Type, decoding)
+#define QUILLO_SNAPSHOT_GET(member, Bit, Type, decoding, role) QUILLO_SNAPSHOT_GET_##role(member, Type, decoding)
             QUILLO_TNT_FIELDS(QUILLO_SNAPSHOT_GET)
         }
         for (qsizetype i = reader.count(); i > 0; --i) {
@@ -272,7 +332,10 @@ std::optional<API::MainData> TntSnapshot::decode(QByteArrayView bytes)
         data.tags = reader.names();
         for (qsizetype i = reader.count(); i > 0; --i) {
             const QString url = reader.name();
-            data.trackers.insert(url, reader.names());
+            QStringList hashes;
+            for (qsizetype j = reader.count(); j > 0; --j)
+                hashes.append(reader.inlineString());
+            data.trackers.insert(url, hashes);
         }
         if (!reader.atEnd())
             return std::nullopt;

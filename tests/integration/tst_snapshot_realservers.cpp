@@ -48,7 +48,9 @@ private Q_SLOTS:
                 {TorrentFactory::torrentPart(made), {"savepath", dir.serverPath.toUtf8()}, {"paused", "true"},
                  {"stopped", "true"}}))));
         }
-        // A stopped torrent is not checked when added: its data is found by a recheck.
+        // A stopped torrent is not checked when added: its data is found by a recheck, once the server
+        // has it (adding ends after the answer).
+        QTRY_VERIFY_WITH_TIMEOUT(!server->torrent(complete.infoHash).isEmpty(), 20'000);
         wait(server->client().perform(T::recheck({complete.infoHash})));
         const TntCollection &before = server->context().tntCollection();
         const auto shown = [&before] {
