@@ -1,6 +1,7 @@
 // How the live torrent table copes with a large library: building the models of a full update,
 // swapping them into the table that a sorting proxy and a table view watch, merging busy deltas,
-// sorting and filtering. Run from a Release build: bench_table [runs] [--same-delta]
+// sorting and filtering. Run from a Release build: bench_table [runs] [--same-delta], or
+// bench_table <torrents> --memory for where the memory of a library goes
 
 #include "MainDataGenerator.h"
 #include "Resident.h"
@@ -13,14 +14,20 @@
 #include "ui/TntTableView.h"
 
 #include <QApplication>
+#include <QCollator>
+#include <QSet>
 #include <QTableView>
 #include <QTemporaryDir>
+
+#include <malloc.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace {
@@ -256,6 +263,87 @@ void removals(int runs)
     }
 }
 
+// Heap bytes in use (glibc's count, every arena).
+double heapMiB()
+{
+    return static_cast<double>(mallinfo2().uordblks) / (1024.0 * 1024.0);
+}
+
+// The heap bytes a string holds, counted once however many torrents share it.
+qsizetype stringBytes(const QString &text, QSet<const void *> &seen)
+{
+    if (text.isNull() || seen.contains(text.constData()))
+        return 0;
+    seen.insert(text.constData());
+    return 16 + (text.capacity() + 1) * 2;
+}
+
+// Where the memory of a library of `count` torrents goes: the empty window, the decoded full
+// update, the models and what they hold, the collection's index, the views over them.
+void memory(int count)
+{
+    std::printf("\nmemory of %d torrents: resident (whole process) and heap in use, MiB\n", count);
+    const auto report = [](const char *what) {
+        std::printf("%-44s %7ld %9.1f\n", what, Bench::residentMiB(), heapMiB());
+    };
+    report("before the window");
+    QTemporaryDir folder;
+    UserDefaults defaults{folder.filePath(QStringLiteral("bench.ini"))};
+    TntCollection collection;
+    auto view = std::make_unique<TntTableView>(collection, defaults);
+    view->resize(1400, 900);
+    view->show();
+    QApplication::processEvents();
+    report("empty window shown");
+    std::optional<API::MainData> full = API::decodeMainData(Bench::fullUpdate(count));
+    report("+ decoded full update");
+    const double beforeModels = heapMiB();
+    auto models = TntCollection::build(full->tnts, 5);
+    const double modelsMiB = heapMiB() - beforeModels;
+    report("+ models built");
+    full.reset();
+    report("- decoded full update freed");
+    malloc_trim(0);
+    report("  after malloc_trim");
+    const double beforeSwap = heapMiB();
+    collection.replaceAll(std::move(models));
+    const double indexMiB = heapMiB() - beforeSwap;
+    QApplication::processEvents();
+    report("+ swapped in and painted");
+
+    QSet<const void *> seen;
+    std::map<std::string, qsizetype> strings;
+    for (const auto &tnt : collection) {
+        strings["id"] += stringBytes(tnt->id(), seen);
+        strings["name"] += stringBytes(tnt->name(), seen);
+        strings["contentPath"] += stringBytes(tnt->contentPath(), seen);
+        strings["magnetUri"] += stringBytes(tnt->magnetUri(), seen);
+        strings["savePath"] += stringBytes(tnt->savePath(), seen);
+        strings["category"] += stringBytes(tnt->category(), seen);
+        strings["tags"] += stringBytes(tnt->tags(), seen);
+        strings["tracker"] += stringBytes(tnt->tracker(), seen);
+    }
+    const auto perTorrent = [count](double bytes) { return bytes / count; };
+    std::printf("\nper torrent, bytes: models (heap) %.0f, of which the model %zu", perTorrent(modelsMiB * 1048576.0),
+                sizeof(TntModel));
+    for (const auto &[name, bytes] : strings)
+        std::printf(", %s %.0f", name.c_str(), perTorrent(static_cast<double>(bytes)));
+    // The models' name keys, made again the same way: what they hold on the heap.
+    {
+        QCollator collator;
+        collator.setNumericMode(true);
+        collator.setCaseSensitivity(Qt::CaseInsensitive);
+        std::vector<QCollatorSortKey> keys;
+        keys.reserve(static_cast<std::size_t>(collection.size()));
+        const double beforeMade = heapMiB();
+        for (const auto &tnt : collection)
+            keys.push_back(collator.sortKey(tnt->name()));
+        std::printf(", name sort key %.0f", perTorrent((heapMiB() - beforeMade) * 1048576.0));
+    }
+    // The swap builds the collection's index and the views' arrays by row (order, places, keys).
+    std::printf("; index and views %.0f\n", perTorrent(indexMiB * 1048576.0));
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -264,6 +352,10 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     const int runs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 5;
+    if (argc > 2 && std::strcmp(argv[2], "--memory") == 0) {
+        memory(runs);
+        return 0;
+    }
     if (argc > 2 && std::strcmp(argv[2], "--removals") == 0) {
         removals(runs);
         return 0;

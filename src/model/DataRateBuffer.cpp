@@ -2,23 +2,30 @@
 
 #include "support/CheckedMath.h"
 
+#include <algorithm>
 #include <cmath>
+
+void DataRateBuffer::empty()
+{
+    m_samples.reset();
+    m_count = 0;
+    m_head = 0;
+    m_runningSum = 0;
+}
 
 void DataRateBuffer::add(qint64 sample)
 {
     if (sample <= 0) {
-        m_count = 0;
-        m_head = 0;
-        m_runningSum = 0;
+        empty();
         return;
     }
-    if (m_capacity <= 0)
+    if (m_capacity == 0)
         return;
-    if (m_samples.size() < m_capacity)
-        m_samples.resize(m_capacity);
+    if (!m_samples)
+        m_samples = std::make_unique_for_overwrite<qint64[]>(m_capacity);
     if (m_count == m_capacity)
         dropOldest();
-    m_samples[(m_head + m_count) % m_capacity] = sample;
+    m_samples[static_cast<std::size_t>((m_head + m_count) % m_capacity)] = sample;
     ++m_count;
     m_runningSum = CheckedMath::add(m_runningSum, sample);
 }
@@ -26,25 +33,27 @@ void DataRateBuffer::add(qint64 sample)
 void DataRateBuffer::dropOldest()
 {
     m_runningSum = CheckedMath::subtract(m_runningSum, m_samples[m_head]);
-    m_head = (m_head + 1) % m_capacity;
+    m_head = static_cast<quint8>((m_head + 1) % m_capacity);
     --m_count;
 }
 
 void DataRateBuffer::setCapacity(int capacity)
 {
-    capacity = std::max(capacity, 0);
-    if (capacity == m_capacity)
+    const auto bounded = static_cast<quint8>(std::clamp(capacity, 0, maxCapacity));
+    if (bounded == m_capacity)
         return;
-    while (m_count > capacity)
+    while (m_count > bounded)
         dropOldest();
     // Re-lay the kept samples from slot 0 so the ring fits the new size.
-    QVarLengthArray<qint64, 8> kept;
-    kept.resize(std::max(capacity, 1));
-    for (int i = 0; i < m_count; ++i)
-        kept[i] = m_samples[(m_head + i) % m_capacity];
+    std::unique_ptr<qint64[]> kept;
+    if (m_count > 0) {
+        kept = std::make_unique_for_overwrite<qint64[]>(bounded);
+        for (std::size_t i = 0; i < m_count; ++i)
+            kept[i] = m_samples[(std::size_t{m_head} + i) % std::size_t{m_capacity}];
+    }
     m_samples = std::move(kept);
     m_head = 0;
-    m_capacity = capacity;
+    m_capacity = bounded;
 }
 
 qint64 DataRateBuffer::shownRate(qint64 latest) const

@@ -32,6 +32,17 @@ struct ByKey
     bool operator()(int a, int b) const { return keys[a] < keys[b]; }
 };
 
+// Orders source rows by their name keys, in the chosen direction.
+struct ByName
+{
+    const QCollatorSortKey *keys;
+    bool descending;
+    bool operator()(int a, int b) const
+    {
+        return (descending ? keys[b].compare(keys[a]) : keys[a].compare(keys[b])) < 0;
+    }
+};
+
 bool hasKey(Column column)
 {
     return column != TntTableModel::NameColumn && column != TntTableModel::CategoryColumn
@@ -87,8 +98,10 @@ TntFilterProxy::TntFilterProxy(TntCollection &collection, QObject *parent)
     });
     connect(m_table, &QAbstractItemModel::rowsRemoved, this, [this](const QModelIndex &, int first, int last) {
         m_order.sourceRowsRemoved(first, last - first + 1);
-        if (m_keyed)
+        if (m_keyed == Keys::numbers)
             m_keys.erase(m_keys.begin() + first, m_keys.begin() + last + 1);
+        else if (m_keyed == Keys::names)
+            m_nameKeys.erase(m_nameKeys.begin() + first, m_nameKeys.begin() + last + 1);
     });
     // The table model's dataChanged comes in ranges, one per stretch of rows: the collection's
     // signal carries the whole answer at once.
@@ -161,14 +174,23 @@ bool TntFilterProxy::precedes(int sourceRow, int otherSourceRow) const
                                              : TntTableModel::lessThan(column, other, tnt);
 }
 
+template<typename Use>
+decltype(auto) TntFilterProxy::withOrder(const Use &use) const
+{
+    switch (m_keyed) {
+    case Keys::numbers: return use(ByKey{m_keys.data()});
+    case Keys::names: return use(ByName{m_nameKeys.data(), m_sortOrder == Qt::DescendingOrder});
+    case Keys::none: break;
+    }
+    return use([this](int a, int b) { return precedes(a, b); });
+}
+
 void TntFilterProxy::sortRows(std::vector<int> &rows) const
 {
-    if (m_keyed)
-        std::stable_sort(rows.begin(), rows.end(), ByKey{m_keys.data()});
-    else if (m_sortColumn >= 0)
-        std::stable_sort(rows.begin(), rows.end(), [this](int a, int b) { return precedes(a, b); });
-    else
+    if (m_sortColumn < 0)
         std::sort(rows.begin(), rows.end());
+    else
+        withOrder([&rows](const auto &precedes) { std::stable_sort(rows.begin(), rows.end(), precedes); });
 }
 
 quint64 TntFilterProxy::keyAt(int sourceRow) const
@@ -179,14 +201,24 @@ quint64 TntFilterProxy::keyAt(int sourceRow) const
 
 void TntFilterProxy::makeKeys()
 {
-    m_keyed = m_sortColumn >= 0 && hasKey(static_cast<Column>(m_sortColumn));
     m_keys.clear();
-    if (!m_keyed)
-        return;
+    m_nameKeys.clear();
+    if (m_sortColumn == TntTableModel::NameColumn)
+        m_keyed = Keys::names;
+    else if (m_sortColumn >= 0 && hasKey(static_cast<Column>(m_sortColumn)))
+        m_keyed = Keys::numbers;
+    else
+        m_keyed = Keys::none;
     const int count = m_table->rowCount();
-    m_keys.reserve(static_cast<std::size_t>(count));
-    for (int row = 0; row < count; ++row)
-        m_keys.push_back(keyAt(row));
+    if (m_keyed == Keys::numbers) {
+        m_keys.reserve(static_cast<std::size_t>(count));
+        for (int row = 0; row < count; ++row)
+            m_keys.push_back(keyAt(row));
+    } else if (m_keyed == Keys::names) {
+        m_nameKeys.reserve(static_cast<std::size_t>(count));
+        for (int row = 0; row < count; ++row)
+            m_nameKeys.push_back(m_table->tntAt(row).nameSortKey());
+    }
 }
 
 void TntFilterProxy::sort(int column, Qt::SortOrder order)
@@ -251,12 +283,15 @@ void TntFilterProxy::takeChanges(const QList<TntCollection::RowChange> &changes,
 {
     const TntModel::Fields sortFields =
         m_sortColumn < 0 ? 0 : TntTableModel::columnFields(static_cast<Column>(m_sortColumn));
-    if (m_keyed) {
-        // Every row, shown or not: a hidden row may enter with this answer or a later one.
-        for (const TntCollection::RowChange &change : changes) {
-            if (change.fields & sortFields)
-                m_keys[static_cast<std::size_t>(change.row)] = keyAt(static_cast<int>(change.row));
-        }
+    // Every row, shown or not: a hidden row may enter with this answer or a later one.
+    for (const TntCollection::RowChange &change : changes) {
+        if (!(change.fields & sortFields))
+            continue;
+        const auto row = static_cast<std::size_t>(change.row);
+        if (m_keyed == Keys::numbers)
+            m_keys[row] = keyAt(static_cast<int>(change.row));
+        else if (m_keyed == Keys::names)
+            m_nameKeys[row] = m_table->tntAt(static_cast<int>(change.row)).nameSortKey();
     }
     std::vector<int> leaving; // places
     std::vector<int> entering;
@@ -298,10 +333,16 @@ void TntFilterProxy::takeChanges(const QList<TntCollection::RowChange> &changes,
 void TntFilterProxy::takeInserted(int first, int last)
 {
     m_order.sourceRowsInserted(first, last - first + 1);
-    if (m_keyed) {
+    if (m_keyed == Keys::numbers) {
         m_keys.insert(m_keys.begin() + first, static_cast<std::size_t>(last - first + 1), 0);
         for (int row = first; row <= last; ++row)
             m_keys[static_cast<std::size_t>(row)] = keyAt(row);
+    } else if (m_keyed == Keys::names) {
+        std::vector<QCollatorSortKey> keys;
+        keys.reserve(static_cast<std::size_t>(last - first + 1));
+        for (int row = first; row <= last; ++row)
+            keys.push_back(m_table->tntAt(row).nameSortKey());
+        m_nameKeys.insert(m_nameKeys.begin() + first, keys.begin(), keys.end());
     }
     std::vector<int> entering;
     for (int row = first; row <= last; ++row) {
@@ -341,8 +382,7 @@ void TntFilterProxy::insertAndResort(const std::vector<int> &sourceRows, std::ve
             resortPlaces.push_back(place);
     }
     if (!resortPlaces.empty())
-        reorder(m_keyed ? m_order.resorted(std::move(resortPlaces), ByKey{m_keys.data()})
-                        : m_order.resorted(std::move(resortPlaces), [this](int a, int b) { return precedes(a, b); }));
+        reorder(withOrder([&](const auto &precedes) { return m_order.resorted(std::move(resortPlaces), precedes); }));
 }
 
 void TntFilterProxy::reorder(std::vector<int> rows)

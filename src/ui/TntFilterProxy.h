@@ -6,6 +6,9 @@
 #include "ui/RowOrder.h"
 
 #include <QAbstractProxyModel>
+#include <QCollator>
+
+#include <vector>
 
 class TntTableModel;
 
@@ -43,9 +46,15 @@ public:
 private:
     using QAbstractProxyModel::setSourceModel; // the table made here, nothing else
 
+    enum class Keys { none, numbers, names };
+
     bool admits(int sourceRow) const;
     // By the torrents themselves: for text columns, and rows in the source's order when unsorted.
     bool precedes(int sourceRow, int otherSourceRow) const;
+    // Calls `use` with the order of source rows for the sort column: by its kept keys where it has
+    // them, else through the torrents.
+    template<typename Use>
+    decltype(auto) withOrder(const Use &use) const;
     void sortRows(std::vector<int> &rows) const;
     quint64 keyAt(int sourceRow) const;
     void makeKeys();
@@ -68,7 +77,10 @@ private:
     // compact array instead of reading torrents spread over the heap (a large library does not fit
     // in cache). Empty when the column holds text.
     std::vector<quint64> m_keys;
-    bool m_keyed = false;
+    // When the sort column is the name: every source row's collation key, copied (a shared pointer
+    // each) so that a comparison reads the keys without first reading the torrents they belong to.
+    std::vector<QCollatorSortKey> m_nameKeys;
+    Keys m_keyed = Keys::none;
     NameFilter m_name;
     SidebarFilter m_sidebar;
 };

@@ -152,6 +152,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::newRow("by rate") << int(TntTableModel::DownSpeedColumn) << true << false << QString();
         QTest::newRow("by name") << int(TntTableModel::NameColumn) << false << false << QString();
+        QTest::newRow("by name, descending, downloading") << int(TntTableModel::NameColumn) << true << true << QString();
         QTest::newRow("by status, downloading") << int(TntTableModel::StatusColumn) << false << true << QString();
         QTest::newRow("by ratio, descending") << int(TntTableModel::RatioColumn) << true << false << QString();
         QTest::newRow("by size, name filtered") << int(TntTableModel::SizeColumn) << true << false << u"1"_qs;
