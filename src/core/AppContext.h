@@ -56,6 +56,7 @@ public:
     bool isAuthorized() const { return m_connector.isAuthorized(); }
     bool isPolling() const { return m_sync.isPolling(); }
     std::chrono::milliseconds pollingInterval() const { return m_sync.pollingInterval(); }
+    const AnswerPace &answerPace() const { return m_sync.answerPace(); }
     ProgressMessage progressMessage() const { return m_connector.progressMessage(); }
     const std::optional<API::ClientError> &clientError() const { return m_errors.current(); }
     const QString &qbtVersion() const;

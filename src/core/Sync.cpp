@@ -12,6 +12,7 @@
 
 #include <QCoreApplication>
 #include <QCoroFuture>
+#include <QElapsedTimer>
 #include <QLoggingCategory>
 #include <QtConcurrent/QtConcurrentRun>
 
@@ -47,6 +48,7 @@ void Sync::follow(Session *session)
     stopPolling();
     m_session = session;
     m_rid = 0;
+    m_pace.reset();
     m_tnts.clear();
     m_transfer.reset();
     m_labels.clear();
@@ -62,7 +64,8 @@ void Sync::startPolling(Poller::FirstRound first)
     m_poller = std::make_unique<Poller>();
     QList<Poller::Job> jobs{[this, round = QPointer<Poller>(m_poller.get())] { return syncMainData(round); }};
     jobs.append(m_roundJobs);
-    m_poller->start(Poller::intervalFor(m_settings, m_transfer, m_appState == AppState::background), jobs, first);
+    m_poller->start(Poller::intervalFor(m_settings, m_transfer, m_pace, m_appState == AppState::background), jobs,
+                    first);
     Q_EMIT pollingStarted();
 }
 
@@ -95,7 +98,7 @@ void Sync::forcePoll()
 
 void Sync::setPollingInterval(bool background)
 {
-    const auto interval = Poller::intervalFor(m_settings, m_transfer, background);
+    const auto interval = Poller::intervalFor(m_settings, m_transfer, m_pace, background);
     qCInfo(lcSync, "Set polling interval to %lld", static_cast<long long>(interval.count()));
     if (m_poller)
         m_poller->setPollingInterval(interval);
@@ -117,6 +120,8 @@ QCoro::Task<> Sync::syncMainData(QPointer<Poller> round)
         co_return;
     const bool inRound = !round.isNull();
     const auto current = [&] { return session && (!inRound || round); };
+    QElapsedTimer answerTime;
+    answerTime.start();
     QCoro::Task<Captured<API::MainData>> request = captured(session->client().mainData(m_rid));
     Captured<API::MainData> answer = co_await std::move(request);
     if (!current())
@@ -125,6 +130,12 @@ QCoro::Task<> Sync::syncMainData(QPointer<Poller> round)
         Q_EMIT failed(QCoreApplication::translate("Sync", "Failed to get main data."), answer.error);
         co_return;
     }
+    m_pace.record(std::chrono::milliseconds(answerTime.elapsed()));
+    const bool background = m_appState == AppState::background;
+    // Every answer moves the pace; only a change of the pause is worth a line in the log.
+    if (m_settings.refreshMode() == RefreshMode::adaptive &&
+        Poller::intervalFor(m_settings, m_transfer, m_pace, background) != pollingInterval())
+        setPollingInterval(background);
     API::MainData &data = *answer.value;
     m_rid = data.rid;
     const bool full = data.fullUpdate.value_or(false);
@@ -145,7 +156,7 @@ QCoro::Task<> Sync::syncMainData(QPointer<Poller> round)
     if (data.serverState) {
         const qint64 serverInterval = m_transfer.refreshInterval();
         m_transfer.update(*data.serverState);
-        if (m_settings.setRefreshIntervalAuto() && m_transfer.refreshInterval() != serverInterval)
+        if (m_settings.refreshMode() == RefreshMode::server && m_transfer.refreshInterval() != serverInterval)
             setPollingInterval(m_appState == AppState::background);
     }
     Q_EMIT mainDataMerged();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/AnswerPace.h"
 #include "model/Poller.h"
 
 #include <QObject>
@@ -34,6 +35,8 @@ public:
     void addRoundJob(Poller::Job job) { m_roundJobs.append(std::move(job)); }
 
     qint64 rid() const { return m_rid; }
+    // How long the server takes to answer a main-data poll, from the request to the decoded answer.
+    const AnswerPace &answerPace() const { return m_pace; }
     bool isPolling() const { return m_poller != nullptr; }
     std::chrono::milliseconds pollingInterval() const;
     void startPolling(Poller::FirstRound first = Poller::FirstRound::now);
@@ -69,5 +72,6 @@ private:
     std::unique_ptr<Poller> m_poller;
     QList<Poller::Job> m_roundJobs;
     qint64 m_rid = 0;
+    AnswerPace m_pace;
     AppState m_appState = AppState::foreground;
 };

@@ -1,3 +1,4 @@
+#include "model/AnswerPace.h"
 #include "model/GlobalTransferInfo.h"
 #include "model/RateHistory.h"
 #include "settings/UserDefaults.h"
@@ -5,6 +6,7 @@
 #include "ui/RateGraph.h"
 #include "ui/TransferStatus.h"
 
+#include <QLabel>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -182,7 +184,8 @@ private Q_SLOTS:
         UserDefaults defaults(dir.filePath(QStringLiteral("Quillo.ini")));
         GlobalTransferInfo transfer;
         RateHistory history{std::chrono::seconds(30)};
-        TransferStatus status(transfer, history, defaults);
+        AnswerPace pace;
+        TransferStatus status(transfer, history, pace, defaults);
         QCOMPARE(status.rateToolTip(true), QStringLiteral("Global upload limit"));
 
         fill(history, QStringLiteral("0110"), 2048, 0);
@@ -195,6 +198,25 @@ private Q_SLOTS:
         const QImage shown = document.resource(QTextDocument::ImageResource, QUrl(source.captured(1))).value<QImage>();
         QVERIFY(!shown.isNull());
         QVERIFY(near(shown.pixelColor(shown.width() / 2, shown.height() / 2), RateGraph::alternativeColour, 2));
+    }
+
+    // The connection's tooltip tells how long the server took to answer, once it has answered.
+    void connectionToolTipShowsTheAnswerTime()
+    {
+        QTemporaryDir dir;
+        UserDefaults defaults(dir.filePath(QStringLiteral("Quillo.ini")));
+        GlobalTransferInfo transfer;
+        RateHistory history{std::chrono::seconds(30)};
+        AnswerPace pace;
+        TransferStatus status(transfer, history, pace, defaults);
+        QLabel *connection = nullptr;
+        for (QLabel *label : status.findChildren<QLabel *>())
+            connection = label->text().startsWith(QStringLiteral("Connection status")) ? label : connection;
+        QVERIFY(connection);
+        QCOMPARE(connection->toolTip(), QString());
+        pace.record(std::chrono::milliseconds(1200));
+        pace.record(std::chrono::milliseconds(400));
+        QCOMPARE(connection->toolTip(), QStringLiteral("The server answered the last update in 400 ms (recently %1 ms).").arg(QLocale().toString(1000)));
     }
 };
 
