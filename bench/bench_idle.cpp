@@ -10,25 +10,22 @@
 //                                           main data: one full update, then at every poll a delta
 //                                           changing 1% of the torrents (its serving counts too)
 
+#include "LoadedServer.h"
 #include "MainDataGenerator.h"
 #include "Resident.h"
 
-#include "api/Client.h"
-#include "api/Endpoint.h"
 #include "core/AppContext.h"
 #include "core/KeychainStore.h"
 #include "settings/UserDefaults.h"
 #include "support/Await.h"
 #include "support/FakeServer.h"
 #include "support/QbtServer.h"
-#include "support/TorrentFactory.h"
 #include "ui/TntTableModel.h"
 #include "ui/TntTableView.h"
 
 #include <QApplication>
 #include <QTableView>
 #include <QTemporaryDir>
-#include <QThread>
 #include <QTimer>
 
 #include <sys/resource.h>
@@ -118,56 +115,6 @@ struct Source
     std::function<qint64(const AppContext &)> polls; // answers received so far
 };
 
-// Small single-file torrents added stopped, a batch per request; each adds its own random file,
-// which the server never reads.
-std::unique_ptr<QbtServer> loadedServer(int count)
-{
-    QbtServer::StartResult started = QbtServer::start(QbtServer::Flavor::Bookworm45, {.localHostAuth = false});
-    if (!started.server) {
-        std::fprintf(stderr, "no server: %s\n", qPrintable(started.failure));
-        return nullptr;
-    }
-    QbtServer &server = *started.server;
-    const QbtServer::DataDir dir = server.makeDataDir();
-    API::Client client(server.configuration());
-    const auto start = Clock::now();
-    constexpr int batch = 250;
-    for (int first = 0; first < count; first += batch) {
-        QList<TorrentFactory::FormPart> parts{{"paused", "true"}, {"savepath", dir.serverPath.toUtf8()}};
-        for (int i = first; i < std::min(count, first + batch); ++i) {
-            const QString name = i % 20 == 7 ? QStringLiteral("Ünïcödé Ålbum %1").arg(i)
-                                             : QStringLiteral("Some.Linux.Distribution.%1.x86_64.iso").arg(i);
-            const auto torrent = TorrentFactory::singleFile(dir.localPath, name, 1024 + i % 4096,
-                                                            {.announceUrls = {QStringLiteral("http://127.0.0.1:1/announce")}});
-            QFile::remove(torrent.contentPath);
-            parts.append(TorrentFactory::torrentPart(torrent));
-        }
-        QuilloTest::wait(client.perform(API::Endpoint::TntManagement::add(TorrentFactory::multipartBody(parts))));
-    }
-    // The server adds them after answering.
-    qint64 rid = 0;
-    while (true) {
-        const API::MainData full = QuilloTest::wait(client.mainData(0));
-        rid = full.rid;
-        if (full.tnts.size() >= count)
-            break;
-        std::fprintf(stderr, "server holds %lld of %d torrents\n", static_cast<long long>(full.tnts.size()), count);
-        QThread::sleep(2);
-    }
-    std::fprintf(stderr, "server loaded with %d torrents in %.0f s (pid %lld)\n", count, msSince(start) / 1000,
-                 static_cast<long long>(server.processId()));
-    // What the server itself takes to answer, for the connection time and the rhythm of the polls.
-    const auto answerMs = [&](qint64 from) {
-        const auto asked = Clock::now();
-        rid = QuilloTest::wait(client.mainData(from)).rid;
-        return msSince(asked);
-    };
-    const double full = answerMs(0);
-    const double delta = answerMs(rid);
-    std::printf("server's answers: full update %.0f ms, delta %.0f ms\n", full, delta);
-    return std::move(started.server);
-}
-
 void answerAsReplay(FakeServer &server, int count, std::shared_ptr<qint64> polls)
 {
     const QByteArray full = Bench::fullUpdate(count);
@@ -194,7 +141,7 @@ void measure(const Source &source, int count, int seconds)
     UserDefaults defaults(dir.filePath(QStringLiteral("Quillo.ini")));
     KeychainStore keychain;
     AppContext context(defaults, keychain);
-    context.settings().setSetRefreshIntervalAuto(false);
+    context.settings().setRefreshMode(RefreshMode::fixed);
     context.settings().setRefreshInterval(2000);
     TntTableView view(context.tntCollection(), defaults);
     view.resize(1400, 900);
@@ -278,7 +225,7 @@ int main(int argc, char **argv)
                 seconds);
         return 0;
     }
-    const std::unique_ptr<QbtServer> server = loadedServer(count);
+    const std::unique_ptr<QbtServer> server = Bench::loadedServer(count);
     if (!server)
         return 1;
     ClientConfiguration configuration = server->configuration();
