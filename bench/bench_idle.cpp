@@ -11,6 +11,7 @@
 //                                           changing 1% of the torrents (its serving counts too)
 
 #include "LoadedServer.h"
+#include "EventLoop.h"
 #include "MainDataGenerator.h"
 #include "Resident.h"
 
@@ -53,30 +54,6 @@ double cpuSeconds()
     getrusage(RUSAGE_SELF, &usage);
     const auto seconds = [](const timeval &time) { return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6; };
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
-// Runs the event loop until `done` (checked every 10 ms) or the time is up.
-bool runUntil(const std::function<bool()> &done, std::chrono::milliseconds limit)
-{
-    QEventLoop loop;
-    QTimer check;
-    QObject::connect(&check, &QTimer::timeout, &loop, [&] {
-        if (done())
-            loop.quit();
-    });
-    check.start(10);
-    QTimer::singleShot(limit, &loop, &QEventLoop::quit);
-    loop.exec();
-    return done();
-}
-
-// One timer and nothing else: waking every 10 ms to check a condition costs about half a percent
-// of a core, which would count in the CPU time measured over the window.
-void run(std::chrono::milliseconds time)
-{
-    QEventLoop loop;
-    QTimer::singleShot(time, &loop, &QEventLoop::quit);
-    loop.exec();
 }
 
 // When the table's rows were first painted with torrents in the collection: the moment the paint
@@ -159,7 +136,7 @@ void measure(const Source &source, int count, int seconds)
     const auto connectStart = Clock::now();
     context.addConfiguration(source.configuration);
     QuilloTest::wait(context.selectConfiguration(source.configuration.id));
-    if (!runUntil([&] { return painted.done(); }, 120s)) {
+    if (!Bench::runUntil([&] { return painted.done(); }, 120s)) {
         std::fprintf(stderr, "the table was not painted with torrents\n");
         return;
     }
@@ -168,7 +145,7 @@ void measure(const Source &source, int count, int seconds)
     };
     const double connectToPaint = msBetween(connectStart, painted.at());
     const double swapToPaint = msBetween(swapped, painted.at());
-    runUntil([&] { return context.tntCollection().size() >= count; }, 30s);
+    Bench::runUntil([&] { return context.tntCollection().size() >= count; }, 30s);
     const long resident = Bench::residentMiB();
 
     // A header click: the sort, then the layout and painting it causes.
@@ -187,11 +164,11 @@ void measure(const Source &source, int count, int seconds)
     const double sortSize = sortMs(TntTableModel::SizeColumn);
     view.table()->sortByColumn(TntTableModel::AddedOnColumn, Qt::DescendingOrder);
 
-    run(4s); // settle after the sorts
+    Bench::run(4s); // settle after the sorts
     const qint64 pollsBefore = source.polls(context);
     const double cpuBefore = cpuSeconds();
     const auto idleStart = Clock::now();
-    run(std::chrono::seconds(seconds));
+    Bench::run(std::chrono::seconds(seconds));
     const double cpu = cpuSeconds() - cpuBefore;
     const double wall = msSince(idleStart) / 1000;
     const qint64 polls = source.polls(context) - pollsBefore;

@@ -8,6 +8,7 @@
 //                                              there) asked for with and without gzip, on loopback
 //                                              and through a relay that carries 20 Mbit/s
 
+#include "EventLoop.h"
 #include "Gzip.h"
 #include "LoadedServer.h"
 
@@ -25,39 +26,18 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QTemporaryDir>
-#include <QTimer>
 
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <functional>
 #include <vector>
 
 namespace {
 
 using namespace std::chrono_literals;
-
-void run(std::chrono::milliseconds time)
-{
-    QEventLoop loop;
-    QTimer::singleShot(time, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
-bool runUntil(const std::function<bool()> &done, std::chrono::milliseconds limit)
-{
-    QEventLoop loop;
-    QTimer check;
-    QObject::connect(&check, &QTimer::timeout, &loop, [&] {
-        if (done())
-            loop.quit();
-    });
-    check.start(100);
-    QTimer::singleShot(limit, &loop, &QEventLoop::quit);
-    loop.exec();
-    return done();
-}
+using Bench::run;
+using Bench::runUntil;
 
 // User and system time of a process, every thread, in seconds: fields 14 and 15 of its stat line,
 // counted after the command name, which may hold spaces.

@@ -67,6 +67,17 @@ void fill(RateHistory &history, const QString &alternative, qint64 down, qint64 
         history.add({start + std::chrono::seconds(10 * at), down, up, alternative[at] == u'1'});
 }
 
+// A status bar over models of its own.
+struct StatusBar
+{
+    QTemporaryDir dir;
+    UserDefaults defaults{dir.filePath(QStringLiteral("Quillo.ini"))};
+    GlobalTransferInfo transfer;
+    RateHistory history{std::chrono::seconds(30)};
+    AnswerPace pace;
+    TransferStatus status{transfer, history, pace, defaults};
+};
+
 } // namespace
 
 // The pieces bar and the rate graphs drawn offscreen: colours where they belong, not golden files.
@@ -180,15 +191,11 @@ private Q_SLOTS:
     // The status bar's rate tooltips carry the sparkline as an image Qt's rich text can show.
     void rateToolTipShowsTheSparkline()
     {
-        QTemporaryDir dir;
-        UserDefaults defaults(dir.filePath(QStringLiteral("Quillo.ini")));
-        GlobalTransferInfo transfer;
-        RateHistory history{std::chrono::seconds(30)};
-        AnswerPace pace;
-        TransferStatus status(transfer, history, pace, defaults);
+        StatusBar bar;
+        TransferStatus &status = bar.status;
         QCOMPARE(status.rateToolTip(true), QStringLiteral("Global upload limit"));
 
-        fill(history, QStringLiteral("0110"), 2048, 0);
+        fill(bar.history, QStringLiteral("0110"), 2048, 0);
         const QString tip = status.rateToolTip(false);
         QVERIFY(tip.contains(QStringLiteral("Global download limit")));
         const QRegularExpressionMatch source = QRegularExpression(QStringLiteral("src='([^']+)'")).match(tip);
@@ -203,20 +210,16 @@ private Q_SLOTS:
     // The connection's tooltip tells how long the server took to answer, once it has answered.
     void connectionToolTipShowsTheAnswerTime()
     {
-        QTemporaryDir dir;
-        UserDefaults defaults(dir.filePath(QStringLiteral("Quillo.ini")));
-        GlobalTransferInfo transfer;
-        RateHistory history{std::chrono::seconds(30)};
-        AnswerPace pace;
-        TransferStatus status(transfer, history, pace, defaults);
+        StatusBar bar;
         QLabel *connection = nullptr;
-        for (QLabel *label : status.findChildren<QLabel *>())
+        for (QLabel *label : bar.status.findChildren<QLabel *>())
             connection = label->text().startsWith(QStringLiteral("Connection status")) ? label : connection;
         QVERIFY(connection);
         QCOMPARE(connection->toolTip(), QString());
-        pace.record(std::chrono::milliseconds(1200));
-        pace.record(std::chrono::milliseconds(400));
-        QCOMPARE(connection->toolTip(), QStringLiteral("The server answered the last update in 400 ms (recently %1 ms).").arg(QLocale().toString(1000)));
+        bar.pace.record(std::chrono::milliseconds(1200));
+        bar.pace.record(std::chrono::milliseconds(400));
+        QCOMPARE(connection->toolTip(), QStringLiteral("The server answered the last update in 400 ms (recently %1 ms).")
+                                            .arg(QLocale().toString(1000)));
     }
 };
 
