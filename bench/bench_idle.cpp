@@ -12,25 +12,23 @@
 //
 // A fourth argument sets how many header clicks each sort is the median of (5), for a profiler.
 
+#include "LoadedServer.h"
+#include "EventLoop.h"
 #include "MainDataGenerator.h"
 #include "Resident.h"
 
-#include "api/Client.h"
-#include "api/Endpoint.h"
 #include "core/AppContext.h"
 #include "core/KeychainStore.h"
 #include "settings/UserDefaults.h"
 #include "support/Await.h"
 #include "support/FakeServer.h"
 #include "support/QbtServer.h"
-#include "support/TorrentFactory.h"
 #include "ui/TntTableModel.h"
 #include "ui/TntTableView.h"
 
 #include <QApplication>
 #include <QTableView>
 #include <QTemporaryDir>
-#include <QThread>
 #include <QTimer>
 
 #include <sys/resource.h>
@@ -58,30 +56,6 @@ double cpuSeconds()
     getrusage(RUSAGE_SELF, &usage);
     const auto seconds = [](const timeval &time) { return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6; };
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
-// Runs the event loop until `done` (checked every 10 ms) or the time is up.
-bool runUntil(const std::function<bool()> &done, std::chrono::milliseconds limit)
-{
-    QEventLoop loop;
-    QTimer check;
-    QObject::connect(&check, &QTimer::timeout, &loop, [&] {
-        if (done())
-            loop.quit();
-    });
-    check.start(10);
-    QTimer::singleShot(limit, &loop, &QEventLoop::quit);
-    loop.exec();
-    return done();
-}
-
-// One timer and nothing else: waking every 10 ms to check a condition costs about half a percent
-// of a core, which would count in the CPU time measured over the window.
-void run(std::chrono::milliseconds time)
-{
-    QEventLoop loop;
-    QTimer::singleShot(time, &loop, &QEventLoop::quit);
-    loop.exec();
 }
 
 // When the table's rows were first painted with torrents in the collection: the moment the paint
@@ -120,56 +94,6 @@ struct Source
     std::function<qint64(const AppContext &)> polls; // answers received so far
 };
 
-// Small single-file torrents added stopped, a batch per request; each adds its own random file,
-// which the server never reads.
-std::unique_ptr<QbtServer> loadedServer(int count)
-{
-    QbtServer::StartResult started = QbtServer::start(QbtServer::Flavor::Bookworm45, {.localHostAuth = false});
-    if (!started.server) {
-        std::fprintf(stderr, "no server: %s\n", qPrintable(started.failure));
-        return nullptr;
-    }
-    QbtServer &server = *started.server;
-    const QbtServer::DataDir dir = server.makeDataDir();
-    API::Client client(server.configuration());
-    const auto start = Clock::now();
-    constexpr int batch = 250;
-    for (int first = 0; first < count; first += batch) {
-        QList<TorrentFactory::FormPart> parts{{"paused", "true"}, {"savepath", dir.serverPath.toUtf8()}};
-        for (int i = first; i < std::min(count, first + batch); ++i) {
-            const QString name = i % 20 == 7 ? QStringLiteral("Ünïcödé Ålbum %1").arg(i)
-                                             : QStringLiteral("Some.Linux.Distribution.%1.x86_64.iso").arg(i);
-            const auto torrent = TorrentFactory::singleFile(dir.localPath, name, 1024 + i % 4096,
-                                                            {.announceUrls = {QStringLiteral("http://127.0.0.1:1/announce")}});
-            QFile::remove(torrent.contentPath);
-            parts.append(TorrentFactory::torrentPart(torrent));
-        }
-        QuilloTest::wait(client.perform(API::Endpoint::TntManagement::add(TorrentFactory::multipartBody(parts))));
-    }
-    // The server adds them after answering.
-    qint64 rid = 0;
-    while (true) {
-        const API::MainData full = QuilloTest::wait(client.mainData(0));
-        rid = full.rid;
-        if (full.tnts.size() >= count)
-            break;
-        std::fprintf(stderr, "server holds %lld of %d torrents\n", static_cast<long long>(full.tnts.size()), count);
-        QThread::sleep(2);
-    }
-    std::fprintf(stderr, "server loaded with %d torrents in %.0f s (pid %lld)\n", count, msSince(start) / 1000,
-                 static_cast<long long>(server.processId()));
-    // What the server itself takes to answer, for the connection time and the rhythm of the polls.
-    const auto answerMs = [&](qint64 from) {
-        const auto asked = Clock::now();
-        rid = QuilloTest::wait(client.mainData(from)).rid;
-        return msSince(asked);
-    };
-    const double full = answerMs(0);
-    const double delta = answerMs(rid);
-    std::printf("server's answers: full update %.0f ms, delta %.0f ms\n", full, delta);
-    return std::move(started.server);
-}
-
 void answerAsReplay(FakeServer &server, int count, std::shared_ptr<qint64> polls)
 {
     const QByteArray full = Bench::fullUpdate(count);
@@ -196,7 +120,7 @@ void measure(const Source &source, int count, int seconds, int sortRuns)
     UserDefaults defaults(dir.filePath(QStringLiteral("Quillo.ini")));
     KeychainStore keychain;
     AppContext context(defaults, keychain);
-    context.settings().setSetRefreshIntervalAuto(false);
+    context.settings().setRefreshMode(RefreshMode::fixed);
     context.settings().setRefreshInterval(2000);
     TntTableView view(context.tntCollection(), defaults);
     view.resize(1400, 900);
@@ -214,7 +138,7 @@ void measure(const Source &source, int count, int seconds, int sortRuns)
     const auto connectStart = Clock::now();
     context.addConfiguration(source.configuration);
     QuilloTest::wait(context.selectConfiguration(source.configuration.id));
-    if (!runUntil([&] { return painted.done(); }, 120s)) {
+    if (!Bench::runUntil([&] { return painted.done(); }, 120s)) {
         std::fprintf(stderr, "the table was not painted with torrents\n");
         return;
     }
@@ -223,7 +147,7 @@ void measure(const Source &source, int count, int seconds, int sortRuns)
     };
     const double connectToPaint = msBetween(connectStart, painted.at());
     const double swapToPaint = msBetween(swapped, painted.at());
-    runUntil([&] { return context.tntCollection().size() >= count; }, 30s);
+    Bench::runUntil([&] { return context.tntCollection().size() >= count; }, 30s);
     const long resident = Bench::residentMiB();
 
     // A header click: the sort with the view's handling of the layout change, then the layout and
@@ -253,11 +177,11 @@ void measure(const Source &source, int count, int seconds, int sortRuns)
     const Click sortSize = sortMs(TntTableModel::SizeColumn);
     view.table()->sortByColumn(TntTableModel::AddedOnColumn, Qt::DescendingOrder);
 
-    run(4s); // settle after the sorts
+    Bench::run(4s); // settle after the sorts
     const qint64 pollsBefore = source.polls(context);
     const double cpuBefore = cpuSeconds();
     const auto idleStart = Clock::now();
-    run(std::chrono::seconds(seconds));
+    Bench::run(std::chrono::seconds(seconds));
     const double cpu = cpuSeconds() - cpuBefore;
     const double wall = msSince(idleStart) / 1000;
     const qint64 polls = source.polls(context) - pollsBefore;
@@ -295,7 +219,7 @@ int main(int argc, char **argv)
                 seconds, sortRuns);
         return 0;
     }
-    const std::unique_ptr<QbtServer> server = loadedServer(count);
+    const std::unique_ptr<QbtServer> server = Bench::loadedServer(count);
     if (!server)
         return 1;
     ClientConfiguration configuration = server->configuration();

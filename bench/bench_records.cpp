@@ -1,5 +1,6 @@
 // Decoding cost of main-data answers: QJsonDocument, simdjson's own parse-and-walk and
 // API::decodeMainData on the same bytes, in one run. Usage: bench_records [runs | profile [decodes] [walk]]
+#include "Gzip.h"
 #include "MainDataGenerator.h"
 #include "api/Records.h"
 
@@ -7,7 +8,6 @@
 #include <QJsonObject>
 
 #include <simdjson.h>
-#include <zlib.h>
 
 #include <algorithm>
 #include <cmath>
@@ -213,41 +213,6 @@ double simdjsonDomWalk(const simdjson::padded_string &json)
     return sum;
 }
 
-QByteArray gzip(const QByteArray &data)
-{
-    z_stream stream{};
-    deflateInit2(&stream, Z_DEFAULT_COMPRESSION, Z_DEFLATED, 15 + 16, 8, Z_DEFAULT_STRATEGY);
-    QByteArray out(static_cast<qsizetype>(deflateBound(&stream, static_cast<uLong>(data.size()))), Qt::Uninitialized);
-    stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(data.constData()));
-    stream.avail_in = static_cast<uInt>(data.size());
-    stream.next_out = reinterpret_cast<Bytef *>(out.data());
-    stream.avail_out = static_cast<uInt>(out.size());
-    deflate(&stream, Z_FINISH);
-    out.resize(static_cast<qsizetype>(stream.total_out));
-    deflateEnd(&stream);
-    return out;
-}
-
-// Inflates the way a network reply does: in chunks, into a growing buffer.
-QByteArray gunzip(const QByteArray &data)
-{
-    z_stream stream{};
-    inflateInit2(&stream, 15 + 16);
-    stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(data.constData()));
-    stream.avail_in = static_cast<uInt>(data.size());
-    QByteArray out;
-    char chunk[64 * 1024];
-    int status = Z_OK;
-    while (status == Z_OK) {
-        stream.next_out = reinterpret_cast<Bytef *>(chunk);
-        stream.avail_out = sizeof chunk;
-        status = inflate(&stream, Z_NO_FLUSH);
-        out.append(chunk, static_cast<qsizetype>(sizeof chunk - stream.avail_out));
-    }
-    inflateEnd(&stream);
-    return out;
-}
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -299,8 +264,8 @@ int main(int argc, char **argv)
     const long qjsonPeak = peakExtraMiB([&] { sink = static_cast<double>(qjsonDecode(full).tnts.size()); });
     std::printf("peak extra memory, 50000 torrents: decode %ld MiB, QJsonDocument %ld MiB\n", decodePeak, qjsonPeak);
 
-    const QByteArray compressed = gzip(full);
-    const double inflateMs = medianMs(runs, [&] { return gunzip(compressed); });
+    const QByteArray compressed = Bench::gzip(full);
+    const double inflateMs = medianMs(runs, [&] { return Bench::gunzip(compressed); });
     std::printf("gzip of 50000 torrents: %.1f MB -> %.1f MB, inflate %.1f ms\n", static_cast<double>(full.size()) / 1e6,
                 static_cast<double>(compressed.size()) / 1e6, inflateMs);
     return 0;

@@ -100,7 +100,7 @@ int main(int argc, char **argv)
         KeychainStore keychain;
         AppContext context(defaults, keychain);
         // The poller asks for nothing after the full update before the soak takes over.
-        context.settings().setSetRefreshIntervalAuto(false);
+        context.settings().setRefreshMode(RefreshMode::fixed);
         context.settings().setRefreshInterval(AppSettings::refreshIntervalBounds.maximum);
         const ClientConfiguration configuration = server.configuration(API::AuthMethod::none);
         context.addConfiguration(configuration);

@@ -2457,6 +2457,22 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
         <translation>Standard</translation>
     </message>
     <message>
+        <source>At a fixed interval</source>
+        <translation>In festem Abstand</translation>
+    </message>
+    <message>
+        <source>Adapt to the server&apos;s speed</source>
+        <translation>Dem Tempo des Servers anpassen</translation>
+    </message>
+    <message>
+        <source>Refresh:</source>
+        <translation>Aktualisieren:</translation>
+    </message>
+    <message>
+        <source>Adapting waits at least three times as long as the server took to answer, and never less than the refresh interval: a slow server spends at most a quarter of its time on Quillo.</source>
+        <translation>Beim Anpassen wartet Quillo mindestens dreimal so lange, wie der Server für seine Antwort gebraucht hat, und nie kürzer als das Aktualisierungsintervall: Ein langsamer Server verbringt höchstens ein Viertel seiner Zeit mit Quillo.</translation>
+    </message>
+    <message>
         <source>Remember torrent lists between starts</source>
         <translation>Torrent-Listen zwischen Starts merken</translation>
     </message>
@@ -4052,6 +4068,10 @@ Insgesamt: %2</translation>
     <message>
         <source>Global download limit</source>
         <translation>Globale Downloadbegrenzung</translation>
+    </message>
+    <message>
+        <source>The server answered the last update in %1 ms (recently %2 ms).</source>
+        <translation>Der Server hat die letzte Aktualisierung in %1 ms beantwortet (zuletzt im Mittel %2 ms).</translation>
     </message>
 </context>
 <context>

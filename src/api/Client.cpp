@@ -17,8 +17,6 @@
 #include <QTimer>
 #include <QtConcurrent/QtConcurrentRun>
 
-#include <algorithm>
-#include <array>
 #include <exception>
 #include <optional>
 
@@ -80,7 +78,7 @@ bool wantsCompression(const QString &host)
         name = name.mid(1, name.size() - 2);
     if (name.endsWith(u'.'))
         name.chop(1);
-    if (name == u"localhost" || name.endsWith(u".localhost") || name.endsWith(u".local"))
+    if (name == u"localhost" || name.endsWith(u".localhost"))
         return false;
 
     QHostAddress address;
@@ -90,15 +88,7 @@ bool wantsCompression(const QString &host)
     const quint32 mapped = address.toIPv4Address(&isMapped);
     if (isMapped)
         address = QHostAddress(mapped);
-    if (address.isLoopback() || address.isLinkLocal() || address.isUniqueLocalUnicast() || address.isSiteLocal())
-        return false;
-    static const std::array<std::pair<QHostAddress, int>, 3> privateV4{{
-        {QHostAddress(QStringLiteral("10.0.0.0")), 8},
-        {QHostAddress(QStringLiteral("172.16.0.0")), 12},
-        {QHostAddress(QStringLiteral("192.168.0.0")), 16},
-    }};
-    return std::none_of(privateV4.begin(), privateV4.end(),
-                        [&](const auto &subnet) { return address.isInSubnet(subnet.first, subnet.second); });
+    return !address.isLoopback();
 }
 
 Client::Client(ServerAddress address, QObject *parent)

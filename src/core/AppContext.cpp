@@ -25,7 +25,7 @@ AppContext::AppContext(UserDefaults &defaults, KeychainStore &keychain, QObject 
         m_tntDetails.setAveragingWindow(samples);
     });
     QObject::connect(&m_settings, &AppSettings::changed, this, [this](UserDefaultsKey key) {
-        if (key == UserDefaultsKey::refreshInterval || key == UserDefaultsKey::setRefreshIntervalAuto ||
+        if (key == UserDefaultsKey::refreshInterval || key == UserDefaultsKey::refreshMode ||
             key == UserDefaultsKey::intervalIncreaseValue)
             m_sync.setPollingInterval(m_sync.appState() == AppState::background);
     });

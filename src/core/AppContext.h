@@ -62,6 +62,7 @@ public:
     bool isShowingSnapshot() const { return m_sync.isShowingSnapshot(); }
     SnapshotKeeper &snapshots() { return m_snapshots; }
     std::chrono::milliseconds pollingInterval() const { return m_sync.pollingInterval(); }
+    const AnswerPace &answerPace() const { return m_sync.answerPace(); }
     ProgressMessage progressMessage() const { return m_connector.progressMessage(); }
     const std::optional<API::ClientError> &clientError() const { return m_errors.current(); }
     const QString &qbtVersion() const;

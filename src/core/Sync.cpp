@@ -13,6 +13,7 @@
 
 #include <QCoreApplication>
 #include <QCoroFuture>
+#include <QElapsedTimer>
 #include <QLoggingCategory>
 #include <QtConcurrent/QtConcurrentRun>
 
@@ -54,6 +55,7 @@ void Sync::follow(Session *session)
     const bool wasShowing = m_current || m_showingSnapshot;
     m_current = false;
     m_showingSnapshot = false;
+    m_pace.reset();
     m_tnts.clear();
     m_transfer.reset();
     m_labels.clear();
@@ -103,7 +105,8 @@ void Sync::startPolling(Poller::FirstRound first)
     m_poller = std::make_unique<Poller>();
     QList<Poller::Job> jobs{[this, round = QPointer<Poller>(m_poller.get())] { return syncMainData(round); }};
     jobs.append(m_roundJobs);
-    m_poller->start(Poller::intervalFor(m_settings, m_transfer, m_appState == AppState::background), jobs, first);
+    m_poller->start(Poller::intervalFor(m_settings, m_transfer, m_pace, m_appState == AppState::background), jobs,
+                    first);
     Q_EMIT pollingStarted();
 }
 
@@ -136,7 +139,7 @@ void Sync::forcePoll()
 
 void Sync::setPollingInterval(bool background)
 {
-    const auto interval = Poller::intervalFor(m_settings, m_transfer, background);
+    const auto interval = Poller::intervalFor(m_settings, m_transfer, m_pace, background);
     qCInfo(lcSync, "Set polling interval to %lld", static_cast<long long>(interval.count()));
     if (m_poller)
         m_poller->setPollingInterval(interval);
@@ -158,6 +161,8 @@ QCoro::Task<> Sync::syncMainData(QPointer<Poller> round)
         co_return;
     const bool inRound = !round.isNull();
     const auto current = [&] { return session && (!inRound || round); };
+    QElapsedTimer answerTime;
+    answerTime.start();
     QCoro::Task<Captured<API::MainData>> request = captured(session->client().mainData(m_rid));
     Captured<API::MainData> answer = co_await std::move(request);
     if (!current())
@@ -166,6 +171,12 @@ QCoro::Task<> Sync::syncMainData(QPointer<Poller> round)
         Q_EMIT failed(QCoreApplication::translate("Sync", "Failed to get main data."), answer.error);
         co_return;
     }
+    m_pace.record(std::chrono::milliseconds(answerTime.elapsed()));
+    const bool background = m_appState == AppState::background;
+    // Every answer moves the pace; only a change of the pause is worth a line in the log.
+    if (m_settings.refreshMode() == RefreshMode::adaptive &&
+        Poller::intervalFor(m_settings, m_transfer, m_pace, background) != pollingInterval())
+        setPollingInterval(background);
     API::MainData &data = *answer.value;
     m_rid = data.rid;
     if (m_showingSnapshot)
@@ -188,7 +199,7 @@ QCoro::Task<> Sync::syncMainData(QPointer<Poller> round)
     if (data.serverState) {
         const qint64 serverInterval = m_transfer.refreshInterval();
         m_transfer.update(*data.serverState);
-        if (m_settings.setRefreshIntervalAuto() && m_transfer.refreshInterval() != serverInterval)
+        if (m_settings.refreshMode() == RefreshMode::server && m_transfer.refreshInterval() != serverInterval)
             setPollingInterval(m_appState == AppState::background);
     }
     if (!m_current) {

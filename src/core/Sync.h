@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/AnswerPace.h"
 #include "model/Poller.h"
 
 #include <QObject>
@@ -42,6 +43,8 @@ public:
     // session followed, which merges over them like a later full update so that rows keep their place.
     // An answer merged first wins. False when `bytes` do not decode.
     QCoro::Task<bool> showSnapshot(QByteArray bytes);
+    // How long the server takes to answer a main-data poll, from the request to the decoded answer.
+    const AnswerPace &answerPace() const { return m_pace; }
     bool isPolling() const { return m_poller != nullptr; }
     std::chrono::milliseconds pollingInterval() const;
     void startPolling(Poller::FirstRound first = Poller::FirstRound::now);
@@ -86,5 +89,6 @@ private:
     quint64 m_followed = 0; // counts follow() calls: a snapshot decoded for an earlier one is dropped
     bool m_current = false;
     bool m_showingSnapshot = false;
+    AnswerPace m_pace;
     AppState m_appState = AppState::foreground;
 };

@@ -2,6 +2,7 @@
 
 #include "support/Detached.h"
 #include "support/CheckedMath.h"
+#include "model/AnswerPace.h"
 #include "model/GlobalTransferInfo.h"
 #include "settings/AppSettings.h"
 
@@ -90,13 +91,17 @@ QCoro::Task<> Poller::loop(QPointer<Poller> self, quint64 generation, bool pause
 }
 
 std::chrono::milliseconds Poller::intervalFor(const AppSettings &settings, const GlobalTransferInfo &transfer,
-                                              bool background)
+                                              const AnswerPace &pace, bool background)
 {
     // A server that names no interval of its own (0) leaves it to the setting; one that names an
     // absurd one is held to the setting's bounds.
     const qint64 serverInterval = transfer.refreshInterval();
-    const bool useServer = settings.setRefreshIntervalAuto() && serverInterval != 0;
-    const int base = AppSettings::refreshIntervalBounds.clamp(useServer ? serverInterval : settings.refreshInterval());
+    qint64 wanted = settings.refreshInterval();
+    if (settings.refreshMode() == RefreshMode::server && serverInterval != 0)
+        wanted = serverInterval;
+    else if (settings.refreshMode() == RefreshMode::adaptive)
+        wanted = std::max<qint64>(wanted, pace.smoothed().count() * pausePerAnswerTime);
+    const int base = AppSettings::refreshIntervalBounds.clamp(wanted);
     const int increase = background ? settings.intervalIncreaseValue() : 0;
     return std::chrono::milliseconds(CheckedMath::add(base, increase));
 }

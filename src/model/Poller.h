@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 
+class AnswerPace;
 class AppSettings;
 class GlobalTransferInfo;
 
@@ -37,10 +38,15 @@ public:
     void setPollingInterval(std::chrono::milliseconds interval) { m_interval = interval; }
     std::chrono::milliseconds pollingInterval() const { return m_interval; }
 
-    // The pause for the given state: the server's own interval or the setting, plus the setting's
-    // increase while the application is in the background.
+    // A server answering in t spends at most a quarter of its time on Quillo when the pause after
+    // the answer is at least 3t.
+    static constexpr int pausePerAnswerTime = 3;
+
+    // The pause for the given state: the setting, the server's own interval, or the setting
+    // stretched to the server's answer time, as the refresh mode says; plus the setting's increase
+    // while the application is in the background.
     static std::chrono::milliseconds intervalFor(const AppSettings &settings, const GlobalTransferInfo &transfer,
-                                                 bool background);
+                                                 const AnswerPace &pace, bool background);
 
 private:
     struct Pause;

@@ -26,6 +26,15 @@ UpdateInterval AppSettings::updateIntervalFromStored(const QVariant &stored)
     return static_cast<UpdateInterval>(position);
 }
 
+RefreshMode AppSettings::refreshModeFromStored(const QVariant &stored, const QVariant &followServer)
+{
+    bool ok = false;
+    const int position = stored.toInt(&ok);
+    if (ok && position >= 0 && position <= static_cast<int>(RefreshMode::adaptive))
+        return static_cast<RefreshMode>(position);
+    return !stored.isValid() && followServer.toBool() ? RefreshMode::server : RefreshMode::adaptive;
+}
+
 AppSettings::AppSettings(UserDefaults &defaults, QObject *parent)
     : QObject(parent)
     , m_defaults(defaults)
@@ -35,7 +44,7 @@ AppSettings::AppSettings(UserDefaults &defaults, QObject *parent)
     m_updateCheckInterval = updateIntervalFromStored(defaults.value(K::updateCheckInterval));
     m_refreshInterval = refreshIntervalBounds.clamp(defaults.integerValue(K::refreshInterval, 2000));
     m_intervalIncreaseValue = intervalIncreaseBounds.clamp(defaults.integerValue(K::intervalIncreaseValue, 1000));
-    m_setRefreshIntervalAuto = defaults.boolValue(K::setRefreshIntervalAuto, false);
+    m_refreshMode = refreshModeFromStored(defaults.value(K::refreshMode), defaults.value(K::setRefreshIntervalAuto));
     m_showTntAddingWindow = defaults.boolValue(K::showTntAddingWindow, true);
     m_autoDeleteTntFile = defaults.boolValue(K::autoDeleteTntFile, false);
     m_deleteTntFileOnAdditionCanceled = defaults.boolValue(K::deleteTntFileOnAdditionCanceled, false);
@@ -81,9 +90,9 @@ void AppSettings::setIntervalIncreaseValue(int milliseconds)
     write(m_intervalIncreaseValue, milliseconds, UserDefaultsKey::intervalIncreaseValue, milliseconds);
 }
 
-void AppSettings::setSetRefreshIntervalAuto(bool value)
+void AppSettings::setRefreshMode(RefreshMode mode)
 {
-    write(m_setRefreshIntervalAuto, value, UserDefaultsKey::setRefreshIntervalAuto, value);
+    write(m_refreshMode, mode, UserDefaultsKey::refreshMode, static_cast<int>(mode));
 }
 
 void AppSettings::setShowTntAddingWindow(bool value)

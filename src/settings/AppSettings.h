@@ -11,6 +11,10 @@
 // program's own case names.
 enum class UpdateInterval { disabled, day, weak, mounce };
 
+// Where the pause between polls comes from: the setting alone, the server's own refresh interval,
+// or the setting stretched to at least three times the server's answer time. Stored as its position.
+enum class RefreshMode { fixed, server, adaptive };
+
 // The settings that logic outside the views needs, loaded once and written through on every change.
 class AppSettings : public QObject
 {
@@ -37,13 +41,15 @@ public:
     // The registration domain: read until the user writes a value of their own.
     static void registerDefaults(UserDefaults &defaults);
     static UpdateInterval updateIntervalFromStored(const QVariant &stored);
+    // Before there was a mode, a switch chose the server's interval; short of that, the pause adapts.
+    static RefreshMode refreshModeFromStored(const QVariant &stored, const QVariant &followServer);
 
     UserDefaults &defaults() const { return m_defaults; }
 
     UpdateInterval updateCheckInterval() const { return m_updateCheckInterval; }
     int refreshInterval() const { return m_refreshInterval; }
     int intervalIncreaseValue() const { return m_intervalIncreaseValue; }
-    bool setRefreshIntervalAuto() const { return m_setRefreshIntervalAuto; }
+    RefreshMode refreshMode() const { return m_refreshMode; }
     bool showTntAddingWindow() const { return m_showTntAddingWindow; }
     bool autoDeleteTntFile() const { return m_autoDeleteTntFile; }
     bool deleteTntFileOnAdditionCanceled() const { return m_deleteTntFileOnAdditionCanceled; }
@@ -58,7 +64,7 @@ public:
     void setUpdateCheckInterval(UpdateInterval value);
     void setRefreshInterval(int milliseconds);
     void setIntervalIncreaseValue(int milliseconds);
-    void setSetRefreshIntervalAuto(bool value);
+    void setRefreshMode(RefreshMode mode);
     void setShowTntAddingWindow(bool value);
     void setAutoDeleteTntFile(bool value);
     void setDeleteTntFileOnAdditionCanceled(bool value);
@@ -83,7 +89,7 @@ private:
     UpdateInterval m_updateCheckInterval;
     int m_refreshInterval;
     int m_intervalIncreaseValue;
-    bool m_setRefreshIntervalAuto;
+    RefreshMode m_refreshMode;
     bool m_showTntAddingWindow;
     bool m_autoDeleteTntFile;
     bool m_deleteTntFileOnAdditionCanceled;

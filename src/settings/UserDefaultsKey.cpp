@@ -32,6 +32,7 @@ QString keyName(UserDefaultsKey key)
     case UserDefaultsKey::animateDockIcon: return QStringLiteral("animateDockIcon");
     case UserDefaultsKey::setRefreshIntervalAuto: return QStringLiteral("setRefreshIntervalAuto");
     case UserDefaultsKey::refreshInterval: return QStringLiteral("refreshInterval");
+    case UserDefaultsKey::refreshMode: return QStringLiteral("refreshMode");
     case UserDefaultsKey::intervalIncreaseValue: return QStringLiteral("intervalIncreaseValue");
     case UserDefaultsKey::updateCheckInterval: return QStringLiteral("updateCheckInterval");
     case UserDefaultsKey::lastCheckForUpdate: return QStringLiteral("lastCheckForUpdate");

@@ -32,7 +32,8 @@ enum class UserDefaultsKey {
     selectedBrowser,
     dlFinishedNotification,
     animateDockIcon,
-    setRefreshIntervalAuto,
+    setRefreshIntervalAuto, // read once, when no refreshMode is stored yet
+    refreshMode,
     refreshInterval,
     intervalIncreaseValue,
     updateCheckInterval,

@@ -60,7 +60,8 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
     , m_placeholder(new QLabel(m_connectedPages))
     , m_tntTable(new TntTableView(context.tntCollection(), context.settings().defaults(), m_connectedPages))
     , m_transferStatus(
-          new TransferStatus(context.serverState(), context.transferRates(), context.settings().defaults(), this))
+          new TransferStatus(context.serverState(), context.transferRates(), context.answerPace(),
+                             context.settings().defaults(), this))
     , m_updating(new QLabel(QCoreApplication::translate("MainWindow", "Updating…"), this))
     , m_commands(new TntCommands(context, this))
     , m_addingFlow(new TntAddingFlow(context, this))

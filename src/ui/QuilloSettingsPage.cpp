@@ -4,6 +4,7 @@
 #include "settings/AppSettings.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFormLayout>
@@ -25,9 +26,19 @@ QuilloSettingsPage::QuilloSettingsPage(AppSettings &settings, QWidget *parent)
     };
 
     addSection(QCoreApplication::translate("QuilloSettingsPage", "Updates from the server"));
-    QCheckBox *automatic = addSwitch(
+    // In the order of RefreshMode.
+    static const QStringList modes{
+        QCoreApplication::translate("QuilloSettingsPage", "At a fixed interval"),
         QCoreApplication::translate("QuilloSettingsPage", "Follow the server's refresh interval"),
-        [s] { return s->setRefreshIntervalAuto(); }, [s](bool on) { s->setSetRefreshIntervalAuto(on); });
+        QCoreApplication::translate("QuilloSettingsPage", "Adapt to the server's speed")};
+    QComboBox *mode = addChoice(
+        QCoreApplication::translate("QuilloSettingsPage", "Refresh:"), modes,
+        [s] { return modes.at(static_cast<int>(s->refreshMode())); },
+        [s](const QString &name) { s->setRefreshMode(static_cast<RefreshMode>(modes.indexOf(name))); });
+    mode->setToolTip(QCoreApplication::translate(
+        "QuilloSettingsPage", "Adapting waits at least three times as long as the server took to answer, and never "
+                              "less than the refresh interval: a slow server spends at most a quarter of its time "
+                              "on Quillo."));
     const AppSettings::Bounds refresh = AppSettings::refreshIntervalBounds;
     QSpinBox *interval = addNumber(
         QCoreApplication::translate("QuilloSettingsPage", "Refresh interval:"), refresh.minimum, refresh.maximum,
@@ -38,8 +49,11 @@ QuilloSettingsPage::QuilloSettingsPage(AppSettings &settings, QWidget *parent)
         QCoreApplication::translate("QuilloSettingsPage", "In the background, slower by:"), increase.minimum,
         increase.maximum, QCoreApplication::translate("QuilloSettingsPage", " ms"),
         [s] { return s->intervalIncreaseValue(); }, [s](int value) { s->setIntervalIncreaseValue(value); });
-    interval->setEnabled(!automatic->isChecked());
-    connect(automatic, &QCheckBox::toggled, interval, [interval](bool on) { interval->setEnabled(!on); });
+    // The interval is the server's own while following it, and the shortest pause while adapting.
+    const auto followsServer = [mode] { return mode->currentIndex() == static_cast<int>(RefreshMode::server); };
+    interval->setEnabled(!followsServer());
+    connect(mode, &QComboBox::currentIndexChanged, interval,
+            [interval, followsServer] { interval->setEnabled(!followsServer()); });
     const AppSettings::Bounds window = AppSettings::averagingWindowBounds;
     addNumber(
         QCoreApplication::translate("QuilloSettingsPage", "Speeds averaged over:"), window.minimum, window.maximum,

@@ -1,5 +1,6 @@
 #include "ui/TransferStatus.h"
 
+#include "model/AnswerPace.h"
 #include "model/GlobalTransferInfo.h"
 #include "model/RateHistory.h"
 #include "settings/UserDefaults.h"
@@ -29,11 +30,12 @@ QString connectionText(API::ConnectionStatus status)
 
 } // namespace
 
-TransferStatus::TransferStatus(GlobalTransferInfo &transfer, const RateHistory &rates, UserDefaults &defaults,
-                               QWidget *parent)
+TransferStatus::TransferStatus(GlobalTransferInfo &transfer, const RateHistory &rates, const AnswerPace &pace,
+                               UserDefaults &defaults, QWidget *parent)
     : QWidget(parent)
     , m_transfer(transfer)
     , m_rates(rates)
+    , m_pace(pace)
     , m_defaults(defaults)
     , m_connection(new QLabel(this))
     , m_dht(new QLabel(this))
@@ -77,7 +79,17 @@ TransferStatus::TransferStatus(GlobalTransferInfo &transfer, const RateHistory &
     layout->addWidget(m_detailsToggle);
     connect(&transfer, &GlobalTransferInfo::changed, this, &TransferStatus::refresh);
     connect(&defaults, &UserDefaults::valueChanged, this, &TransferStatus::refresh);
+    connect(&pace, &AnswerPace::changed, this, &TransferStatus::showAnswerTime);
     refresh();
+    showAnswerTime();
+}
+
+void TransferStatus::showAnswerTime()
+{
+    const std::optional<AnswerPace::Duration> last = m_pace.last();
+    m_connection->setToolTip(last ? tr("The server answered the last update in %1 ms (recently %2 ms).")
+                                        .arg(locale().toString(last->count()), locale().toString(m_pace.smoothed().count()))
+                                  : QString());
 }
 
 void TransferStatus::refresh()

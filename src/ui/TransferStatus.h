@@ -2,13 +2,14 @@
 
 #include <QWidget>
 
+class AnswerPace;
 class GlobalTransferInfo;
 class QLabel;
 class RateHistory;
 class QToolButton;
 class UserDefaults;
 
-// The status bar's figures: connection status, DHT nodes, free space, ratio, totals, rates, the
+// The status bar's figures: connection status (the server's answer time in its tooltip), DHT nodes, free space, ratio, totals, rates, the
 // alternative speed limits switch and the button that hides or shows the detail pane. The rates'
 // tooltips carry a sparkline of the last minutes.
 class TransferStatus : public QWidget
@@ -16,8 +17,8 @@ class TransferStatus : public QWidget
     Q_OBJECT
 
 public:
-    TransferStatus(GlobalTransferInfo &transfer, const RateHistory &rates, UserDefaults &defaults,
-                   QWidget *parent = nullptr);
+    TransferStatus(GlobalTransferInfo &transfer, const RateHistory &rates, const AnswerPace &pace,
+                   UserDefaults &defaults, QWidget *parent = nullptr);
 
     QString text() const; // everything shown, for tests and accessibility
     QToolButton *altSpeedSwitch() const { return m_altSpeed; }
@@ -40,9 +41,11 @@ protected:
 
 private:
     void refresh();
+    void showAnswerTime();
 
     GlobalTransferInfo &m_transfer;
     const RateHistory &m_rates;
+    const AnswerPace &m_pace;
     UserDefaults &m_defaults;
     QLabel *m_connection;
     QLabel *m_dht;

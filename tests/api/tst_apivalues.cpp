@@ -119,7 +119,7 @@ private Q_SLOTS:
         QCOMPARE(credentials.isMissing(method), missing);
     }
 
-    // Compressed answers cost more to inflate than to carry over a local network.
+    // Plain answers are quicker over loopback only: a local network carries them slower than gzip.
     void compressionDecision_data()
     {
         QTest::addColumn<QString>("host");
@@ -132,21 +132,14 @@ private Q_SLOTS:
         row("IPv6 loopback in brackets", "[::1]", false);
         row("localhost, upper case", "LocalHost", false);
         row("name under localhost", "qbt.localhost", false);
-        row("mDNS name", "nas.local", false);
-        row("10/8", "10.20.30.40", false);
-        row("172.16/12 low end", "172.16.0.1", false);
-        row("172.16/12 high end", "172.31.255.254", false);
-        row("below 172.16/12", "172.15.255.254", true);
-        row("above 172.16/12", "172.32.0.1", true);
-        row("192.168/16", "192.168.1.20", false);
-        row("next to 192.168/16", "192.169.1.20", true);
-        row("IPv4 link-local", "169.254.10.1", false);
-        row("IPv6 unique local fd00::", "fd00::1", false);
-        row("IPv6 link-local", "fe80::1", false);
-        row("IPv4-mapped private", "::ffff:192.168.0.9", false);
+        row("mDNS name", "nas.local", true);
+        row("10/8", "10.20.30.40", true);
+        row("192.168/16", "192.168.1.20", true);
+        row("IPv6 unique local fd00::", "fd00::1", true);
+        row("IPv4-mapped loopback", "::ffff:127.0.0.1", false);
+        row("IPv4-mapped private", "::ffff:192.168.0.9", true);
         row("IPv4-mapped public", "::ffff:8.8.8.8", true);
         row("public IPv6", "2001:4860::8888", true);
-        row("carrier-grade NAT, a VPN across the internet", "100.64.1.2", true);
         row("public name", "seedbox.example.com", true);
         row("name containing localhost", "localhost.example.com", true);
         row("name that looks like an address", "10.0.0.1.example.com", true);

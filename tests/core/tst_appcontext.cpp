@@ -179,15 +179,62 @@ private Q_SLOTS:
     // The server's own interval is known before the loop starts, and settings reach the loop under way.
     void pollingInterval()
     {
-        m_context->settings().setSetRefreshIntervalAuto(true);
+        m_context->settings().setRefreshMode(RefreshMode::server);
         m_context->settings().setIntervalIncreaseValue(1000);
         wait(m_context->selectConfiguration(addConnection(AuthMethod::cookieLogin, admin)));
         QVERIFY(m_context->isPolling());
         QCOMPARE(m_context->pollingInterval(), std::chrono::milliseconds(1500));
         m_context->setAppState(AppContext::AppState::background);
         QCOMPARE(m_context->pollingInterval(), std::chrono::milliseconds(2500));
-        m_context->settings().setSetRefreshIntervalAuto(false);
+        m_context->settings().setRefreshMode(RefreshMode::fixed);
         QCOMPARE(m_context->pollingInterval(), std::chrono::milliseconds(3000));
+    }
+
+    // The pause after a main-data answer, adapting to how long the server takes to answer: never
+    // below the setting, at once three times a slow answer, back to the setting a few quick
+    // answers later.
+    void pauseAdaptsToTheAnswerTime_data()
+    {
+        QTest::addColumn<QList<int>>("answerMs");
+        QTest::addColumn<int>("least");
+        QTest::addColumn<int>("most");
+        const int setting = 2000;
+        const int slow = 900 * Poller::pausePerAnswerTime;
+        const int longest = AppSettings::refreshIntervalBounds.maximum;
+        QTest::newRow("quick") << QList<int>{10, 10} << setting << setting;
+        QTest::newRow("slow at once") << QList<int>{10, 900} << slow << longest;
+        QTest::newRow("one quick answer between slow ones") << QList<int>{900, 10} << setting + 1 << longest;
+        QTest::newRow("quick again") << QList<int>{900, 900, 10, 10, 10} << setting << setting;
+    }
+
+    void pauseAdaptsToTheAnswerTime()
+    {
+        QFETCH(QList<int>, answerMs);
+        QFETCH(int, least);
+        QFETCH(int, most);
+        auto delay = std::make_shared<int>(10);
+        m_server->setHandler([this, delay](const FakeServer::Request &request) {
+            Response response = m_qbt.answer(request);
+            if (request.target.endsWith("/sync/maindata"))
+                response.delay = std::chrono::milliseconds(*delay);
+            return response;
+        });
+        m_qbt.bypass = true;
+        // The loop's first pause is a minute long: only the polls forced here are answered.
+        m_context->settings().setRefreshMode(RefreshMode::fixed);
+        m_context->settings().setRefreshInterval(60'000);
+        wait(m_context->selectConfiguration(addConnection(AuthMethod::none)));
+        m_context->settings().setRefreshInterval(2000);
+        m_context->settings().setRefreshMode(RefreshMode::adaptive);
+        for (const int ms : answerMs) {
+            *delay = ms;
+            QSignalSpy answered(&m_context->answerPace(), &AnswerPace::changed);
+            m_context->forcePoll();
+            QTRY_COMPARE(answered.size(), 1);
+            QVERIFY(m_context->answerPace().last() >= std::chrono::milliseconds(ms));
+        }
+        const qint64 pause = m_context->pollingInterval().count();
+        QVERIFY2(pause >= least && pause <= most, qPrintable(QString::number(pause)));
     }
 
     void storedCredentials_data()

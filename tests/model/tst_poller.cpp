@@ -1,3 +1,4 @@
+#include "model/AnswerPace.h"
 #include "model/GlobalTransferInfo.h"
 #include "model/Poller.h"
 #include "settings/AppSettings.h"
@@ -141,27 +142,47 @@ private Q_SLOTS:
 
     void interval_data()
     {
-        QTest::addColumn<bool>("automatic");
+        using M = RefreshMode;
+        QTest::addColumn<RefreshMode>("mode");
         QTest::addColumn<qint64>("server");
+        QTest::addColumn<QList<int>>("answers");
         QTest::addColumn<int>("increase");
         QTest::addColumn<bool>("background");
         QTest::addColumn<int>("expected");
-        QTest::newRow("setting, foreground") << false << qint64(1500) << 1000 << false << 2500;
-        QTest::newRow("setting, background") << false << qint64(1500) << 1000 << true << 3500;
-        QTest::newRow("no increase") << false << qint64(1500) << 0 << true << 2500;
-        QTest::newRow("server's own") << true << qint64(1500) << 1000 << false << 1500;
-        QTest::newRow("server's own, background") << true << qint64(1500) << 1000 << true << 2500;
+        const QList<int> none;
+        QTest::newRow("setting, foreground") << M::fixed << qint64(1500) << none << 1000 << false << 2500;
+        QTest::newRow("setting, background") << M::fixed << qint64(1500) << none << 1000 << true << 3500;
+        QTest::newRow("no increase") << M::fixed << qint64(1500) << none << 0 << true << 2500;
+        QTest::newRow("setting, slow server") << M::fixed << qint64(1500) << QList<int>{900} << 0 << false << 2500;
+        QTest::newRow("server's own") << M::server << qint64(1500) << none << 1000 << false << 1500;
+        QTest::newRow("server's own, background") << M::server << qint64(1500) << none << 1000 << true << 2500;
         // Never back to back, never stalled: what the server says is held to the setting's bounds.
-        QTest::newRow("server names none") << true << qint64(0) << 1000 << false << 2500;
-        QTest::newRow("server's negative") << true << qint64(-5) << 1000 << false << 500;
-        QTest::newRow("server's absurd") << true << qint64(1) << 1000 << false << 500;
-        QTest::newRow("server's a month") << true << qint64(2'592'000'000) << 1000 << true << 61'000;
+        QTest::newRow("server names none") << M::server << qint64(0) << none << 1000 << false << 2500;
+        QTest::newRow("server's negative") << M::server << qint64(-5) << none << 1000 << false << 500;
+        QTest::newRow("server's absurd") << M::server << qint64(1) << none << 1000 << false << 500;
+        QTest::newRow("server's a month") << M::server << qint64(2'592'000'000) << none << 1000 << true << 61'000;
+        // Adapting: three times the answer time, never below the setting nor above the bounds.
+        QTest::newRow("adaptive, no answer yet") << M::adaptive << qint64(1500) << none << 1000 << false << 2500;
+        QTest::newRow("adaptive, quick") << M::adaptive << qint64(1500) << QList<int>{10} << 1000 << false << 2500;
+        QTest::newRow("adaptive, slow") << M::adaptive << qint64(1500) << QList<int>{900} << 1000 << false << 2700;
+        QTest::newRow("adaptive, slow, background") << M::adaptive << qint64(0) << QList<int>{900} << 1000 << true
+                                                    << 3700;
+        QTest::newRow("adaptive, slower at once") << M::adaptive << qint64(0) << QList<int>{10, 900} << 0 << false
+                                                  << 2700;
+        // A quicker answer moves the smoothed time a quarter of the way: 1200 - 800 / 4.
+        QTest::newRow("adaptive, quick again") << M::adaptive << qint64(0) << QList<int>{1200, 400} << 0 << false
+                                               << 3000;
+        QTest::newRow("adaptive, quick for a while") << M::adaptive << qint64(0) << QList<int>{900, 100, 100, 100}
+                                                     << 0 << false << 2500;
+        QTest::newRow("adaptive, a minute") << M::adaptive << qint64(0) << QList<int>{30'000} << 1000 << true
+                                            << 61'000;
     }
 
     void interval()
     {
-        QFETCH(bool, automatic);
+        QFETCH(RefreshMode, mode);
         QFETCH(qint64, server);
+        QFETCH(QList<int>, answers);
         QFETCH(int, increase);
         QFETCH(bool, background);
         QFETCH(int, expected);
@@ -170,12 +191,15 @@ private Q_SLOTS:
         AppSettings settings(defaults);
         settings.setRefreshInterval(2500);
         settings.setIntervalIncreaseValue(increase);
-        settings.setSetRefreshIntervalAuto(automatic);
+        settings.setRefreshMode(mode);
         GlobalTransferInfo transfer;
         API::SGlobalTransferInfo state;
         state.refreshInterval = server;
         transfer.update(state);
-        QCOMPARE(Poller::intervalFor(settings, transfer, background), std::chrono::milliseconds(expected));
+        AnswerPace pace;
+        for (const int ms : answers)
+            pace.record(std::chrono::milliseconds(ms));
+        QCOMPARE(Poller::intervalFor(settings, transfer, pace, background), std::chrono::milliseconds(expected));
     }
 };
 

@@ -97,6 +97,33 @@ private Q_SLOTS:
         QCOMPARE(AppSettings(defaults).updateCheckInterval(), read);
     }
 
+    void storedRefreshMode_data()
+    {
+        QTest::addColumn<QVariant>("stored");
+        QTest::addColumn<QVariant>("followServer");
+        QTest::addColumn<RefreshMode>("read");
+        QTest::newRow("nothing stored") << QVariant() << QVariant() << RefreshMode::adaptive;
+        QTest::newRow("fixed") << QVariant(0) << QVariant(true) << RefreshMode::fixed;
+        QTest::newRow("out of range") << QVariant(3) << QVariant() << RefreshMode::adaptive;
+        QTest::newRow("not a number") << QVariant(QStringLiteral("server")) << QVariant() << RefreshMode::adaptive;
+        // Before there was a mode.
+        QTest::newRow("followed the server") << QVariant() << QVariant(true) << RefreshMode::server;
+        QTest::newRow("did not follow the server") << QVariant() << QVariant(false) << RefreshMode::adaptive;
+    }
+
+    void storedRefreshMode()
+    {
+        QFETCH(QVariant, stored);
+        QFETCH(QVariant, followServer);
+        QFETCH(RefreshMode, read);
+        UserDefaults defaults(iniPath());
+        if (stored.isValid())
+            defaults.setValue(K::refreshMode, stored);
+        if (followServer.isValid())
+            defaults.setValue(K::setRefreshIntervalAuto, followServer);
+        QCOMPARE(AppSettings(defaults).refreshMode(), read);
+    }
+
     void changesAreWrittenThroughAndSurviveARestart()
     {
         {

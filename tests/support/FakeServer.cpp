@@ -6,6 +6,7 @@
 #include <QSslSocket>
 #include <QTcpSocket>
 #include <QTemporaryDir>
+#include <QTimer>
 
 namespace {
 
@@ -244,6 +245,12 @@ void FakeServer::readFrom(QTcpSocket *socket)
 
 void FakeServer::respond(QTcpSocket *socket, const Response &response)
 {
+    if (response.delay > std::chrono::milliseconds(0)) {
+        Response now = response;
+        now.delay = {};
+        QTimer::singleShot(response.delay, socket, [this, socket, now] { respond(socket, now); });
+        return;
+    }
     switch (response.kind) {
     case Response::Kind::drop: socket->abort(); return;
     case Response::Kind::stall: m_stalled << socket; return;

@@ -12,6 +12,7 @@
 #include <QSslKey>
 #include <QTcpServer>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -47,6 +48,7 @@ public:
         int status = 200;
         QByteArray body;
         Headers headers;
+        std::chrono::milliseconds delay{0}; // an answer this long in the making, as a busy server's
 
         static Response text(int status, const QByteArray &body);
         static Response json(const QByteArray &body);

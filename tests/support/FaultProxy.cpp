@@ -32,7 +32,7 @@ FaultProxy::FaultProxy(quint16 upstreamPort, QObject *parent)
     , m_upstreamPort(upstreamPort)
 {
     connect(&m_server, &QTcpServer::pendingConnectionAvailable, this, &FaultProxy::accept);
-    m_trickle.setInterval(1000);
+    m_trickle.setTimerType(Qt::PreciseTimer);
     connect(&m_trickle, &QTimer::timeout, this, &FaultProxy::trickle);
 }
 
@@ -69,9 +69,10 @@ void FaultProxy::setMode(Mode mode)
         for (Link *link : std::as_const(m_links))
             link->carriedDown = 0; // what they carried before does not count
     }
-    if (mode == Mode::slow)
-        m_trickle.start();
-    else
+    if (limits()) {
+        m_trickle.start(mode == Mode::slow ? 1000 : 10);
+        m_sinceTrickle.start();
+    } else
         m_trickle.stop();
     if (!thawing || freezes())
         return;
@@ -140,7 +141,7 @@ void FaultProxy::forwardUp(Link &link)
 
 void FaultProxy::forwardDown(Link &link, qint64 limit)
 {
-    if (freezes() || !link.upstream || (m_mode == Mode::slow && limit < 0))
+    if (freezes() || !link.upstream || (limits() && limit < 0))
         return;
     QByteArray bytes = limit < 0 ? link.upstream->readAll() : link.upstream->read(limit);
     if (m_mode == Mode::cut && link.carriedDown + bytes.size() >= m_cutAfter) {
@@ -159,10 +160,12 @@ void FaultProxy::forwardDown(Link &link, qint64 limit)
 
 void FaultProxy::trickle()
 {
+    // A late tick carries what the time since the last one allows.
+    const qint64 slice = m_mode == Mode::slow ? m_bytesPerSecond : m_bytesPerSecond * m_sinceTrickle.restart() / 1000;
     const QList<Link *> links = m_links;
     for (Link *link : links) {
         if (link->upstream && link->upstream->bytesAvailable() > 0)
-            forwardDown(*link, m_bytesPerSecond);
+            forwardDown(*link, slice);
     }
 }
 

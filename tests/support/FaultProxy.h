@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -14,7 +15,8 @@ class QTcpSocket;
 //   pass       forwards both ways (the default)
 //   refuse     stops listening: a new connection is refused by the system; open ones are reset
 //   hold       accepts and never reads or forwards; open ones freeze where they are
-//   slow       forwards the server's answers `bytesPerSecond` bytes a second
+//   slow       forwards the server's answers `bytesPerSecond` bytes a second, once a second
+//   throttle   forwards them at `bytesPerSecond` per connection in slices of 10 ms, as a slow link would
 //   cut        forwards until a connection has carried `cutAfter` more bytes of answers, then resets it;
 //              after one cut it passes again
 //   reset      resets every connection, open or new, without a word
@@ -25,7 +27,7 @@ class FaultProxy : public QObject
     Q_OBJECT
 
 public:
-    enum class Mode { pass, refuse, hold, slow, cut, reset, blackHole };
+    enum class Mode { pass, refuse, hold, slow, throttle, cut, reset, blackHole };
 
     explicit FaultProxy(quint16 upstreamPort, QObject *parent = nullptr);
     ~FaultProxy() override;
@@ -51,6 +53,7 @@ private:
     void trickle();
     void drop(Link *link, bool hard);
     bool freezes() const { return m_mode == Mode::hold || m_mode == Mode::blackHole; }
+    bool limits() const { return m_mode == Mode::slow || m_mode == Mode::throttle; }
 
     quint16 m_upstreamPort;
     quint16 m_port = 0;
@@ -60,5 +63,6 @@ private:
     qint64 m_cutAfter = 0;
     int m_cuts = 0;
     QTimer m_trickle;
+    QElapsedTimer m_sinceTrickle;
     QList<Link *> m_links;
 };

@@ -1,3 +1,4 @@
+#include "model/AnswerPace.h"
 #include "model/GlobalTransferInfo.h"
 #include "model/RateHistory.h"
 #include "settings/UserDefaults.h"
@@ -5,6 +6,7 @@
 #include "ui/RateGraph.h"
 #include "ui/TransferStatus.h"
 
+#include <QLabel>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -64,6 +66,17 @@ void fill(RateHistory &history, const QString &alternative, qint64 down, qint64 
     for (qsizetype at = 0; at < alternative.size(); ++at)
         history.add({start + std::chrono::seconds(10 * at), down, up, alternative[at] == u'1'});
 }
+
+// A status bar over models of its own.
+struct StatusBar
+{
+    QTemporaryDir dir;
+    UserDefaults defaults{dir.filePath(QStringLiteral("Quillo.ini"))};
+    GlobalTransferInfo transfer;
+    RateHistory history{std::chrono::seconds(30)};
+    AnswerPace pace;
+    TransferStatus status{transfer, history, pace, defaults};
+};
 
 } // namespace
 
@@ -178,14 +191,11 @@ private Q_SLOTS:
     // The status bar's rate tooltips carry the sparkline as an image Qt's rich text can show.
     void rateToolTipShowsTheSparkline()
     {
-        QTemporaryDir dir;
-        UserDefaults defaults(dir.filePath(QStringLiteral("Quillo.ini")));
-        GlobalTransferInfo transfer;
-        RateHistory history{std::chrono::seconds(30)};
-        TransferStatus status(transfer, history, defaults);
+        StatusBar bar;
+        TransferStatus &status = bar.status;
         QCOMPARE(status.rateToolTip(true), QStringLiteral("Global upload limit"));
 
-        fill(history, QStringLiteral("0110"), 2048, 0);
+        fill(bar.history, QStringLiteral("0110"), 2048, 0);
         const QString tip = status.rateToolTip(false);
         QVERIFY(tip.contains(QStringLiteral("Global download limit")));
         const QRegularExpressionMatch source = QRegularExpression(QStringLiteral("src='([^']+)'")).match(tip);
@@ -195,6 +205,21 @@ private Q_SLOTS:
         const QImage shown = document.resource(QTextDocument::ImageResource, QUrl(source.captured(1))).value<QImage>();
         QVERIFY(!shown.isNull());
         QVERIFY(near(shown.pixelColor(shown.width() / 2, shown.height() / 2), RateGraph::alternativeColour, 2));
+    }
+
+    // The connection's tooltip tells how long the server took to answer, once it has answered.
+    void connectionToolTipShowsTheAnswerTime()
+    {
+        StatusBar bar;
+        QLabel *connection = nullptr;
+        for (QLabel *label : bar.status.findChildren<QLabel *>())
+            connection = label->text().startsWith(QStringLiteral("Connection status")) ? label : connection;
+        QVERIFY(connection);
+        QCOMPARE(connection->toolTip(), QString());
+        bar.pace.record(std::chrono::milliseconds(1200));
+        bar.pace.record(std::chrono::milliseconds(400));
+        QCOMPARE(connection->toolTip(), QStringLiteral("The server answered the last update in 400 ms (recently %1 ms).")
+                                            .arg(QLocale().toString(1000)));
     }
 };
 

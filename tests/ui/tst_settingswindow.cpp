@@ -129,6 +129,11 @@ private Q_SLOTS:
             field<QSpinBox>(page, QStringLiteral("Refresh interval:"))->setValue(4500);
         }) << Stored([](AppContext &c) { return QVariant(c.settings().refreshInterval()); })
                                 << QVariant(2000) << QVariant(4500);
+        QTest::newRow("choice") << Edit([](QWidget &page) {
+            field<QComboBox>(page, QStringLiteral("Refresh:"))->setCurrentText(QStringLiteral("At a fixed interval"));
+        }) << Stored([](AppContext &c) { return QVariant(static_cast<int>(c.settings().refreshMode())); })
+                                << QVariant(static_cast<int>(RefreshMode::adaptive))
+                                << QVariant(static_cast<int>(RefreshMode::fixed));
         QTest::newRow("setting of the context") << Edit([](QWidget &page) {
             field<QCheckBox>(page, QStringLiteral("Notify when downloads complete"))->setChecked(false);
         }) << Stored([](AppContext &c) { return QVariant(c.settings().notifyDownloadsComplete()); })
@@ -167,8 +172,11 @@ private Q_SLOTS:
         QCOMPARE(interval->maximum(), AppSettings::refreshIntervalBounds.maximum);
         QSpinBox *window = field<QSpinBox>(page, QStringLiteral("Speeds averaged over:"));
         QCOMPARE(window->maximum(), AppSettings::averagingWindowBounds.maximum);
-        // The interval is the server's while following it.
-        field<QCheckBox>(page, QStringLiteral("Follow the server's refresh interval"))->setChecked(true);
+        // The interval is the server's while following it, and the shortest pause while adapting.
+        QComboBox *mode = field<QComboBox>(page, QStringLiteral("Refresh:"));
+        QCOMPARE(mode->currentText(), QStringLiteral("Adapt to the server's speed"));
+        QVERIFY(interval->isEnabled());
+        mode->setCurrentText(QStringLiteral("Follow the server's refresh interval"));
         QVERIFY(!interval->isEnabled());
     }
 
