@@ -15,6 +15,34 @@ API::STntModel downloading(const QString &name)
     return {.name = name, .state = TntModel::State::downloading};
 }
 
+// A notifier over a collection of its own, and the service that records what it tells.
+struct Watched
+{
+    NotificationService service;
+    UserDefaults defaults;
+    AppSettings settings{defaults};
+    TntCollection collection;
+    CompletionNotifier notifier{collection, settings};
+
+    Watched(const QString &settingsFile, bool notifying)
+        : defaults(settingsFile)
+    {
+        settings.setNotifyDownloadsComplete(notifying);
+    }
+    ~Watched() { service.withdraw(); }
+
+    // A download that finishes after everything else, announced on its own: once it has been told,
+    // everything before it has been too.
+    bool sentinelTold()
+    {
+        settings.setNotifyDownloadsComplete(true);
+        collection.merge({{QStringLiteral("s"), downloading(QStringLiteral("Sentinel"))}}, {}, 5);
+        collection.merge({{QStringLiteral("s"), API::STntModel{.state = TntModel::State::stalledUP}}}, {}, 5);
+        return QTest::qWaitFor(
+            [this] { return !service.received.isEmpty() && service.received.last().body == u"\"Sentinel\""_qs; });
+    }
+};
+
 } // namespace
 
 Q_DECLARE_METATYPE(QList<TntModel::State>)
@@ -54,24 +82,15 @@ private Q_SLOTS:
         QFETCH(QList<TntModel::State>, states);
         QFETCH(bool, notifying);
         QFETCH(int, announced);
-        NotificationService service;
-        QVERIFY(service.publish());
-        UserDefaults defaults(m_dir.filePath(QStringLiteral("Quillo.ini")));
-        AppSettings settings(defaults);
-        settings.setNotifyDownloadsComplete(notifying);
-        TntCollection collection;
-        CompletionNotifier notifier(collection, settings);
+        Watched watched(m_dir.filePath(QStringLiteral("Quillo.ini")), notifying);
+        QVERIFY(watched.service.publish());
         const QString hash = QStringLiteral("a");
-        collection.replaceAll(TntCollection::build({{hash, {.name = QStringLiteral("A"), .state = states.first()}}}, 5));
+        watched.collection.replaceAll(
+            TntCollection::build({{hash, {.name = QStringLiteral("A"), .state = states.first()}}}, 5));
         for (qsizetype step = 1; step < states.size(); ++step)
-            collection.merge({{hash, API::STntModel{.state = states[step]}}}, {}, 5);
-        // A sentinel that must be announced after all of them.
-        settings.setNotifyDownloadsComplete(true);
-        collection.merge({{QStringLiteral("s"), downloading(QStringLiteral("Sentinel"))}}, {}, 5);
-        collection.merge({{QStringLiteral("s"), API::STntModel{.state = TntModel::State::stalledUP}}}, {}, 5);
-        QTRY_COMPARE(service.received.isEmpty() ? QString() : service.received.last().body, u"\"Sentinel\""_qs);
-        QCOMPARE(service.received.size(), announced + 1);
-        service.withdraw();
+            watched.collection.merge({{hash, API::STntModel{.state = states[step]}}}, {}, 5);
+        QVERIFY(watched.sentinelTold());
+        QCOMPARE(watched.service.received.size(), announced + 1);
     }
 
     // What the first answer after a kept list finds finished happened while Quillo was away: one
@@ -97,37 +116,28 @@ private Q_SLOTS:
         QFETCH(bool, notifying);
         QFETCH(QString, summary);
         QFETCH(QString, body);
-        NotificationService service;
-        QVERIFY(service.publish());
-        UserDefaults defaults(m_dir.filePath(QStringLiteral("Quillo.ini")));
-        AppSettings settings(defaults);
-        settings.setNotifyDownloadsComplete(notifying);
-        TntCollection collection;
-        CompletionNotifier notifier(collection, settings);
-        QSignalSpy attention(&notifier, &CompletionNotifier::attentionRequested);
+        Watched watched(m_dir.filePath(QStringLiteral("Quillo.ini")), notifying);
+        QVERIFY(watched.service.publish());
+        QSignalSpy attention(&watched.notifier, &CompletionNotifier::attentionRequested);
         // The kept list: eight downloads, and one torrent complete already.
         QHash<QString, API::STntModel> kept{{u"done"_qs, {.name = u"Done"_qs, .state = TntModel::State::stalledUP}}};
         for (int i = 0; i < 8; ++i)
             kept.insert(QString::number(i), downloading(u"D"_qs + QString::number(i)));
-        collection.replaceAll(TntCollection::build(kept, 5));
+        watched.collection.replaceAll(TntCollection::build(kept, 5));
         QHash<QString, API::STntModel> answer{{u"done"_qs, {.state = TntModel::State::uploading}}};
         for (int i = 0; i < finished; ++i)
             answer.insert(QString::number(i), {.state = TntModel::State::pausedUP});
-        notifier.beginCatchUp();
-        collection.mergeFull(answer, 5); // what it does not list has gone
-        notifier.endCatchUp();
+        watched.notifier.beginCatchUp();
+        watched.collection.mergeFull(answer, 5); // what it does not list has gone
+        watched.notifier.endCatchUp();
         // A download finishing afterwards is told on its own, as usual.
-        settings.setNotifyDownloadsComplete(true);
-        collection.merge({{u"new"_qs, downloading(u"Sentinel"_qs)}}, {}, 5);
-        collection.merge({{u"new"_qs, API::STntModel{.state = TntModel::State::stalledUP}}}, {}, 5);
-        QTRY_COMPARE(service.received.isEmpty() ? QString() : service.received.last().body, u"\"Sentinel\""_qs);
-        QCOMPARE(service.received.size(), summary.isEmpty() ? 1 : 2);
+        QVERIFY(watched.sentinelTold());
+        QCOMPARE(watched.service.received.size(), summary.isEmpty() ? 1 : 2);
         if (!summary.isEmpty()) {
-            QCOMPARE(service.received.first().summary, summary);
-            QCOMPARE(service.received.first().body, body);
+            QCOMPARE(watched.service.received.first().summary, summary);
+            QCOMPARE(watched.service.received.first().body, body);
         }
         QCOMPARE(attention.size(), finished > 0 ? 2 : 1);
-        service.withdraw();
     }
 
     void finishedDownloadsAreAnnounced_data()
