@@ -1,14 +1,8 @@
 #include "model/TntCollection.h"
 
 #include <QThreadPool>
-#include <QTimer>
-
-#ifdef __GLIBC__
-#include <malloc.h>
-#endif
 
 #include <algorithm>
-#include <chrono>
 
 TntCollection::TntCollection(QObject *parent)
     : KeyedRows(parent)
@@ -32,13 +26,6 @@ void TntCollection::replaceAll(Models models)
     // Tens of thousands of models take a while to free: not on the thread that paints.
     if (previous->size() > 1000)
         QThreadPool::globalInstance()->start([previous = std::move(previous)]() mutable { previous.reset(); });
-#ifdef __GLIBC__
-    // A full update leaves tens of megabytes free but resident in the allocator's heaps, scattered
-    // between the models: the answer's body, its decoded records (freed on the worker that built
-    // these) and the models replaced. They go back to the system once the table is painted: run at
-    // once, the trim holds the heaps' locks while the first paint allocates (+3 ms to it at 10,000).
-    QTimer::singleShot(std::chrono::seconds(1), this, [] { QThreadPool::globalInstance()->start([] { malloc_trim(0); }); });
-#endif
 }
 
 void TntCollection::clear()
