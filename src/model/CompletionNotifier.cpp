@@ -118,16 +118,22 @@ void CompletionNotifier::endCatchUp()
         return;
     std::sort(names.begin(), names.end(),
               [](const QString &a, const QString &b) { return QString::localeAwareCompare(a, b) < 0; });
+    const QString title =
+        names.size() == 1
+            ? QCoreApplication::translate("CompletionNotifier", "A download completed while Quillo was closed")
+            : QCoreApplication::translate("CompletionNotifier", "%1 downloads completed while Quillo was closed")
+                  .arg(names.size());
+    tell({{title, summaryBody(names)}});
+}
+
+void CompletionNotifier::tell(const QList<std::pair<QString, QString>> &notices)
+{
     if (m_settings.notifyDownloadsComplete()) {
-        const QString title =
-            names.size() == 1
-                ? QCoreApplication::translate("CompletionNotifier", "A download completed while Quillo was closed")
-                : QCoreApplication::translate("CompletionNotifier", "%1 downloads completed while Quillo was closed")
-                      .arg(names.size());
-        Platform::Notifications::post({.threadId = QString::fromLatin1(threadId),
-                                       .title = title,
-                                       .body = summaryBody(names),
-                                       .sound = m_settings.selectedSound()});
+        for (const auto &[title, text] : notices)
+            Platform::Notifications::post({.threadId = QString::fromLatin1(threadId),
+                                           .title = title,
+                                           .body = text,
+                                           .sound = m_settings.selectedSound()});
     }
     if (m_settings.animateDockIcon())
         Q_EMIT attentionRequested();
@@ -142,15 +148,9 @@ void CompletionNotifier::announce(const QStringList &hashes)
             m_caughtUp << m_collection.find(hash)->name();
         return;
     }
-    if (m_settings.notifyDownloadsComplete()) {
-        for (const QString &hash : hashes) {
-            Platform::Notifications::post(
-                {.threadId = QString::fromLatin1(threadId),
-                 .title = QCoreApplication::translate("CompletionNotifier", "Download completed"),
-                 .body = body(m_collection.find(hash)->name()),
-                 .sound = m_settings.selectedSound()});
-        }
-    }
-    if (m_settings.animateDockIcon())
-        Q_EMIT attentionRequested();
+    QList<std::pair<QString, QString>> notices;
+    for (const QString &hash : hashes)
+        notices.append({QCoreApplication::translate("CompletionNotifier", "Download completed"),
+                        body(m_collection.find(hash)->name())});
+    tell(notices);
 }

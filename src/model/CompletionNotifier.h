@@ -37,6 +37,8 @@ private:
     // Follows the torrent at `row`; true when this is its download finishing.
     bool follow(qsizetype row);
     void announce(const QStringList &hashes);
+    // One notification per title and body, as the settings want them, and one request for attention.
+    void tell(const QList<std::pair<QString, QString>> &notices);
 
     TntCollection &m_collection;
     AppSettings &m_settings;
