@@ -11,7 +11,7 @@ struct Symbol
 {
     QStringView symbol;
     QStringView themeName; // freedesktop naming; empty where no theme has the picture
-    QStringView bundled;   // under :/icons/sidebar/
+    QStringView bundled;   // under :/bundled/icons/sidebar/
 };
 
 constexpr std::array symbols{

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QGuiApplication>
+#include <QHash>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
@@ -83,12 +84,9 @@ private:
     QByteArray m_svg;
 };
 
-} // namespace
-
-QIcon themedIcon(QStringView themeName, QStringView bundled)
+QIcon lookedUp(QStringView themeName, QStringView bundled)
 {
-    [[maybe_unused]] static const bool registered = (initResources(), true);
-    const QString path = QStringLiteral(":/icons/%1.svg").arg(bundled);
+    const QString path = QStringLiteral(":/bundled/icons/%1.svg").arg(bundled);
     QFile file(path);
     QByteArray svg = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     const QIcon picture =
@@ -98,4 +96,19 @@ QIcon themedIcon(QStringView themeName, QStringView bundled)
     const QString name = themeName.toString();
     // Themes of the GNOME family name their monochrome icons with a suffix.
     return QIcon::fromTheme(name, QIcon::fromTheme(name + QStringLiteral("-symbolic"), picture));
+}
+
+} // namespace
+
+QIcon themedIcon(QStringView themeName, QStringView bundled)
+{
+    [[maybe_unused]] static const bool registered = (initResources(), true);
+    // A name looked up in the icon theme is tried in every folder of the theme and of those it
+    // inherits, on disk and in the resources: a window's worth of icons took a third of the start.
+    // An icon the theme has follows a change of theme by itself.
+    static QHash<QString, QIcon> made;
+    const QString key = themeName.toString() + u'\n' + bundled.toString();
+    if (const auto found = made.constFind(key); found != made.cend())
+        return *found;
+    return *made.insert(key, lookedUp(themeName, bundled));
 }
