@@ -8,22 +8,28 @@
 #include "ui/CommandLine.h"
 #include "ui/MainMenus.h"
 #include "ui/MainWindow.h"
+#include "ui/StartupTrace.h"
 #include "ui/ThemedIcon.h"
 #include "ui/TntActions.h"
 #include "ui/TntAddingFlow.h"
+#include "ui/TntTableView.h"
 #include "ui/Translation.h"
 #include "ui/TrayIcon.h"
 #include "ui/UpdatePresenter.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QLocale>
 #include <QLoggingCategory>
+#include <QTableView>
 
 Q_LOGGING_CATEGORY(lcMain, "Quillo")
 
 int main(int argc, char *argv[])
 {
+    QElapsedTimer sinceStart;
+    sinceStart.start();
     QApplication::setApplicationName(QString::fromUtf16(AppInfo::name));
     QApplication::setApplicationVersion(QString::fromUtf16(AppInfo::version));
     // Answered without a display, as on a server over ssh: they print and end the program.
@@ -54,6 +60,7 @@ int main(int argc, char *argv[])
     KeychainStore keychain;
     AppContext context(defaults, keychain);
     MainWindow window(context);
+    StartupTrace::watch(window, *window.tntTable()->table(), sinceStart);
     TrayIcon tray(context, window);
     // Torrents wait until the connection is ready, and open once it is.
     const auto follow = [&window](const CommandLine &given) {
