@@ -2469,8 +2469,8 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
         <translation>Aktualisieren:</translation>
     </message>
     <message>
-        <source>Adapting waits at least three times as long as the server took to answer, and never less than the refresh interval: a slow server spends at most a quarter of its time on Quillo.</source>
-        <translation>Beim Anpassen wartet Quillo mindestens dreimal so lange, wie der Server für seine Antwort gebraucht hat, und nie kürzer als das Aktualisierungsintervall: Ein langsamer Server verbringt höchstens ein Viertel seiner Zeit mit Quillo.</translation>
+        <source>Adapting waits at least seven times as long as the server took to answer, and never less than the refresh interval: a slow server spends at most an eighth of its time on Quillo.</source>
+        <translation>Beim Anpassen wartet Quillo mindestens siebenmal so lange, wie der Server für seine Antwort gebraucht hat, und nie kürzer als das Aktualisierungsintervall: Ein langsamer Server verbringt höchstens ein Achtel seiner Zeit mit Quillo.</translation>
     </message>
     <message>
         <source>Remember torrent lists between starts</source>

@@ -12,7 +12,7 @@
 enum class UpdateInterval { disabled, day, weak, mounce };
 
 // Where the pause between polls comes from: the setting alone, the server's own refresh interval,
-// or the setting stretched to at least three times the server's answer time. Stored as its position.
+// or the setting stretched to at least seven times the server's answer time. Stored as its position.
 enum class RefreshMode { fixed, server, adaptive };
 
 // The settings that logic outside the views needs, loaded once and written through on every change.

@@ -36,8 +36,8 @@ QuilloSettingsPage::QuilloSettingsPage(AppSettings &settings, QWidget *parent)
         [s] { return modes.at(static_cast<int>(s->refreshMode())); },
         [s](const QString &name) { s->setRefreshMode(static_cast<RefreshMode>(modes.indexOf(name))); });
     mode->setToolTip(QCoreApplication::translate(
-        "QuilloSettingsPage", "Adapting waits at least three times as long as the server took to answer, and never "
-                              "less than the refresh interval: a slow server spends at most a quarter of its time "
+        "QuilloSettingsPage", "Adapting waits at least seven times as long as the server took to answer, and never "
+                              "less than the refresh interval: a slow server spends at most an eighth of its time "
                               "on Quillo."));
     const AppSettings::Bounds refresh = AppSettings::refreshIntervalBounds;
     QSpinBox *interval = addNumber(

@@ -191,7 +191,7 @@ private Q_SLOTS:
     }
 
     // The pause after a main-data answer, adapting to how long the server takes to answer: never
-    // below the setting, at once three times a slow answer, back to the setting a few quick
+    // below the setting, at once seven times a slow answer, back to the setting a few quick
     // answers later.
     void pauseAdaptsToTheAnswerTime_data()
     {
@@ -204,7 +204,7 @@ private Q_SLOTS:
         QTest::newRow("quick") << QList<int>{10, 10} << setting << setting;
         QTest::newRow("slow at once") << QList<int>{10, 900} << slow << longest;
         QTest::newRow("one quick answer between slow ones") << QList<int>{900, 10} << setting + 1 << longest;
-        QTest::newRow("quick again") << QList<int>{900, 900, 10, 10, 10} << setting << setting;
+        QTest::newRow("quick again") << QList<int>{900, 900, 10, 10, 10, 10, 10} << setting << setting;
     }
 
     void pauseAdaptsToTheAnswerTime()

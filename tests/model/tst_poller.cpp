@@ -161,18 +161,18 @@ private Q_SLOTS:
         QTest::newRow("server's negative") << M::server << qint64(-5) << none << 1000 << false << 500;
         QTest::newRow("server's absurd") << M::server << qint64(1) << none << 1000 << false << 500;
         QTest::newRow("server's a month") << M::server << qint64(2'592'000'000) << none << 1000 << true << 61'000;
-        // Adapting: three times the answer time, never below the setting nor above the bounds.
+        // Adapting: seven times the answer time, never below the setting nor above the bounds.
         QTest::newRow("adaptive, no answer yet") << M::adaptive << qint64(1500) << none << 1000 << false << 2500;
         QTest::newRow("adaptive, quick") << M::adaptive << qint64(1500) << QList<int>{10} << 1000 << false << 2500;
-        QTest::newRow("adaptive, slow") << M::adaptive << qint64(1500) << QList<int>{900} << 1000 << false << 2700;
+        QTest::newRow("adaptive, slow") << M::adaptive << qint64(1500) << QList<int>{900} << 1000 << false << 6300;
         QTest::newRow("adaptive, slow, background") << M::adaptive << qint64(0) << QList<int>{900} << 1000 << true
-                                                    << 3700;
+                                                    << 7300;
         QTest::newRow("adaptive, slower at once") << M::adaptive << qint64(0) << QList<int>{10, 900} << 0 << false
-                                                  << 2700;
+                                                  << 6300;
         // A quicker answer moves the smoothed time a quarter of the way: 1200 - 800 / 4.
         QTest::newRow("adaptive, quick again") << M::adaptive << qint64(0) << QList<int>{1200, 400} << 0 << false
-                                               << 3000;
-        QTest::newRow("adaptive, quick for a while") << M::adaptive << qint64(0) << QList<int>{900, 100, 100, 100}
+                                               << 7000;
+        QTest::newRow("adaptive, quick for a while") << M::adaptive << qint64(0) << QList<int>{900, 100, 100, 100, 100}
                                                      << 0 << false << 2500;
         QTest::newRow("adaptive, a minute") << M::adaptive << qint64(0) << QList<int>{30'000} << 1000 << true
                                             << 61'000;
