@@ -109,4 +109,11 @@ APIEndpoint setDownloadLimit(qint64 limit);
 APIEndpoint setUploadLimit(qint64 limit);
 } // namespace TransferInfo
 
+// The lines after `lastKnownId` (-1: the whole log the server keeps). Every level is asked for:
+// the levels are filtered here, so that showing one again needs no request.
+namespace Log {
+APIEndpoint main(qint64 lastKnownId);
+APIEndpoint peers(qint64 lastKnownId);
+} // namespace Log
+
 } // namespace API::Endpoint
