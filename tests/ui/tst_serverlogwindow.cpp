@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTreeView>
@@ -170,6 +171,36 @@ private Q_SLOTS:
         m_window->show();
         QTRY_COMPARE(messages().model()->rowCount(), 5);
         QCOMPARE(m_asked.at(reads), 3);
+    }
+
+    // New lines scroll into view while the user is at the end, and leave alone one who scrolled up.
+    void followsTheEnd()
+    {
+        for (qint64 id = 4; id < 200; ++id)
+            m_lines << Line{id, 1, "busy"};
+        open();
+        QScrollBar &bar = *messages().verticalScrollBar();
+        QTRY_COMPARE(messages().model()->rowCount(), 200);
+        QVERIFY(bar.maximum() > 0);
+        QCOMPARE(bar.value(), bar.maximum());
+        m_lines << Line{200, 1, "at the end"};
+        QTRY_COMPARE(messages().model()->rowCount(), 201);
+        QCOMPARE(bar.value(), bar.maximum());
+        bar.setValue(bar.maximum() / 2);
+        const int reading = bar.value();
+        m_lines << Line{201, 1, "while reading"};
+        QTRY_COMPARE(messages().model()->rowCount(), 202);
+        QCOMPARE(bar.value(), reading);
+    }
+
+    // The window opens where and as large as it was closed.
+    void remembersItsPlace()
+    {
+        open();
+        m_window->resize(640, 333);
+        m_window->close();
+        m_window = std::make_unique<ServerLogWindow>(*m_server->context);
+        QCOMPARE(m_window->size(), QSize(640, 333));
     }
 
     // A new poller (a reconnection) reads both logs from the beginning: a server started again
