@@ -948,6 +948,33 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
     </message>
 </context>
 <context>
+    <name>LogMessageTableModel</name>
+    <message>
+        <source>Normal Messages</source>
+        <translation>Normale Meldungen</translation>
+    </message>
+    <message>
+        <source>Information Messages</source>
+        <translation>Informationsmeldungen</translation>
+    </message>
+    <message>
+        <source>Warning Messages</source>
+        <translation>Warnmeldungen</translation>
+    </message>
+    <message>
+        <source>Critical Messages</source>
+        <translation>Kritische Meldungen</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>Meldung</translation>
+    </message>
+</context>
+<context>
     <name>LoginPrompt</name>
     <message>
         <source>Enter your credentials</source>
@@ -1198,6 +1225,25 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
     <message>
         <source>Select the local folder that corresponds to your remote downloads</source>
         <translation>Wählen Sie den lokalen Ordner, der Ihren entfernten Downloads entspricht</translation>
+    </message>
+</context>
+<context>
+    <name>PeerLogTableModel</name>
+    <message>
+        <source>Banned</source>
+        <translation>Gesperrt</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>IP</source>
+        <translation>IP</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>Grund</translation>
     </message>
 </context>
 <context>
@@ -2522,6 +2568,44 @@ Gültig von %4 bis %5</translation>
     </message>
 </context>
 <context>
+    <name>ServerLogLoader</name>
+    <message>
+        <source>Failed to get the server&apos;s log.</source>
+        <translation>Das Protokoll des Servers konnte nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>Failed to get the server&apos;s blocked peers.</source>
+        <translation>Die vom Server blockierten Peers konnten nicht gelesen werden.</translation>
+    </message>
+</context>
+<context>
+    <name>ServerLogWindow</name>
+    <message>
+        <source>Server Log</source>
+        <translation>Server-Protokoll</translation>
+    </message>
+    <message>
+        <source>Execution Log</source>
+        <translation>Ausführungs-Log</translation>
+    </message>
+    <message>
+        <source>Blocked IPs</source>
+        <translation>Geblockte IPs</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Empties this window; the server keeps its log.</source>
+        <translation>Leert dieses Fenster; der Server behält sein Protokoll.</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+</context>
+<context>
     <name>ServerMenu</name>
     <message>
         <source>No Connection</source>
@@ -2935,6 +3019,10 @@ Gültig von %4 bis %5</translation>
     <message>
         <source>Add tags...</source>
         <translation>Tags hinzufügen...</translation>
+    </message>
+    <message>
+        <source>Server Log</source>
+        <translation>Server-Protokoll</translation>
     </message>
 </context>
 <context>

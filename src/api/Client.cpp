@@ -463,4 +463,16 @@ QCoro::Task<QList<PieceState>> Client::pieceStates(QString hash)
     co_return takeOutcome(co_await decodeOnWorker(body, &decodePieceStates));
 }
 
+QCoro::Task<QList<LogMessage>> Client::logMessages(qint64 lastKnownId)
+{
+    const QByteArray body = co_await perform(Endpoint::Log::main(lastKnownId));
+    co_return takeOutcome(co_await decodeOnWorker(body, &decodeLogMessages));
+}
+
+QCoro::Task<QList<PeerLogEntry>> Client::peerLog(qint64 lastKnownId)
+{
+    const QByteArray body = co_await perform(Endpoint::Log::peers(lastKnownId));
+    co_return takeOutcome(co_await decodeOnWorker(body, &decodePeerLog));
+}
+
 } // namespace API

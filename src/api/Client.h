@@ -83,6 +83,8 @@ public:
     QCoro::Task<QList<File>> files(QString hash);
     QCoro::Task<QList<WebSeed>> webSeeds(QString hash);
     QCoro::Task<QList<PieceState>> pieceStates(QString hash);
+    QCoro::Task<QList<LogMessage>> logMessages(qint64 lastKnownId);
+    QCoro::Task<QList<PeerLogEntry>> peerLog(qint64 lastKnownId);
 
     // Aborts every request in flight; their callers get a cancelled TransportError.
     void cancelAll();

@@ -501,4 +501,18 @@ APIEndpoint setUploadLimit(qint64 limit)
 
 } // namespace TransferInfo
 
+namespace Log {
+
+APIEndpoint main(qint64 lastKnownId)
+{
+    return post(Group::log, QStringLiteral("main"), FormBody().add(u"last_known_id", lastKnownId));
+}
+
+APIEndpoint peers(qint64 lastKnownId)
+{
+    return post(Group::log, QStringLiteral("peers"), FormBody().add(u"last_known_id", lastKnownId));
+}
+
+} // namespace Log
+
 } // namespace API::Endpoint

@@ -109,4 +109,12 @@ APIEndpoint setDownloadLimit(qint64 limit);
 APIEndpoint setUploadLimit(qint64 limit);
 } // namespace TransferInfo
 
+// The lines after `lastKnownId` (-1: the whole log the server keeps). Every level is asked for and
+// filtered here: reading goes on after the last id, so a level left out by the server would be
+// lost for good, and showing it again would mean reading the whole log again.
+namespace Log {
+APIEndpoint main(qint64 lastKnownId);
+APIEndpoint peers(qint64 lastKnownId);
+} // namespace Log
+
 } // namespace API::Endpoint

@@ -385,11 +385,39 @@ inline simdjson::error_code tryRead(od::value &value, const Path &path, PieceSta
     return simdjson::SUCCESS;
 }
 
+inline void logUnknownLogLevel(qint64 value)
+{
+    static QMutex mutex;
+    static QSet<qint64> logged;
+    const QMutexLocker lock(&mutex);
+    if (!logged.contains(value)) {
+        logged.insert(value);
+        qCWarning(lcRecords, "Unknown log type %lld read as normal", static_cast<long long>(value));
+    }
+}
+
+inline simdjson::error_code tryRead(od::value &value, const Path &path, LogLevel &out)
+{
+    qint64 number = 0;
+    if (const auto error = tryRead(value, path, number))
+        return error;
+    switch (number) {
+    case 0x1: out = LogLevel::normal; break;
+    case 0x2: out = LogLevel::info; break;
+    case 0x4: out = LogLevel::warning; break;
+    case 0x8: out = LogLevel::critical; break;
+    default:
+        logUnknownLogLevel(number);
+        out = LogLevel::normal;
+    }
+    return simdjson::SUCCESS;
+}
+
 template<typename T>
 constexpr const char *expectedText()
 {
     if constexpr (std::is_same_v<T, qint64> || std::is_same_v<T, TntModelTrackerStatus> ||
-                  std::is_same_v<T, PieceState>)
+                  std::is_same_v<T, PieceState> || std::is_same_v<T, LogLevel>)
         return "expected an integer";
     else if constexpr (std::is_same_v<T, double> || std::is_same_v<T, Date>)
         return "expected a number";

@@ -198,6 +198,33 @@ struct WebSeed
     friend bool operator==(const WebSeed &, const WebSeed &) = default;
 };
 
+// The level of a line of the server's log, by the server's own bits. A newer server's other value
+// reads as normal (and is logged once) rather than failing every read of the log from then on.
+enum class LogLevel : quint8 { normal = 0x1, info = 0x2, warning = 0x4, critical = 0x8 };
+
+// A line of the server's execution log. Ids count up from 0 from the server's start.
+struct LogMessage
+{
+    qint64 id = 0;
+    QString message;
+    Date timestamp;
+    LogLevel type = LogLevel::normal;
+
+    friend bool operator==(const LogMessage &, const LogMessage &) = default;
+};
+
+// A peer the server refused: blocked by its filter (with the reason) or banned.
+struct PeerLogEntry
+{
+    qint64 id = 0;
+    QString ip;
+    Date timestamp;
+    bool blocked = false;
+    QString reason;
+
+    friend bool operator==(const PeerLogEntry &, const PeerLogEntry &) = default;
+};
+
 // The key credential; stored as JSON, so it is encoded as well as decoded.
 struct Key
 {
@@ -215,6 +242,8 @@ QList<Tracker> decodeTrackers(const QByteArray &json);
 QList<File> decodeFiles(const QByteArray &json);
 QList<WebSeed> decodeWebSeeds(const QByteArray &json);
 QList<PieceState> decodePieceStates(const QByteArray &json);
+QList<LogMessage> decodeLogMessages(const QByteArray &json);
+QList<PeerLogEntry> decodePeerLog(const QByteArray &json);
 Key decodeKey(const QByteArray &json);
 QByteArray encodeKey(const Key &key);
 

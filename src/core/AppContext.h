@@ -7,6 +7,7 @@
 #include "core/Connector.h"
 #include "core/ErrorReporter.h"
 #include "core/SecureAddressOffer.h"
+#include "core/ServerLogLoader.h"
 #include "core/SnapshotKeeper.h"
 #include "core/Sync.h"
 #include "core/TntDetailEdits.h"
@@ -16,6 +17,7 @@
 #include "model/CompletionNotifier.h"
 #include "model/GlobalTransferInfo.h"
 #include "model/ServerLabels.h"
+#include "model/ServerLog.h"
 #include "model/SidebarItem.h"
 #include "model/TntCollection.h"
 #include "model/TntDetailContext.h"
@@ -88,6 +90,9 @@ public:
     // The detail pane's torrent. Its peers, and what its visible tab shows, are refreshed with every
     // poll while it has one, and at once when it gets another or the tab changes.
     TntDetailContext &tntDetails() { return m_tntDetails; }
+    // The server's logs, read while a window shows them (ServerLog::setShown) and the connection polls.
+    ServerLog &serverLog() { return m_serverLog; }
+    bool isReadingServerLog() const { return m_logLoader.isPolling(); }
     // The transfer's rates of the last minutes, a sample per main-data answer.
     RateHistory &transferRates() { return m_transferRates; }
     // The torrents that the sidebar selection and the name text admit, in the collection's order.
@@ -200,6 +205,8 @@ private:
     Connector m_connector{m_connections, m_keychain, m_sync, m_errors};
     SnapshotKeeper m_snapshots{m_settings, m_sync, m_tntCollection, m_labels, m_trackers};
     TntDetailLoader m_detailLoader{m_connector, m_sync, m_tntDetails, m_settings};
+    ServerLog m_serverLog;
+    ServerLogLoader m_logLoader{m_connector, m_sync, m_serverLog};
     TntOperations m_operations{m_connector, m_tntCollection, m_labels, m_errors};
     TransferLimits m_limits{m_connector, m_operations, m_errors};
     TntDetailEdits m_detailEdits{m_operations, m_detailLoader};

@@ -59,6 +59,8 @@ QString keyName(UserDefaultsKey key)
     case UserDefaultsKey::closeToTray: return QStringLiteral("closeToTray");
     case UserDefaultsKey::startMinimized: return QStringLiteral("startMinimized");
     case UserDefaultsKey::rememberTntLists: return QStringLiteral("rememberTntLists");
+    case UserDefaultsKey::serverLogWindowGeometry: return QStringLiteral("serverLogWindowGeometry");
+    case UserDefaultsKey::serverLogLevels: return QStringLiteral("serverLogLevels");
     }
     Q_UNREACHABLE();
 }

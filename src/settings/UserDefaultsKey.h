@@ -66,6 +66,10 @@ enum class UserDefaultsKey {
     startMinimized,
     // Whether each server's torrent list is kept in the cache between starts, to paint at once.
     rememberTntLists,
+    // The server log window's place and size, and the levels of the execution log it shows (the
+    // server's bits, 1 normal to 8 critical).
+    serverLogWindowGeometry,
+    serverLogLevels,
 };
 
 QString keyName(UserDefaultsKey key);

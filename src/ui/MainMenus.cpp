@@ -135,7 +135,8 @@ void MainMenus::addServerMenu()
     server->addAction(m_parts.logInOut);
     server->addSeparator();
     TntActions &actions = *m_parts.actions;
-    for (const Id id : {Id::alternativeSpeedLimits, Id::globalDownloadLimit, Id::globalUploadLimit, Id::statistics})
+    for (const Id id : {Id::alternativeSpeedLimits, Id::globalDownloadLimit, Id::globalUploadLimit, Id::statistics,
+                          Id::serverLog})
         server->addAction(actions.action(id));
     server->addSeparator();
     server->addAction(actions.action(Id::shutDownServer));

@@ -87,6 +87,8 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
         [this](bool) { m_commands.limitGlobalRate(Direction::up); });
     add(Id::shutDownServer, tr("Shut Down Server..."), [this](bool) { m_commands.shutDownServer(); });
     add(Id::statistics, tr("Statistics..."), [this](bool) { m_commands.showStatistics(); });
+    add(Id::serverLog, tr("Server Log"), [this](bool) { m_commands.showServerLog(); })
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
     QAction *alternative = add(Id::alternativeSpeedLimits, tr("Alternative Speed Limits"), [this](bool) {
         // Only the server changes the mode: the item shows it, a click asks for the other one.
         showTransferState();
@@ -204,7 +206,8 @@ void TntActions::showState()
         case Id::globalDownloadLimit:
         case Id::globalUploadLimit:
         case Id::shutDownServer:
-        case Id::statistics: enabled = connected; break;
+        case Id::statistics:
+        case Id::serverLog: enabled = connected; break;
         case Id::addPeers: // sends nothing for no list
         case Id::limitDownload:
         case Id::limitUpload:

@@ -53,6 +53,7 @@ public:
         globalUploadLimit,
         shutDownServer,
         statistics,
+        serverLog,
         // Queue priority moves the selection whatever a menu is over: the server's call takes no list.
         minimumPriority,
         decreasePriority,

@@ -4,6 +4,7 @@
 #include "support/Detached.h"
 #include "ui/EditorSheet.h"
 #include "ui/ShareLimitField.h"
+#include "ui/ServerLogWindow.h"
 #include "ui/StatisticsWindow.h"
 
 #include <QCoreApplication>
@@ -310,6 +311,16 @@ QDialog *TntCommands::showStatistics()
     m_statistics->show();
     m_statistics->raise();
     return m_statistics;
+}
+
+QWidget *TntCommands::showServerLog()
+{
+    if (!m_serverLog)
+        m_serverLog = new ServerLogWindow(m_context, m_window);
+    m_serverLog->show();
+    m_serverLog->raise();
+    m_serverLog->activateWindow();
+    return m_serverLog;
 }
 
 void TntCommands::shutDownServer()

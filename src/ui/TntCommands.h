@@ -48,6 +48,8 @@ public:
     void limitShare(const QSet<QString> &hashes);
     // The statistics window, opened once and brought forward after.
     QDialog *showStatistics();
+    // The server log window, likewise.
+    QWidget *showServerLog();
     // Asks first, naming the server: it cannot be started again from here.
     void shutDownServer();
     void createCategory();
@@ -80,4 +82,5 @@ private:
     QWidget *m_window;
     QPointer<QDialog> m_sheet;
     QPointer<QDialog> m_statistics;
+    QPointer<QWidget> m_serverLog;
 };

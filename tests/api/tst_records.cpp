@@ -56,7 +56,7 @@ STntModel expectedFullTorrent51()
     };
 }
 
-enum class Decoder { mainData, peers, properties, trackers, files, webSeeds, pieceStates };
+enum class Decoder { mainData, peers, properties, trackers, files, webSeeds, pieceStates, logMessages, peerLog };
 
 // The reason a decoder gives for refusing `json`; empty when it decoded.
 QString decodeFailure(Decoder decoder, const QByteArray &json)
@@ -70,6 +70,8 @@ QString decodeFailure(Decoder decoder, const QByteArray &json)
         case Decoder::files: decodeFiles(json); break;
         case Decoder::webSeeds: decodeWebSeeds(json); break;
         case Decoder::pieceStates: decodePieceStates(json); break;
+        case Decoder::logMessages: decodeLogMessages(json); break;
+        case Decoder::peerLog: decodePeerLog(json); break;
         }
     } catch (const ResponseDecodingError &error) {
         if (error.description() != QStringLiteral("Could not decode JSON data"))
@@ -95,6 +97,7 @@ const QByteArray properties =
 } // namespace
 
 Q_DECLARE_METATYPE(Decoder)
+Q_DECLARE_METATYPE(API::LogMessage)
 
 void TestRecords::keyConversion_data()
 {
@@ -313,6 +316,16 @@ void TestRecords::failures_data()
     row("fractional piece state", Decoder::pieceStates, "[1.0]", "[0]: expected an integer");
     row("null piece state", Decoder::pieceStates, "[null]", "[0]: expected an integer");
     row("piece states not a list", Decoder::pieceStates, R"({"0":2})", "expected an array");
+    row("log line without type", Decoder::logMessages, R"([{"id":0,"message":"m","timestamp":1}])", "[0].type: missing");
+    row("log type as text", Decoder::logMessages, R"([{"id":0,"message":"m","timestamp":1,"type":"2"}])",
+        "[0].type: expected an integer");
+    row("log timestamp as text", Decoder::logMessages, R"([{"id":0,"message":"m","timestamp":"1","type":1}])",
+        "[0].timestamp: expected a number");
+    row("log not a list", Decoder::logMessages, "{}", "expected an array");
+    row("peer line without reason", Decoder::peerLog, R"([{"blocked":true,"id":0,"ip":"a","timestamp":1}])",
+        "[0].reason: missing");
+    row("blocked as number", Decoder::peerLog, R"([{"blocked":1,"id":0,"ip":"a","reason":"","timestamp":1}])",
+        "[0].blocked: expected a boolean");
 }
 
 void TestRecords::failures()
@@ -401,6 +414,46 @@ void TestRecords::detailRecords()
     QCOMPARE(decodePieceStates("[]"), QList<PieceState>{});
     const Key key{QStringLiteral("qbt_Äé\"x")};
     QCOMPARE(decodeKey(encodeKey(key)), key);
+}
+
+// Lines as each server version writes them (captured from 4.5.2, 5.1.0 and 5.3.0: timestamps in
+// seconds); a level no server has yet reads as normal.
+void TestRecords::logRecords_data()
+{
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<LogMessage>("expected");
+    QTest::newRow("4.5.2") << QByteArray(R"([{"id":0,"message":"qBittorrent v4.5.2 started","timestamp":1795688475,"type":1}])")
+                           << LogMessage{0, QStringLiteral("qBittorrent v4.5.2 started"), Date(1795688475), LogLevel::normal};
+    QTest::newRow("5.1.0") << QByteArray(R"([{"id":13,"message":"Couldn't load WebUI translation for selected locale (C).",)"
+                                         R"("timestamp":1795688489,"type":4}])")
+                           << LogMessage{13, QStringLiteral("Couldn't load WebUI translation for selected locale (C)."),
+                                         Date(1795688489), LogLevel::warning};
+    QTest::newRow("5.3.0") << QByteArray(R"([{"id":5,"message":"Peer ID: \"-qB5300-\"","timestamp":1795688495,"type":2}])")
+                           << LogMessage{5, QStringLiteral("Peer ID: \"-qB5300-\""), Date(1795688495), LogLevel::info};
+    QTest::newRow("critical, keys in another order") << QByteArray(R"([{"type":8,"timestamp":1,"message":"é","id":7,"x":[]}])")
+                                                     << LogMessage{7, QString::fromUtf8("é"), Date(1), LogLevel::critical};
+    for (const int unknown : {0, 3, 16, -1})
+        QTest::addRow("unknown type %d", unknown)
+            << QStringLiteral(R"([{"id":1,"message":"m","timestamp":2,"type":%1}])").arg(unknown).toUtf8()
+            << LogMessage{1, QStringLiteral("m"), Date(2), LogLevel::normal};
+}
+
+void TestRecords::logRecords()
+{
+    QFETCH(QByteArray, json);
+    QFETCH(LogMessage, expected);
+    QCOMPARE(decodeLogMessages(json), QList<LogMessage>{expected});
+}
+
+void TestRecords::peerLogRecords()
+{
+    QCOMPARE(decodePeerLog("[]"), QList<PeerLogEntry>{});
+    const QList<PeerLogEntry> lines = decodePeerLog(
+        R"([{"blocked":true,"id":0,"ip":"127.0.0.2","reason":"IP filter","timestamp":1795688486},)"
+        R"({"blocked":false,"id":1,"ip":"2001:db8::1","reason":"","timestamp":1795688487}])");
+    QCOMPARE(lines, (QList<PeerLogEntry>{
+                        {0, QStringLiteral("127.0.0.2"), Date(1795688486), true, QStringLiteral("IP filter")},
+                        {1, QStringLiteral("2001:db8::1"), Date(1795688487), false, QString()}}));
 }
 
 // Workers decode at the same time as the main thread and get the same records.

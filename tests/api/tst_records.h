@@ -23,5 +23,8 @@ private Q_SLOTS:
     void malformedBodies();
     void peers();
     void detailRecords();
+    void logRecords_data();
+    void logRecords();
+    void peerLogRecords();
     void decodesOnWorkers();
 };

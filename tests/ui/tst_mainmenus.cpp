@@ -2,6 +2,7 @@
 #include "support/Widgets.h"
 #include "ui/MainMenus.h"
 #include "ui/MainWindow.h"
+#include "ui/ServerLogWindow.h"
 #include "ui/SidebarView.h"
 #include "ui/StatisticsWindow.h"
 #include "ui/TntActions.h"
@@ -178,6 +179,24 @@ private Q_SLOTS:
         m_server->syncAnswer = R"({"rid":2,"server_state":{"total_peer_connections":13}})";
         m_server->context->forcePoll();
         QTRY_VERIFY(window->text().contains(u"Connected peers: 13"_qs));
+    }
+
+    // Server › Server Log opens one window, brought forward again; without a connection there is
+    // no log to read.
+    void serverLog()
+    {
+        QAction *item = QuilloTest::menuItem(*menus().menu(u"Server"_qs), u"Server Log"_qs);
+        QCOMPARE(item->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_L));
+        QTRY_VERIFY(item->isEnabled());
+        item->trigger();
+        auto *window = m_window->findChild<ServerLogWindow *>();
+        QVERIFY(window && window->isVisible());
+        window->close();
+        item->trigger();
+        QCOMPARE(m_window->findChildren<ServerLogWindow *>(), QList<ServerLogWindow *>{window});
+        QVERIFY(window->isVisible());
+        QuilloTest::wait(m_server->context->logOut());
+        QTRY_VERIFY(!item->isEnabled());
     }
 
     // Two actions on one key in the same window make Qt fire neither.

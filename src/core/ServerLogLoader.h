@@ -1,0 +1,41 @@
+#pragma once
+
+#include "model/Poller.h"
+
+#include <QCoroTask>
+#include <QObject>
+#include <QPointer>
+
+#include <chrono>
+#include <memory>
+
+class Connector;
+class ServerLog;
+class Sync;
+
+// Reads the server's logs on from their last ids, in a loop of its own that runs only while a
+// window shows them and the connection polls. Every new poller (a new session, a reconnection)
+// starts both logs afresh: a server started again numbers its lines from 0.
+class ServerLogLoader : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Log lines are not the torrents: a few seconds late is soon enough.
+    static constexpr std::chrono::milliseconds interval{3'000};
+
+    ServerLogLoader(Connector &connector, Sync &sync, ServerLog &log, QObject *parent = nullptr);
+    ~ServerLogLoader() override;
+
+    bool isPolling() const { return m_poller != nullptr; }
+
+private:
+    void follow();
+    QCoro::Task<> read(QPointer<Poller> round);
+
+    Connector &m_connector;
+    ServerLog &m_log;
+    bool m_active = false;
+    // A fresh poller every start: answers asked for by the last one find their round gone.
+    std::unique_ptr<Poller> m_poller;
+};
