@@ -105,7 +105,8 @@ private Q_SLOTS:
         QCOMPARE(QFile::permissions(keptPath()) & others, QFile::Permissions());
 
         m_context->setSelectedTnts({u"b"_qs});
-        const qsizetype rowOfB = tnts.rowOf(u"b"_qs);
+        // The kept list's order is the hash order of its torrents: b moves up only if c was above it.
+        const qsizetype rowOfB = tnts.rowOf(u"b"_qs) - (tnts.rowOf(u"c"_qs) < tnts.rowOf(u"b"_qs) ? 1 : 0);
         QJsonObject now = m_mainData.value(u"torrents"_qs).toObject();
         now.remove(u"c"_qs);
         now.insert(u"a"_qs, torrent("Alpha", "stalledUP"));
