@@ -5,10 +5,10 @@
 
 namespace Bench {
 
-// This process's resident memory (VmRSS), in MiB; -1 when it cannot be read.
-inline long residentMiB()
+// A process's resident memory (VmRSS), this one's by default, in MiB; -1 when it cannot be read.
+inline long residentMiB(const std::string &pid = "self")
 {
-    std::ifstream status("/proc/self/status");
+    std::ifstream status("/proc/" + pid + "/status");
     std::string line;
     while (std::getline(status, line)) {
         if (line.rfind("VmRSS:", 0) == 0)

@@ -1,7 +1,8 @@
 // Start-up as a user meets it: the built quillo launched as a process of its own, timed from the
 // launch to its first painted window and to its table first painted with rows (the lines of its
-// "Startup" logging category), the median of several launches. Each launch is ended once it has
-// painted. Run under a display server, with a session bus as on a desktop:
+// "Startup" logging category), and its resident memory three seconds later; the median of several
+// launches. Each launch is ended once it has painted. Run under a display server, with a session
+// bus as on a desktop:
 //
 //   dbus-run-session -- xvfb-run -a bench_start welcome [runs]
 //       no saved connection: the welcome view
@@ -17,6 +18,7 @@
 #include "EventLoop.h"
 #include "LoadedServer.h"
 #include "MainDataGenerator.h"
+#include "Resident.h"
 
 #include "api/AppInfo.h"
 #include "core/AppContext.h"
@@ -47,6 +49,7 @@ struct Launch
     double window = 0, table = 0;       // from the launch, measured here
     double windowOwn = 0, tableOwn = 0; // from the start of main(), as the program says
     int rows = 0;
+    long resident = -1; // MiB, a few seconds after the table was painted
 };
 
 // Saves `configuration` as the current connection the way the program does, connects once and
@@ -107,6 +110,12 @@ std::optional<Launch> launch(bool expectTable)
     started = Clock::now();
     quillo.start();
     const bool painted = Bench::runUntil([&] { return window && (table || !expectTable); }, 120s);
+    // What the program holds once it has settled: freed memory goes back a second after a list is
+    // swapped in.
+    if (painted && expectTable) {
+        Bench::run(3s);
+        result.resident = Bench::residentMiB(std::to_string(quillo.processId()));
+    }
     quillo.terminate();
     if (!quillo.waitForFinished(5000))
         quillo.kill();
@@ -126,7 +135,7 @@ double median(std::vector<double> values)
 
 int measure(int runs, bool expectTable, const std::function<void()> &beforeEach = {})
 {
-    std::vector<double> window, table, windowOwn, tableOwn;
+    std::vector<double> window, table, windowOwn, tableOwn, resident;
     int rows = 0;
     for (int i = 0; i < runs; ++i) {
         if (beforeEach)
@@ -138,6 +147,7 @@ int measure(int runs, bool expectTable, const std::function<void()> &beforeEach 
         windowOwn.push_back(launched->windowOwn);
         table.push_back(launched->table);
         tableOwn.push_back(launched->tableOwn);
+        resident.push_back(static_cast<double>(launched->resident));
         rows = launched->rows;
     }
     const auto range = [](const std::vector<double> &values) {
@@ -150,6 +160,9 @@ int measure(int runs, bool expectTable, const std::function<void()> &beforeEach 
     if (expectTable)
         std::printf("launch to table painted   median %.0f ms (%.0f–%.0f); from main(): %.0f ms; %d rows\n", median(table),
                     range(table).first, range(table).second, median(tableOwn), rows);
+    if (expectTable)
+        std::printf("resident 3 s after        median %.0f MiB (%.0f–%.0f)\n", median(resident), range(resident).first,
+                    range(resident).second);
     return 0;
 }
 
