@@ -98,9 +98,10 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
         header->addAction(toggle);
     }
     // Saved once the header has settled: hiding a column resizes it to 0 before it marks it hidden,
-    // and a drag resizes many times.
+    // and a drag resizes many times. A second later, so that a header click's paint does not wait
+    // for the settings file to reach the disk; closing the table saves what is still pending.
     m_saveDelay->setSingleShot(true);
-    m_saveDelay->setInterval(0);
+    m_saveDelay->setInterval(1000);
     connect(m_saveDelay, &QTimer::timeout, this, &TntTableView::saveColumns);
     connect(header, &QHeaderView::sectionMoved, m_saveDelay, qOverload<>(&QTimer::start));
     connect(header, &QHeaderView::sectionResized, m_saveDelay, qOverload<>(&QTimer::start));
