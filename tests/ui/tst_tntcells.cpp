@@ -44,6 +44,7 @@ struct Row
     {
         model.appendRow(cells);
         view.setModel(&model);
+        delegate->setParent(&view); // a view does not own its delegates
         view.setItemDelegate(delegate);
         view.setShowGrid(false);
         view.setWordWrap(false);
