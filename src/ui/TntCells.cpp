@@ -54,7 +54,8 @@ const QStaticText &TextCellDelegate::shaped(const QString &text, const QStyleOpt
         return *whole;
     auto elided = m_elided.constFind({text, width});
     if (elided == m_elided.cend())
-        elided = m_elided.insert({text, width}, shape(option.fontMetrics.elidedText(text, option.textElideMode, width)));
+        elided =
+            m_elided.insert({text, width}, shape(option.fontMetrics.elidedText(text, option.textElideMode, width)));
     return *elided;
 }
 
@@ -63,8 +64,8 @@ void TextCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opti
     const QWidget *widget = option.widget;
     QStyle *style = widget ? widget->style() : QApplication::style();
     const bool selected = option.state & QStyle::State_Selected;
-    if ((option.state & QStyle::State_HasFocus)
-        || (selected && !style->styleHint(QStyle::SH_ItemView_ShowDecorationSelected, &option, widget))) {
+    if ((option.state & QStyle::State_HasFocus) ||
+        (selected && !style->styleHint(QStyle::SH_ItemView_ShowDecorationSelected, &option, widget))) {
         QStyledItemDelegate::paint(painter, option, index);
         return;
     }
@@ -94,7 +95,8 @@ void TextCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opti
     const QFont font = painter->font();
     const QPen pen = painter->pen();
     painter->setFont(option.font);
-    painter->setPen(option.palette.color(colourGroup(option.state), selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->setPen(
+        option.palette.color(colourGroup(option.state), selected ? QPalette::HighlightedText : QPalette::Text));
     painter->drawStaticText(QPointF(x, y), shown);
     painter->setPen(pen);
     painter->setFont(font);
@@ -123,12 +125,12 @@ void ProgressCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &
     const qreal ratio = painter->device()->devicePixelRatioF();
 
     // Everything the style's drawing reads is in the key.
-    const QString key = QLatin1String("quillo-progress:") + QString::number(cell.width()) + u'x'
-                        + QString::number(cell.height()) + u'@' + QString::number(ratio) + u':'
-                        + QString::number(bar.progress) + u':' + QString::number(uint(bar.state)) + u':'
-                        + QString::number(option.palette.cacheKey()) + u':' + QString::number(bar.palette.color(QPalette::Highlight).rgba())
-                        + u':' + QString::number(quintptr(style)) + u':'
-                        + QString::number(option.direction) + u':' + option.font.key() + u':' + bar.text;
+    const QString key =
+        QLatin1String("quillo-progress:") + QString::number(cell.width()) + u'x' + QString::number(cell.height()) +
+        u'@' + QString::number(ratio) + u':' + QString::number(bar.progress) + u':' + QString::number(uint(bar.state)) +
+        u':' + QString::number(option.palette.cacheKey()) + u':' +
+        QString::number(bar.palette.color(QPalette::Highlight).rgba()) + u':' + QString::number(quintptr(style)) +
+        u':' + QString::number(option.direction) + u':' + option.font.key() + u':' + bar.text;
     QPixmap pixmap;
     if (!QPixmapCache::find(key, &pixmap)) {
         pixmap = QPixmap(cell.size() * ratio);

@@ -97,7 +97,8 @@ bool sameLook(const QImage &left, const QImage &right)
         for (int x = 0; x < left.width(); ++x) {
             const QRgb a = left.pixel(x, y);
             const QRgb b = right.pixel(x, y);
-            if (std::abs(qRed(a) - qRed(b)) > 2 || std::abs(qGreen(a) - qGreen(b)) > 2 || std::abs(qBlue(a) - qBlue(b)) > 2)
+            if (std::abs(qRed(a) - qRed(b)) > 2 || std::abs(qGreen(a) - qGreen(b)) > 2 ||
+                std::abs(qBlue(a) - qBlue(b)) > 2)
                 return false;
         }
     }
@@ -125,8 +126,8 @@ private Q_SLOTS:
         const QString name = QStringLiteral("Public Domain Audiobooks — Ülysses");
         const auto cells = [&name] {
             return QList<QStandardItem *>{
-                text(name),                                              // fits
-                text(name),                                              // elided with "…"
+                text(name), // fits
+                text(name), // elided with "…"
                 text(QStringLiteral("4.8 MiB"), Qt::AlignRight | Qt::AlignVCenter),
                 text(QStringLiteral("12 (3)"), Qt::AlignRight | Qt::AlignVCenter),
                 text(QStringLiteral("1,234,567,890 B/s"), Qt::AlignRight | Qt::AlignVCenter), // elided
