@@ -2,58 +2,20 @@
 
 #include "settings/UserDefaults.h"
 #include "ui/AlternateRows.h"
+#include "ui/TntCells.h"
 #include "ui/TntFilterProxy.h"
 #include "ui/TntTableModel.h"
 
-#include <QApplication>
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMetaMethod>
-#include <QPainter>
 #include <QScopedValueRollback>
-#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
-
-// The progress column: a bar whose colour follows the state, with the percentage on it.
-class ProgressDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
-    {
-        QStyleOptionProgressBar bar;
-        bar.rect = option.rect.adjusted(2, 3, -2, -3);
-        bar.minimum = 0;
-        bar.maximum = 1000;
-        bar.progress = static_cast<int>(index.data(TntTableModel::ProgressRole).toDouble() * 1000);
-        bar.text = index.data(Qt::DisplayRole).toString();
-        bar.textVisible = true;
-        bar.state = option.state | QStyle::State_Horizontal;
-        const auto state = static_cast<TntModel::State>(index.data(TntTableModel::StateRole).toInt());
-        bar.palette = option.palette;
-        bar.palette.setColor(QPalette::Highlight, colourOf(state, option.palette));
-        QApplication::style()->drawControl(QStyle::CE_ProgressBar, &bar, painter);
-    }
-
-private:
-    static QColor colourOf(TntModel::State state, const QPalette &palette)
-    {
-        using S = TntModel::State;
-        if (TntModel::matches(state, S::error))
-            return QColor(0xc0, 0x39, 0x2b);
-        if (TntModel::matches(state, S::stopped) || TntModel::matches(state, S::complited))
-            return palette.color(QPalette::Disabled, QPalette::Highlight);
-        if (TntModel::matches(state, S::uploading) || state == S::stalledUP || state == S::queuedUP)
-            return QColor(0x27, 0xae, 0x60);
-        return palette.color(QPalette::Highlight);
-    }
-};
 
 // The rows' header when every row has one fixed height and none is hidden. Qt 6.4's header walks
 // one record per row before every layout change, to carry row sizes and hidden rows across it:
@@ -116,7 +78,8 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     m_table->verticalHeader()->hide();
     // Fixed row heights: the view never measures 50,000 rows.
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);
-    m_table->setItemDelegateForColumn(TntTableModel::ProgressColumn, new ProgressDelegate(m_table));
+    m_table->setItemDelegate(new TextCellDelegate(m_table));
+    m_table->setItemDelegateForColumn(TntTableModel::ProgressColumn, new ProgressCellDelegate(m_table));
 
     QHeaderView *header = m_table->horizontalHeader();
     header->setSectionsMovable(true);
@@ -135,9 +98,10 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
         header->addAction(toggle);
     }
     // Saved once the header has settled: hiding a column resizes it to 0 before it marks it hidden,
-    // and a drag resizes many times.
+    // and a drag resizes many times. A second later, so that a header click's paint does not wait
+    // for the settings file to reach the disk; closing the table saves what is still pending.
     m_saveDelay->setSingleShot(true);
-    m_saveDelay->setInterval(0);
+    m_saveDelay->setInterval(1000);
     connect(m_saveDelay, &QTimer::timeout, this, &TntTableView::saveColumns);
     connect(header, &QHeaderView::sectionMoved, m_saveDelay, qOverload<>(&QTimer::start));
     connect(header, &QHeaderView::sectionResized, m_saveDelay, qOverload<>(&QTimer::start));

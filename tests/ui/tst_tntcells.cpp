@@ -1,0 +1,178 @@
+#include "model/TntModel.h"
+#include "ui/TntCells.h"
+#include "ui/TntTableModel.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QPainter>
+#include <QStandardItemModel>
+#include <QTableView>
+#include <QTest>
+
+#include <cstdlib>
+
+namespace {
+
+// The progress bar as the style draws it straight onto the view.
+class StyleProgressDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyleOptionProgressBar bar;
+        bar.rect = option.rect.adjusted(2, 3, -2, -3);
+        bar.maximum = 1000;
+        bar.progress = static_cast<int>(index.data(TntTableModel::ProgressRole).toDouble() * 1000);
+        bar.text = index.data().toString();
+        bar.textVisible = true;
+        bar.state = option.state | QStyle::State_Horizontal;
+        bar.palette = option.palette;
+        bar.palette.setColor(QPalette::Highlight, option.palette.color(QPalette::Highlight));
+        QApplication::style()->drawControl(QStyle::CE_ProgressBar, &bar, painter);
+    }
+};
+
+// One row of cells, a column per case, painted by `delegate` into an image per cell.
+struct Row
+{
+    QStandardItemModel model;
+    QTableView view;
+
+    Row(QAbstractItemDelegate *delegate, const QList<QStandardItem *> &cells, const QList<int> &widths, bool selected)
+    {
+        model.appendRow(cells);
+        view.setModel(&model);
+        delegate->setParent(&view); // a view does not own its delegates
+        view.setItemDelegate(delegate);
+        view.setShowGrid(false);
+        view.setWordWrap(false);
+        for (int column = 0; column < widths.size(); ++column)
+            view.horizontalHeader()->resizeSection(column, widths.at(column));
+        view.resize(900, 120);
+        if (selected)
+            view.selectRow(0);
+        view.show();
+    }
+
+    QImage cell(int column)
+    {
+        const QImage all = view.viewport()->grab().toImage();
+        return all.copy(view.visualRect(model.index(0, column)));
+    }
+};
+
+QStandardItem *text(const QString &shown, Qt::Alignment alignment = {})
+{
+    auto *item = new QStandardItem(shown);
+    if (alignment)
+        item->setData(QVariant(alignment), Qt::TextAlignmentRole);
+    return item;
+}
+
+QStandardItem *progress(double fraction)
+{
+    auto *item = new QStandardItem(TntFormat::percent(fraction));
+    item->setData(fraction, TntTableModel::ProgressRole);
+    item->setData(static_cast<int>(TntModel::State::downloading), TntTableModel::StateRole);
+    return item;
+}
+
+bool hasInk(const QImage &image)
+{
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixel(x, y) != image.pixel(0, 0))
+                return true;
+    return false;
+}
+
+// Equal but for rounding: the bar's antialiased corners blend into a transparent pixmap first.
+bool sameLook(const QImage &left, const QImage &right)
+{
+    if (left.size() != right.size())
+        return false;
+    for (int y = 0; y < left.height(); ++y) {
+        for (int x = 0; x < left.width(); ++x) {
+            const QRgb a = left.pixel(x, y);
+            const QRgb b = right.pixel(x, y);
+            if (std::abs(qRed(a) - qRed(b)) > 2 || std::abs(qGreen(a) - qGreen(b)) > 2 ||
+                std::abs(qBlue(a) - qBlue(b)) > 2)
+                return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+// The cheap cells against the style's own painting of the same cells, pixel for pixel.
+class TestTntCells : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void textCellsLookAsTheStylePaintsThem_data()
+    {
+        QTest::addColumn<bool>("selected");
+        QTest::newRow("plain") << false;
+        QTest::newRow("selected") << true;
+    }
+
+    void textCellsLookAsTheStylePaintsThem()
+    {
+        QFETCH(bool, selected);
+        const QString name = QStringLiteral("Public Domain Audiobooks — Ülysses");
+        const auto cells = [&name] {
+            return QList<QStandardItem *>{
+                text(name), // fits
+                text(name), // elided with "…"
+                text(QStringLiteral("4.8 MiB"), Qt::AlignRight | Qt::AlignVCenter),
+                text(QStringLiteral("12 (3)"), Qt::AlignRight | Qt::AlignVCenter),
+                text(QStringLiteral("1,234,567,890 B/s"), Qt::AlignRight | Qt::AlignVCenter), // elided
+                text(QString()),
+            };
+        };
+        const QList<int> widths{360, 90, 110, 110, 60, 60};
+        Row cheap(new TextCellDelegate, cells(), widths, selected);
+        Row stock(new QStyledItemDelegate, cells(), widths, selected);
+        for (int column = 0; column < widths.size(); ++column) {
+            const QImage painted = cheap.cell(column);
+            QVERIFY(!painted.isNull());
+            QCOMPARE(hasInk(painted), column != widths.size() - 1);
+            QVERIFY2(painted == stock.cell(column), qPrintable(QString::number(column)));
+        }
+    }
+
+    void progressBarsAreTheStyles_data()
+    {
+        QTest::addColumn<bool>("selected");
+        QTest::newRow("plain") << false;
+        QTest::newRow("selected") << true;
+    }
+
+    // Drawn from the pixmap cache, each bar is still the style's for its own fraction and width: the
+    // same fraction twice, then neighbours that differ by a tenth of a percent or in width.
+    void progressBarsAreTheStyles()
+    {
+        QFETCH(bool, selected);
+        const QList<double> fractions{0, 0.25, 0.25, 0.251, 0.5, 1, 0.5};
+        const QList<int> widths{110, 110, 110, 110, 110, 110, 200};
+        const auto cells = [&fractions] {
+            QList<QStandardItem *> items;
+            for (const double fraction : fractions)
+                items << progress(fraction);
+            return items;
+        };
+        Row cheap(new ProgressCellDelegate, cells(), widths, selected);
+        Row stock(new StyleProgressDelegate, cells(), widths, selected);
+        for (int column = 0; column < fractions.size(); ++column)
+            QVERIFY2(sameLook(cheap.cell(column), stock.cell(column)), qPrintable(QString::number(column)));
+        QVERIFY(cheap.cell(2) == cheap.cell(1));
+        QVERIFY(cheap.cell(3) != cheap.cell(2));
+    }
+};
+
+QTEST_MAIN(TestTntCells)
+#include "tst_tntcells.moc"
