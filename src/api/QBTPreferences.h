@@ -71,8 +71,9 @@ public:
     // The keys whose value differs from what was read, each with the key the server reads it
     // with, in the server's spelling.
     QJsonObject changes() const;
-    // After a successful write: the edits are now what the server holds.
-    void acceptChanges() { m_read = m_values; }
+    // After a successful write: the server now holds what `written` carried; edits made since stay
+    // changes.
+    void acceptChanges(const QBTPreferences &written) { m_read = written.m_values; }
 
 private:
     QHash<QString, PreferenceValue> m_read;

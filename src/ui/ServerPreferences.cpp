@@ -50,12 +50,14 @@ QCoro::Task<> ServerPreferences::write()
     API::Client *client = m_context.client();
     if (!m_record || !client)
         co_return;
-    QCoro::Task<Captured<void>> writing = captured(client->setPreferences(*m_record));
+    // The window stays editable while the write is under way.
+    const API::QBTPreferences written = *m_record;
+    QCoro::Task<Captured<void>> writing = captured(client->setPreferences(written));
     const Captured<void> answer = co_await std::move(writing);
     if (!self)
         co_return;
     if (answer) {
-        m_record->acceptChanges();
+        m_record->acceptChanges(written);
         m_failure.clear();
     } else {
         m_failure = failureText(API::QBTPreferences::writeFailureTitle(), answer.error);

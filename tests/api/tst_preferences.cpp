@@ -293,7 +293,7 @@ private Q_SLOTS:
         QBTPreferences preferences = decoded(serverAnswer);
         preferences.setValue(key, value);
         QCOMPARE(compact(preferences.changes()), written);
-        preferences.acceptChanges();
+        preferences.acceptChanges(preferences);
         QVERIFY(preferences.changes().isEmpty());
     }
 
@@ -309,8 +309,10 @@ private Q_SLOTS:
 
         preferences.setValue(u"savePath", u"/elsewhere"_qs);
         QCOMPARE(compact(preferences.changes()), QByteArray(R"({"save_path":"/elsewhere"})"));
-        preferences.acceptChanges();
-        QVERIFY(preferences.changes().isEmpty());
+        const QBTPreferences written = preferences;
+        preferences.setValue(u"dht", true); // while the write is under way
+        preferences.acceptChanges(written);
+        QCOMPARE(compact(preferences.changes()), QByteArray(R"({"dht":true})"));
         QVERIFY(preferences.value(u"savePath") == PreferenceValue(u"/elsewhere"_qs));
     }
 

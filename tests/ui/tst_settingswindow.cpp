@@ -62,6 +62,7 @@ class TestSettingsWindow : public QObject
     QByteArray m_preferences;
     int m_writeStatus = 200;
     QByteArray m_writeAnswer;
+    std::chrono::milliseconds m_writeTime{0};
     QList<QJsonObject> m_written;
 
     // The server's preferences answer the window reads, and what its writes carried.
@@ -82,7 +83,9 @@ class TestSettingsWindow : public QObject
                 const QByteArray json =
                     QByteArray::fromPercentEncoding(form.mid(form.indexOf('=') + 1).replace('+', ' '));
                 m_written.append(QJsonDocument::fromJson(json).object());
-                return FakeServer::Response::text(m_writeStatus, m_writeAnswer);
+                FakeServer::Response response = FakeServer::Response::text(m_writeStatus, m_writeAnswer);
+                response.delay = m_writeTime;
+                return response;
             }
             return scripted(request);
         });
@@ -103,6 +106,7 @@ private Q_SLOTS:
         m_written.clear();
         m_writeStatus = 200;
         m_writeAnswer.clear();
+        m_writeTime = {};
         m_server = std::make_unique<ScriptedTorrents>();
         m_window = std::make_unique<MainWindow>(*m_server->context);
         m_window->show();
@@ -248,21 +252,33 @@ private Q_SLOTS:
         auto &speed = *static_cast<PreferencesPage *>(settings.page(QStringLiteral("speed")));
         qobject_cast<QSpinBox *>(speed.field(QStringLiteral("dlLimit")))->setValue(500);
         QVERIFY(settings.applyButton()->isEnabled());
+        m_writeTime = std::chrono::milliseconds(300);
         settings.applyButton()->click();
         QTRY_COMPARE(m_written.size(), 1);
         QCOMPARE(m_written.constFirst(),
                  (QJsonObject{{QStringLiteral("listen_port"), 7000}, {QStringLiteral("dl_limit"), 500 * 1024}}));
-        QTRY_VERIFY(!settings.applyButton()->isEnabled());
-        QVERIFY(settings.failureLabel()->isHidden());
 
-        // An empty save path is marked and never sent.
+        // An edit made while the write is under way was not written with it, and stays to be applied.
         auto &downloads = *static_cast<PreferencesPage *>(settings.page(QStringLiteral("downloads")));
         auto *savePath = qobject_cast<QLineEdit *>(downloads.field(QStringLiteral("savePath")));
+        savePath->setText(QStringLiteral("/downloads/meanwhile"));
+        Q_EMIT savePath->textEdited(savePath->text());
+        auto *buttons = settings.findChild<QDialogButtonBox *>();
+        QTRY_VERIFY(buttons->isEnabled());
+        QVERIFY(settings.failureLabel()->isHidden());
+        QVERIFY(settings.applyButton()->isEnabled());
+        m_writeTime = {};
+        settings.applyButton()->click();
+        QTRY_COMPARE(m_written.size(), 2);
+        QCOMPARE(m_written.constLast(), (QJsonObject{{QStringLiteral("save_path"), QStringLiteral("/downloads/meanwhile")}}));
+        QTRY_VERIFY(buttons->isEnabled() && !settings.applyButton()->isEnabled());
+
+        // An empty save path is marked and never sent.
         savePath->setText(QStringLiteral(" "));
         Q_EMIT savePath->textEdited(savePath->text());
         QVERIFY(savePath->property("invalid").toBool());
         QVERIFY(!settings.applyButton()->isEnabled());
-        QVERIFY(!settings.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->isEnabled());
+        QVERIFY(!buttons->button(QDialogButtonBox::Ok)->isEnabled());
         savePath->setText(QStringLiteral("/downloads/new"));
         Q_EMIT savePath->textEdited(savePath->text());
         QVERIFY(!savePath->property("invalid").toBool());
