@@ -211,22 +211,28 @@ std::vector<ShapeKey> &lastShape()
     return shape;
 }
 
+// No answer of the server nests deeper than a few levels; walking what a hostile one nests as deep
+// as the parser allows would take the thread's whole stack.
+constexpr int maxUnknownNesting = 32;
+
 // On-demand parsing never looks inside a value nobody reads, so a value under an unknown key is
 // walked anyway: malformed JSON anywhere in the body fails the answer.
-inline void validate(od::value &value, const Path &path)
+inline void validate(od::value &value, const Path &path, int depth = 0)
 {
+    if (depth > maxUnknownNesting)
+        fail(path, simdjson::DEPTH_ERROR);
     switch (take(value.type(), path)) {
     case od::json_type::array:
         for (auto element : arrayOf(value, path)) {
             od::value &item = inPlace(element, path);
-            validate(item, path);
+            validate(item, path, depth + 1);
         }
         break;
     case od::json_type::object:
         for (auto member : objectOf(value, path)) {
             od::field &field = inPlace(member, path);
             take(field.unescaped_key(), path);
-            validate(field.value(), path);
+            validate(field.value(), path, depth + 1);
         }
         break;
     case od::json_type::number: take(value.get_number(), path); break;

@@ -351,6 +351,8 @@ void TestRecords::malformedBodies_data()
     QTest::newRow("bad escape under an unknown key") << withTorrent(R"("comment":"\q")");
     QTest::newRow("mismatched brackets under an unknown key") << QByteArray(R"({"rid":1,"x":[1,2}})");
     QTest::newRow("missing value under an unknown key") << QByteArray(R"({"rid":1,"x":})");
+    QTest::newRow("nested 500 deep under an unknown key")
+        << QByteArray(R"({"rid":1,"x":)") + QByteArray(500, '[') + QByteArray(500, ']') + '}';
     QTest::newRow("raw control character in a string") << withTorrent("\"name\":\"a\x01b\"");
 }
 
