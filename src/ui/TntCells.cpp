@@ -34,28 +34,39 @@ constexpr qsizetype shapedLimit = 4096;
 
 } // namespace
 
-const QStaticText &TextCellDelegate::shaped(const QString &text, const QStyleOptionViewItem &option, int width) const
+TextCellDelegate::Shaped TextCellDelegate::shape(const QString &text) const
 {
-    if (option.font != m_font || m_texts.size() >= shapedLimit || m_elided.size() >= shapedLimit) {
+    if (std::optional<PairShaper::Line> line = m_shaper.shape(text))
+        return {std::move(line->glyphs), QSizeF(line->width, m_shaper.lineHeight())};
+    QStaticText result(text);
+    result.setTextFormat(Qt::PlainText);
+    result.prepare(QTransform(), m_shaper.font());
+    const QSizeF size = result.size();
+    return {std::move(result), size};
+}
+
+const TextCellDelegate::Shaped &TextCellDelegate::shaped(const QString &text, const QStyleOptionViewItem &option,
+                                                         int width) const
+{
+    if (option.font != m_shaper.font() || m_texts.size() >= shapedLimit || m_elided.size() >= shapedLimit) {
         m_texts.clear();
         m_elided.clear();
-        m_font = option.font;
+        if (option.font != m_shaper.font())
+            m_shaper = PairShaper(option.font);
     }
-    const auto shape = [&option](const QString &shown) {
-        QStaticText result(shown);
-        result.setTextFormat(Qt::PlainText);
-        result.prepare(QTransform(), option.font);
-        return result;
-    };
     auto whole = m_texts.constFind(text);
     if (whole == m_texts.cend())
         whole = m_texts.insert(text, shape(text));
-    if (whole->size().width() <= width)
+    if (whole->size.width() <= width)
         return *whole;
     auto elided = m_elided.constFind({text, width});
-    if (elided == m_elided.cend())
-        elided =
-            m_elided.insert({text, width}, shape(option.fontMetrics.elidedText(text, option.textElideMode, width)));
+    if (elided == m_elided.cend()) {
+        std::optional<QString> cut;
+        if (option.textElideMode == Qt::ElideRight)
+            cut = m_shaper.elidedRight(text, width);
+        elided = m_elided.insert({text, width},
+                                 shape(cut ? *cut : option.fontMetrics.elidedText(text, option.textElideMode, width)));
+    }
     return *elided;
 }
 
@@ -77,11 +88,11 @@ void TextCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opti
     // The margins and placement QCommonStyle gives an item's text.
     const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
     const QRect textRect = option.rect.adjusted(margin, 0, -margin, 0);
-    const QStaticText &shown = shaped(text, option, textRect.width());
+    const Shaped &shown = shaped(text, option, textRect.width());
     const QVariant aligned = index.data(Qt::TextAlignmentRole);
     const auto alignment = aligned.isValid() ? Qt::Alignment(aligned.toInt()) : option.displayAlignment;
     // Horizontally where QTextLayout aligns a line, vertically where QCommonStyle puts its layout.
-    const QSizeF size = shown.size();
+    const QSizeF size = shown.size;
     const Qt::Alignment visual = QStyle::visualAlignment(option.direction, alignment);
     qreal x = textRect.x();
     if (visual & Qt::AlignRight)
@@ -97,7 +108,10 @@ void TextCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opti
     painter->setFont(option.font);
     painter->setPen(
         option.palette.color(colourGroup(option.state), selected ? QPalette::HighlightedText : QPalette::Text));
-    painter->drawStaticText(QPointF(x, y), shown);
+    if (const auto *glyphs = std::get_if<QGlyphRun>(&shown.lines))
+        painter->drawGlyphRun(QPointF(x, y), *glyphs);
+    else
+        painter->drawStaticText(QPointF(x, y), std::get<QStaticText>(shown.lines));
     painter->setPen(pen);
     painter->setFont(font);
 }

@@ -1,10 +1,12 @@
 #include "model/TntModel.h"
+#include "ui/PairShaper.h"
 #include "ui/TntCells.h"
 #include "ui/TntTableModel.h"
 
 #include <QApplication>
 #include <QHeaderView>
 #include <QPainter>
+#include <QStaticText>
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QTest>
@@ -50,7 +52,7 @@ struct Row
         view.setWordWrap(false);
         for (int column = 0; column < widths.size(); ++column)
             view.horizontalHeader()->resizeSection(column, widths.at(column));
-        view.resize(900, 120);
+        view.resize(1300, 120);
         if (selected)
             view.selectRow(0);
         view.show();
@@ -124,17 +126,21 @@ private Q_SLOTS:
     {
         QFETCH(bool, selected);
         const QString name = QStringLiteral("Public Domain Audiobooks — Ülysses");
-        const auto cells = [&name] {
+        const QString kerned = QStringLiteral("AVATAR To Wé Ty.Vy");
+        const auto cells = [&name, &kerned] {
             return QList<QStandardItem *>{
                 text(name), // fits
                 text(name), // elided with "…"
                 text(QStringLiteral("4.8 MiB"), Qt::AlignRight | Qt::AlignVCenter),
                 text(QStringLiteral("12 (3)"), Qt::AlignRight | Qt::AlignVCenter),
                 text(QStringLiteral("1,234,567,890 B/s"), Qt::AlignRight | Qt::AlignVCenter), // elided
+                text(kerned), // elided between a kerned pair
+                text(QStringLiteral("Ελληνικά 日本語")), // in a fallback font
+                text(QStringLiteral("Ελληνικά κείμενα")), // elided by Qt's layout
                 text(QString()),
             };
         };
-        const QList<int> widths{360, 90, 110, 110, 60, 60};
+        const QList<int> widths{360, 90, 110, 110, 60, 47, 200, 50, 60};
         Row cheap(new TextCellDelegate, cells(), widths, selected);
         Row stock(new QStyledItemDelegate, cells(), widths, selected);
         for (int column = 0; column < widths.size(); ++column) {
@@ -143,6 +149,57 @@ private Q_SLOTS:
             QCOMPARE(hasInk(painted), column != widths.size() - 1);
             QVERIFY2(painted == stock.cell(column), qPrintable(QString::number(column)));
         }
+    }
+
+    void pairShaperPlacesTextAsQtDoes_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("plain");
+        QTest::newRow("kerned pairs") << QStringLiteral("AVATAR To Wé Ty.Vy «Ça» ‘y’ “z” – ∞") << true;
+        QTest::newRow("a dotted name") << QStringLiteral("Some.Linux.Distribution.1234.x86_64.DVD.iso") << true;
+        QTest::newRow("spaces") << QStringLiteral(" a  b ") << true;
+        QTest::newRow("one character") << QStringLiteral("W") << true;
+        QTest::newRow("a ligature") << QStringLiteral("office fifty") << false;
+        QTest::newRow("another script") << QStringLiteral("Ελληνικά") << false;
+        QTest::newRow("a fallback font") << QStringLiteral("Ubuntu 日本語") << false;
+        QTest::newRow("a soft hyphen") << QStringLiteral("Ubun\u00adtu") << false;
+    }
+
+    // The same glyphs in the same places as Qt's own layout, and the elision QFontMetrics gives at
+    // every width; texts it cannot place are left to that layout.
+    void pairShaperPlacesTextAsQtDoes()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, plain);
+        const QFont font = QApplication::font();
+        PairShaper shaper(font);
+        const std::optional<PairShaper::Line> line = shaper.shape(text);
+        QCOMPARE(line.has_value(), plain);
+        const QFontMetrics metrics(font);
+        for (int width = 0; width < metrics.horizontalAdvance(text) + 3; ++width) {
+            const std::optional<QString> elided = shaper.elidedRight(text, width);
+            QCOMPARE(elided.has_value(), plain);
+            if (elided)
+                QVERIFY2(*elided == metrics.elidedText(text, Qt::ElideRight, width), qPrintable(QString::number(width)));
+        }
+        if (!line)
+            return;
+        QStaticText reference(text);
+        reference.setTextFormat(Qt::PlainText);
+        reference.prepare(QTransform(), font);
+        QCOMPARE(line->width, reference.size().width());
+        QCOMPARE(shaper.lineHeight(), reference.size().height());
+        QImage ours(qCeil(line->width) + 8, 40, QImage::Format_ARGB32_Premultiplied);
+        QImage qts = ours;
+        ours.fill(Qt::white);
+        qts.fill(Qt::white);
+        QPainter(&ours).drawGlyphRun(QPointF(3, 5), line->glyphs);
+        QPainter painter(&qts);
+        painter.setFont(font);
+        painter.drawStaticText(QPointF(3, 5), reference);
+        painter.end();
+        QVERIFY(hasInk(ours) || text.trimmed().isEmpty());
+        QVERIFY(ours == qts);
     }
 
     void progressBarsAreTheStyles_data()
