@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace {
 
@@ -98,6 +99,8 @@ TntFilterProxy::TntFilterProxy(TntCollection &collection, QObject *parent)
     });
     connect(m_table, &QAbstractItemModel::rowsRemoved, this, [this](const QModelIndex &, int first, int last) {
         m_order.sourceRowsRemoved(first, last - first + 1);
+        if (m_nameRanksValid)
+            m_nameRanks.erase(m_nameRanks.begin() + first, m_nameRanks.begin() + last + 1);
         if (m_keyed == Keys::numbers)
             m_keys.erase(m_keys.begin() + first, m_keys.begin() + last + 1);
         else if (m_keyed == Keys::names)
@@ -221,11 +224,51 @@ void TntFilterProxy::makeKeys()
     }
 }
 
+std::vector<int> TntFilterProxy::byNameRank(const std::vector<int> &rows)
+{
+    const auto count = static_cast<std::size_t>(m_table->rowCount());
+    if (!m_nameRanksValid) {
+        std::vector<int> all(count);
+        for (std::size_t row = 0; row < count; ++row)
+            all[row] = static_cast<int>(row);
+        std::stable_sort(all.begin(), all.end(), ByName{m_nameKeys.data(), false});
+        m_nameRanks.assign(count, 0);
+        quint32 rank = 0;
+        for (std::size_t i = 1; i < count; ++i) {
+            const auto row = static_cast<std::size_t>(all[i]);
+            rank += m_nameKeys[static_cast<std::size_t>(all[i - 1])].compare(m_nameKeys[row]) != 0;
+            m_nameRanks[row] = rank;
+        }
+        m_nameRanksValid = true;
+    }
+    // A counting sort, stable: each rank's rows in the order they had, the ranks in the direction.
+    std::vector<int> starts(count, 0);
+    for (const int row : rows)
+        ++starts[m_nameRanks[static_cast<std::size_t>(row)]];
+    int next = 0;
+    const auto place = [&starts, &next](std::size_t rank) { next += std::exchange(starts[rank], next); };
+    if (m_sortOrder == Qt::DescendingOrder) {
+        for (std::size_t rank = count; rank-- > 0;)
+            place(rank);
+    } else {
+        for (std::size_t rank = 0; rank < count; ++rank)
+            place(rank);
+    }
+    std::vector<int> sorted(rows.size());
+    for (const int row : rows)
+        sorted[static_cast<std::size_t>(starts[m_nameRanks[static_cast<std::size_t>(row)]]++)] = row;
+    return sorted;
+}
+
 void TntFilterProxy::sort(int column, Qt::SortOrder order)
 {
     m_sortColumn = column >= 0 && column < TntTableModel::ColumnCount ? column : -1;
     m_sortOrder = order;
     makeKeys();
+    if (m_keyed == Keys::names) {
+        reorder(byNameRank(m_order.rows()));
+        return;
+    }
     std::vector<int> rows = m_order.rows();
     sortRows(rows);
     reorder(std::move(rows));
@@ -248,6 +291,7 @@ void TntFilterProxy::setSidebarFilter(const SidebarFilter &filter)
 
 void TntFilterProxy::rebuild()
 {
+    m_nameRanksValid = false;
     makeKeys();
     const int count = m_table->rowCount();
     std::vector<int> rows;
@@ -285,6 +329,8 @@ void TntFilterProxy::takeChanges(const QList<TntCollection::RowChange> &changes,
         m_sortColumn < 0 ? 0 : TntTableModel::columnFields(static_cast<Column>(m_sortColumn));
     // Every row, shown or not: a hidden row may enter with this answer or a later one.
     for (const TntCollection::RowChange &change : changes) {
+        if (change.fields & TntModel::Name)
+            m_nameRanksValid = false;
         if (!(change.fields & sortFields))
             continue;
         const auto row = static_cast<std::size_t>(change.row);
@@ -332,6 +378,7 @@ void TntFilterProxy::takeChanges(const QList<TntCollection::RowChange> &changes,
 
 void TntFilterProxy::takeInserted(int first, int last)
 {
+    m_nameRanksValid = false;
     m_order.sourceRowsInserted(first, last - first + 1);
     if (m_keyed == Keys::numbers) {
         m_keys.insert(m_keys.begin() + first, static_cast<std::size_t>(last - first + 1), 0);

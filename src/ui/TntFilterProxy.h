@@ -56,6 +56,8 @@ private:
     template<typename Use>
     decltype(auto) withOrder(const Use &use) const;
     void sortRows(std::vector<int> &rows) const;
+    // `rows` in the order of their names' ranks, equal names keeping their order.
+    std::vector<int> byNameRank(const std::vector<int> &rows);
     quint64 keyAt(int sourceRow) const;
     void makeKeys();
     void rebuild();
@@ -81,6 +83,12 @@ private:
     // each) so that a comparison reads the keys without first reading the torrents they belong to.
     std::vector<QCollatorSortKey> m_nameKeys;
     Keys m_keyed = Keys::none;
+    // Every source row's place among the names of all rows, equal names sharing one, kept from one
+    // sort by name to the next while no name changes and no row arrives: sorting by name again, in
+    // the other direction or back from another column, is then a walk of the rows instead of
+    // thousands of collations. Removed rows leave the others' ranks in order.
+    std::vector<quint32> m_nameRanks;
+    bool m_nameRanksValid = false;
     NameFilter m_name;
     SidebarFilter m_sidebar;
 };
