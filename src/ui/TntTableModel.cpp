@@ -9,6 +9,9 @@ namespace {
 
 using F = TntModel::Field;
 
+// Several screens of dates; bounded against a library whose dates are all different.
+constexpr qsizetype dateTextsLimit = 8192;
+
 // qBittorrent's "infinite" ETA: 100 days.
 constexpr double infiniteEta = 8640000;
 
@@ -172,9 +175,9 @@ QVariant TntTableModel::data(const QModelIndex &index, int role) const
         case PeersColumn: return QStringLiteral("%1 (%2)").arg(tnt.numLeechs()).arg(tnt.numIncomplete());
         case EtaColumn: return TntFormat::eta(tnt.eta());
         case RatioColumn: return TntFormat::ratio(tnt.ratio());
-        case AddedOnColumn: return TntFormat::date(tnt.addedOn().toDateTime());
-        case CompletedOnColumn: return TntFormat::date(tnt.completionOn().toDateTime());
-        case SeenCompleteColumn: return TntFormat::date(tnt.seenComplete().toDateTime());
+        case AddedOnColumn: return dateText(tnt.addedOn());
+        case CompletedOnColumn: return dateText(tnt.completionOn());
+        case SeenCompleteColumn: return dateText(tnt.seenComplete());
         case CategoryColumn: return tnt.category();
         case TagsColumn: return tnt.tags();
         case ColumnCount: break;
@@ -182,6 +185,18 @@ QVariant TntTableModel::data(const QModelIndex &index, int role) const
         return {};
     default: return {};
     }
+}
+
+QString TntTableModel::dateText(API::Date when) const
+{
+    if (m_dateTextsFresh.hasExpired() || m_dateTexts.size() >= dateTextsLimit) {
+        m_dateTexts.clear();
+        m_dateTextsFresh.setRemainingTime(std::chrono::minutes(1));
+    }
+    auto known = m_dateTexts.constFind(when.secondsSinceEpoch());
+    if (known == m_dateTexts.cend())
+        known = m_dateTexts.insert(when.secondsSinceEpoch(), TntFormat::date(when.toDateTime()));
+    return *known;
 }
 
 bool TntTableModel::lessThan(Column column, const TntModel &left, const TntModel &right)

@@ -3,6 +3,9 @@
 #include "model/TntCollection.h"
 #include "ui/KeyedRowsTableModel.h"
 
+#include <QDeadlineTimer>
+#include <QHash>
+
 // The torrent table over a TntCollection: one row per torrent, the 15 columns of the table, display
 // texts for people and raw values for sorting.
 class TntTableModel : public KeyedRowsTableModel
@@ -54,8 +57,14 @@ public:
 
 private:
     quint64 fieldsShownIn(int column) const override { return columnFields(static_cast<Column>(column)); }
+    QString dateText(API::Date when) const;
 
     TntCollection &m_collection;
+    // Formatting a date reads the system's time zone every time (glibc checks /etc/localtime), a
+    // tenth of a screen's paint with three date columns: the texts are kept by instant, and dropped
+    // each minute so that a changed time zone shows.
+    mutable QHash<double, QString> m_dateTexts;
+    mutable QDeadlineTimer m_dateTextsFresh;
 };
 
 // Texts shared by the table and the status bar.
