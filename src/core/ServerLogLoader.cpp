@@ -46,33 +46,33 @@ void ServerLogLoader::follow()
     m_poller->start(interval, {[this, round = QPointer<Poller>(m_poller.get())] { return read(round); }});
 }
 
+// One log read on from its last line and merged; false when the round is over or the read failed.
+template<typename Entry>
+QCoro::Task<bool> ServerLogLoader::readInto(QPointer<Poller> round, QPointer<Session> session,
+                                            LogLines<Entry> &lines, const char *failure,
+                                            QCoro::Task<QList<Entry>> (API::Client::*request)(qint64))
+{
+    auto answer = captured((session->client().*request)(lines.lastId()));
+    auto entries = co_await std::move(answer);
+    if (!round || !session)
+        co_return false;
+    if (!entries) {
+        m_connector.reportPollFailure(QCoreApplication::translate("ServerLogLoader", failure), entries.error);
+        co_return false;
+    }
+    lines.merge(std::move(*entries.value));
+    co_return true;
+}
+
 QCoro::Task<> ServerLogLoader::read(QPointer<Poller> round)
 {
     const QPointer<Session> session = m_connector.session();
     if (!session || !session->isAuthorized())
         co_return;
-    API::Client &client = session->client();
-
-    auto messages = captured(client.logMessages(m_log.messages().lastId()));
-    auto messagesRead = co_await std::move(messages);
-    if (!round || !session)
-        co_return;
-    if (!messagesRead) {
-        m_connector.reportPollFailure(QCoreApplication::translate("ServerLogLoader", "Failed to get the server's log."),
-                                      messagesRead.error);
-        co_return;
-    }
-    m_log.messages().merge(std::move(*messagesRead.value));
-
-    auto peers = captured(client.peerLog(m_log.peers().lastId()));
-    auto peersRead = co_await std::move(peers);
-    if (!round || !session)
-        co_return;
-    if (!peersRead) {
-        m_connector.reportPollFailure(
-            QCoreApplication::translate("ServerLogLoader", "Failed to get the server's blocked peers."),
-            peersRead.error);
-        co_return;
-    }
-    m_log.peers().merge(std::move(*peersRead.value));
+    if (co_await readInto(round, session, m_log.messages(),
+                          QT_TRANSLATE_NOOP("ServerLogLoader", "Failed to get the server's log."),
+                          &API::Client::logMessages))
+        co_await readInto(round, session, m_log.peers(),
+                          QT_TRANSLATE_NOOP("ServerLogLoader", "Failed to get the server's blocked peers."),
+                          &API::Client::peerLog);
 }

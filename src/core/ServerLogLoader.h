@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Poller.h"
+#include "model/ServerLog.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -9,8 +10,11 @@
 #include <chrono>
 #include <memory>
 
+namespace API {
+class Client;
+}
 class Connector;
-class ServerLog;
+class Session;
 class Sync;
 
 // Reads the server's logs on from their last ids, in a loop of its own that runs only while a
@@ -32,6 +36,9 @@ public:
 private:
     void follow();
     QCoro::Task<> read(QPointer<Poller> round);
+    template<typename Entry>
+    QCoro::Task<bool> readInto(QPointer<Poller> round, QPointer<Session> session, LogLines<Entry> &lines,
+                               const char *failure, QCoro::Task<QList<Entry>> (API::Client::*request)(qint64));
 
     Connector &m_connector;
     ServerLog &m_log;
