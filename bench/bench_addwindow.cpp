@@ -3,6 +3,7 @@
 // handed to the view. A 1 ms heartbeat on the main thread records how long the interface stalls.
 // Run from a Release build: bench_addwindow [runs] [files]
 
+#include "Stats.h"
 #include "LargeTorrent.h"
 #include "adding/TntMetadata.h"
 #include "core/AppContext.h"
@@ -25,12 +26,6 @@
 #include <vector>
 
 namespace {
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
 
 struct Opening
 {
@@ -112,10 +107,10 @@ int main(int argc, char **argv)
     }
     std::printf("%d files, %.1f MB, median of %d runs, milliseconds\n", fileCount,
                 static_cast<double>(QFile(path).size()) / 1e6, runs);
-    std::printf("metadata read on a worker         %8.1f\n", median(metadata));
-    std::printf("window shown                       %8.1f\n", median(shown));
-    std::printf("tree in the view and painted       %8.1f\n", median(ready));
-    std::printf("longest main-thread stall          %8.1f (runs: ", median(stalls));
+    std::printf("metadata read on a worker         %8.1f\n", Bench::median(metadata));
+    std::printf("window shown                       %8.1f\n", Bench::median(shown));
+    std::printf("tree in the view and painted       %8.1f\n", Bench::median(ready));
+    std::printf("longest main-thread stall          %8.1f (runs: ", Bench::median(stalls));
     for (double stall : stalls)
         std::printf("%.1f ", stall);
     std::printf(")\n");

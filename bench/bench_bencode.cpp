@@ -2,6 +2,7 @@
 // in the same run, the metadata record, and the folder tree of its files off the main thread.
 // Run from a Release build: bench_bencode [runs] [files]
 
+#include "Stats.h"
 #include "adding/BencodeDecoder.h"
 #include "adding/FileTreeBuilder.h"
 #include "adding/TntMetadata.h"
@@ -26,12 +27,6 @@ using Clock = std::chrono::steady_clock;
 double msSince(Clock::time_point start)
 {
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
-}
-
-double median(std::vector<double> times)
-{
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
 }
 
 QCoro::Task<> buildOnWorker(FileTreeBuilder &builder, QList<API::File> files, double &ms, QEventLoop &loop)
@@ -72,9 +67,9 @@ int main(int argc, char **argv)
         result.reset();
         ratios.push_back(quillo.back() / libtorrent.back());
     }
-    std::printf("bdecode (libtorrent) %8.2f\n", median(libtorrent));
+    std::printf("bdecode (libtorrent) %8.2f\n", Bench::median(libtorrent));
     std::printf("Bencode::decode      %8.2f   ratio of medians %.2fx, median of per-run ratios %.2fx\n",
-                median(quillo), median(quillo) / median(libtorrent), median(ratios));
+                Bench::median(quillo), Bench::median(quillo) / Bench::median(libtorrent), Bench::median(ratios));
 
     std::vector<double> metadataTimes;
     std::optional<TntMetadata> metadata;
@@ -83,7 +78,7 @@ int main(int argc, char **argv)
         metadata = TntMetadata::fromTorrentData(torrent);
         metadataTimes.push_back(msSince(start));
     }
-    std::printf("TntMetadata (decode, fields, SHA-1) %8.2f\n", median(metadataTimes));
+    std::printf("TntMetadata (decode, fields, SHA-1) %8.2f\n", Bench::median(metadataTimes));
 
     QList<API::File> files;
     for (const TntMetadata::Info::File &file : metadata->info->files)
@@ -103,7 +98,7 @@ int main(int argc, char **argv)
         loop.exec();
         workerTimes.push_back(ms);
     }
-    std::printf("file tree, build alone  %8.2f\n", median(treeTimes));
-    std::printf("file tree, awaited from the main thread on the builder's thread %8.2f\n", median(workerTimes));
+    std::printf("file tree, build alone  %8.2f\n", Bench::median(treeTimes));
+    std::printf("file tree, awaited from the main thread on the builder's thread %8.2f\n", Bench::median(workerTimes));
     return 0;
 }

@@ -16,6 +16,7 @@
 #include "EventLoop.h"
 #include "MainDataGenerator.h"
 #include "Resident.h"
+#include "Stats.h"
 
 #include "core/AppContext.h"
 #include "core/KeychainStore.h"
@@ -195,11 +196,7 @@ void measure(const Source &source, int count, int seconds, int sortRuns)
             sorts.push_back(msBetween(start, sorted));
             paints.push_back(msSince(sorted));
         }
-        const auto median = [](std::vector<double> &times) {
-            std::sort(times.begin(), times.end());
-            return times[times.size() / 2];
-        };
-        return Click{median(wholes), median(sorts), median(paints)};
+        return Click{Bench::median(wholes), Bench::median(sorts), Bench::median(paints)};
     };
     const Click sortName = sortMs(TntTableModel::NameColumn);
     const Click sortSize = sortMs(TntTableModel::SizeColumn);
@@ -216,8 +213,7 @@ void measure(const Source &source, int count, int seconds, int sortRuns)
             paintNow();
             wholes.push_back(msSince(start));
         }
-        std::sort(wholes.begin(), wholes.end());
-        return wholes[wholes.size() / 2];
+        return Bench::median(wholes);
     };
     const double coldName = coldMs(TntTableModel::NameColumn);
     const double coldSize = coldMs(TntTableModel::SizeColumn);

@@ -15,6 +15,7 @@
 // Without a display the launches run offscreen. BENCH_START_WRAPPER names a command to launch
 // them under, such as a profiler; BENCH_START_PROGRAM another build of quillo to launch.
 
+#include "Stats.h"
 #include "EventLoop.h"
 #include "LoadedServer.h"
 #include "MainDataGenerator.h"
@@ -127,12 +128,6 @@ std::optional<Launch> launch(bool expectTable)
     return result;
 }
 
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
 int measure(int runs, bool expectTable, const std::function<void()> &beforeEach = {})
 {
     std::vector<double> window, table, windowOwn, tableOwn, resident;
@@ -150,18 +145,15 @@ int measure(int runs, bool expectTable, const std::function<void()> &beforeEach 
         resident.push_back(static_cast<double>(launched->resident));
         rows = launched->rows;
     }
-    const auto range = [](const std::vector<double> &values) {
-        const auto [least, most] = std::minmax_element(values.begin(), values.end());
-        return std::pair(*least, *most);
-    };
+    using Bench::range;
     std::printf("launches                  %d\n", runs);
-    std::printf("launch to window painted  median %.0f ms (%.0f–%.0f); from main(): %.0f ms\n", median(window),
-                range(window).first, range(window).second, median(windowOwn));
+    std::printf("launch to window painted  median %.0f ms (%.0f–%.0f); from main(): %.0f ms\n", Bench::median(window),
+                range(window).first, range(window).second, Bench::median(windowOwn));
     if (expectTable)
-        std::printf("launch to table painted   median %.0f ms (%.0f–%.0f); from main(): %.0f ms; %d rows\n", median(table),
-                    range(table).first, range(table).second, median(tableOwn), rows);
+        std::printf("launch to table painted   median %.0f ms (%.0f–%.0f); from main(): %.0f ms; %d rows\n", Bench::median(table),
+                    range(table).first, range(table).second, Bench::median(tableOwn), rows);
     if (expectTable)
-        std::printf("resident 3 s after        median %.0f MiB (%.0f–%.0f)\n", median(resident), range(resident).first,
+        std::printf("resident 3 s after        median %.0f MiB (%.0f–%.0f)\n", Bench::median(resident), range(resident).first,
                     range(resident).second);
     return 0;
 }
