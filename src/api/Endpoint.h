@@ -117,4 +117,22 @@ APIEndpoint main(qint64 lastKnownId);
 APIEndpoint peers(qint64 lastKnownId);
 } // namespace Log
 
+// Search jobs and their plugins. Jobs are numbered by the server; a job keeps its results until it
+// is deleted, and counts against the server's five concurrent searches while it runs (on the
+// newest servers, until it is deleted).
+namespace Search {
+// `plugins`: "enabled", "all" or plugin names; `category`: "all" or a category id.
+APIEndpoint start(const QString &pattern, const QStringList &plugins, const QString &category);
+APIEndpoint stop(qint64 id);
+// The results from `offset` on; the server answers 409 for an offset past its count.
+APIEndpoint results(qint64 id, qint64 offset);
+APIEndpoint deleteSearch(qint64 id); // the server's "delete"
+APIEndpoint plugins();
+// URLs the server downloads, or paths of .py files on the server's own machine.
+APIEndpoint installPlugin(const QStringList &sources);
+APIEndpoint uninstallPlugin(const QStringList &names);
+APIEndpoint enablePlugin(const QStringList &names, bool enable);
+APIEndpoint updatePlugins();
+} // namespace Search
+
 } // namespace API::Endpoint
