@@ -1,5 +1,6 @@
 #include "core/SearchRunner.h"
 #include "support/ScriptedTorrents.h"
+#include "ui/SearchPluginsDialog.h"
 #include "ui/SearchResultsModel.h"
 #include "ui/SearchTab.h"
 #include "ui/SearchWindow.h"
@@ -13,6 +14,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
+#include <QTreeWidget>
 #include <QUrlQuery>
 
 namespace {
@@ -79,7 +81,10 @@ class TestSearchWindow : public QObject
     bool m_running = false;
     QList<qint64> m_offsets; // of each read of results
     QList<qint64> m_deleted;
-    QList<QString> m_started; // "pattern|plugins|category"
+    QList<qint64> m_stopped;
+    QList<QString> m_started;       // "pattern|plugins|category"
+    QList<QString> m_pluginChanges; // "action|names or sources|enable"
+    QByteArray m_installed;         // the plugin list once installPlugin was asked
 
     void open()
     {
@@ -106,7 +111,10 @@ private Q_SLOTS:
         m_running = false;
         m_offsets.clear();
         m_deleted.clear();
+        m_stopped.clear();
         m_started.clear();
+        m_pluginChanges.clear();
+        m_installed.clear();
         m_server = std::make_unique<ScriptedTorrents>();
         m_server->server.setHandler([this, base = m_server.get()](const FakeServer::Request &request) {
             if (request.target.endsWith("/search/plugins"))
@@ -122,6 +130,19 @@ private Q_SLOTS:
                 const qint64 offset = formValue(request, "offset").toLongLong();
                 m_offsets << offset;
                 return Response::json(pageFrom(m_hits, offset, m_running));
+            }
+            if (request.target.contains("/search/") && request.target.contains("Plugin")) {
+                m_pluginChanges << QString::fromUtf8(request.target.mid(request.target.lastIndexOf('/') + 1)) + u'|' +
+                                       formValue(request, "names") + formValue(request, "sources") + u'|' +
+                                       formValue(request, "enable");
+                if (request.target.endsWith("/installPlugin") && !m_installed.isEmpty())
+                    m_plugins = m_installed;
+                return Response::text(200, "");
+            }
+            if (request.target.endsWith("/search/stop")) {
+                m_stopped << formValue(request, "id").toLongLong();
+                m_running = false;
+                return Response::text(200, "");
             }
             if (request.target.endsWith("/search/delete")) {
                 m_deleted << formValue(request, "id").toLongLong();
@@ -207,17 +228,30 @@ private Q_SLOTS:
         QCOMPARE(column(*tab->view(), SearchResultsModel::NameColumn), filtered);
     }
 
-    // Closing a tab deletes its job on the server, running or not, and reads it no more.
-    void closingDeletes()
+    // Stop asks the server to stop the job, which then reads as stopped, not finished; closing a
+    // tab deletes its job on the server, running or not, and reads it no more.
+    void stopsAndDeletes()
     {
         m_running = true;
         open();
+        SearchTab *stopped = search(QStringLiteral("stopping"));
+        QVERIFY(stopped);
+        QTRY_COMPARE(stopped->job().state(), SearchJob::State::running);
+        QTest::mouseClick(stopped->stopButton(), Qt::LeftButton);
+        QTRY_COMPARE(m_stopped, QList<qint64>{7});
+        QTRY_COMPARE(stopped->job().state(), SearchJob::State::stopped);
+        QCOMPARE(stopped->statusText(), QStringLiteral("Stopped, results: 0"));
+        m_window->closeTab(0);
+        QTRY_COMPARE(m_deleted, QList<qint64>{7});
+
+        m_running = true;
+        m_offsets.clear();
         SearchTab *tab = search(QStringLiteral("closing"));
         QVERIFY(tab);
         QTRY_VERIFY(!m_offsets.isEmpty());
         m_window->closeTab(m_window->tabs()->indexOf(tab));
         QCOMPARE(m_window->tabs()->count(), 0);
-        QTRY_COMPARE(m_deleted, QList<qint64>{7});
+        QTRY_COMPARE(m_deleted, (QList<qint64>{7, 7}));
         const qsizetype reads = m_offsets.size();
         QTest::qWait(int(SearchRunner::interval.count()) * 2);
         QCOMPARE(m_offsets.size(), reads);
@@ -251,6 +285,43 @@ private Q_SLOTS:
         QCOMPARE(m_window->messageLabel()->text().contains(u"Python"), !searches);
         m_window->patternField()->setText(QStringLiteral("x"));
         QCOMPARE(m_window->searchButton()->isEnabled(), plugins != "[]");
+    }
+
+    // The check box beside a plugin enables it on the server; a file the server did not install
+    // says so and stays in the field, one it did leaves the field empty.
+    void pluginDialog_data()
+    {
+        QTest::addColumn<QByteArray>("installed");
+        QTest::addColumn<bool>("fails");
+        QTest::newRow("installed") << QByteArray(onePlugin).replace("quillotest", "extra") << false;
+        QTest::newRow("not installed") << QByteArray() << true;
+    }
+
+    void pluginDialog()
+    {
+        QFETCH(QByteArray, installed);
+        QFETCH(bool, fails);
+        m_installed = installed;
+        QuilloTest::wait(m_server->context->searchPlugins().reload());
+        SearchPluginsDialog dialog(m_server->context->searchPlugins());
+        dialog.show();
+        QCOMPARE(dialog.list()->topLevelItemCount(), 1);
+        QCOMPARE(dialog.list()->topLevelItem(0)->text(1), QStringLiteral("1.0"));
+        QCOMPARE(dialog.list()->topLevelItem(0)->text(3), QStringLiteral("Movies"));
+        dialog.list()->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
+        QTRY_COMPARE(m_pluginChanges, QStringList{QStringLiteral("enablePlugin|quillotest|false")});
+        QVERIFY(!dialog.installButton()->isEnabled()); // nothing in the field
+        QTRY_VERIFY(dialog.list()->isEnabled());       // the list read again after the change
+
+        const QString path = QStringLiteral("/srv/plugins/extra.py");
+        dialog.sourceField()->setText(path);
+        dialog.install();
+        QTRY_COMPARE(m_pluginChanges.size(), 2);
+        QCOMPARE(m_pluginChanges.last(), QStringLiteral("installPlugin|") + path + u'|');
+        QTRY_VERIFY(dialog.list()->isEnabled()); // the change and the read after it are over
+        QCOMPARE(dialog.failure().isEmpty(), !fails);
+        QCOMPARE(dialog.failure().contains(path), fails);
+        QCOMPARE(dialog.sourceField()->text(), fails ? path : QString());
     }
 };
 
