@@ -90,8 +90,8 @@ QCoro::Task<> SearchRunner::sendStop()
     auto stopped = co_await captured(session->client().perform(API::Endpoint::Search::stop(m_job.id())));
     if (!self)
         co_return;
-    // A job that ended meanwhile is unknown to the stop of 4.x servers or refused by newer ones; the
-    // next read says how it ended.
+    // A job the server no longer knows answers 404 (a finished one still takes the stop): the next
+    // read says how it ended.
     if (!stopped && !thrown<API::SearchError>(stopped.error))
         m_job.fail(failureText(stopped.error));
     follow();
