@@ -117,9 +117,10 @@ APIEndpoint main(qint64 lastKnownId);
 APIEndpoint peers(qint64 lastKnownId);
 } // namespace Log
 
-// Search jobs and their plugins. Jobs are numbered by the server; a job keeps its results until it
-// is deleted, and counts against the server's five concurrent searches while it runs (on the
-// newest servers, until it is deleted).
+// Search jobs and their plugins. Jobs are numbered by the server and keep their results until
+// deleted; up to 5.2 they live in the WebUI session that started them (another session gets 404),
+// the development line keeps them for every session and stores them across restarts. A running
+// job counts against the server's five concurrent searches (a sixth start gets 409).
 namespace Search {
 // `plugins`: "enabled", "all" or plugin names; `category`: "all" or a category id.
 APIEndpoint start(const QString &pattern, const QStringList &plugins, const QString &category);

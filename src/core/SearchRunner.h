@@ -13,9 +13,9 @@ class Connector;
 class SearchJob;
 
 // Drives one search job on the server: starts it, reads its results on from those held while the
-// job runs and its window shows, asks it to stop, and deletes it when the job is let go (a running
-// job counts against the server's five concurrent searches; on the newest servers so does a
-// stopped one until it is deleted).
+// job runs and its window shows, asks it to stop, and deletes it when the job is let go: a running
+// job holds one of the server's five concurrent searches, and every job its results, which newer
+// servers even store across restarts.
 class SearchRunner : public QObject
 {
     Q_OBJECT
