@@ -119,7 +119,7 @@ APIEndpoint peers(qint64 lastKnownId);
 
 // Search jobs and their plugins. Jobs are numbered by the server and keep their results until
 // deleted; up to 5.2 they live in the WebUI session that started them (another session gets 404),
-// the development line keeps them for every session and stores them across restarts. A running
+// 5.3 keeps them for every session and stores them across restarts. A running
 // job counts against the server's five concurrent searches (a sixth start gets 409).
 namespace Search {
 // `plugins`: "enabled", "all" or plugin names; `category`: "all" or a category id.

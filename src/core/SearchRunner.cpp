@@ -124,7 +124,7 @@ QCoro::Task<> SearchRunner::read(QPointer<Poller> round)
     if (!round)
         co_return;
     if (!page) {
-        // The job is gone (a new session of a 4.x or 5.1 server keeps no jobs of the last one) or
+        // The job is gone (a new session of a server before 5.3 keeps no jobs of the last one) or
         // its results are not those held: reading again cannot mend either.
         if (thrown<API::SearchError>(page.error))
             m_job.fail(failureText(page.error));

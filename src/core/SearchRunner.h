@@ -14,8 +14,8 @@ class SearchJob;
 
 // Drives one search job on the server: starts it, reads its results on from those held while the
 // job runs and its window shows, asks it to stop, and deletes it when the job is let go: a running
-// job holds one of the server's five concurrent searches, and every job its results, which newer
-// servers even store across restarts.
+// job holds one of the server's five concurrent searches, and every job its results, which 5.3 even
+// stores across restarts.
 class SearchRunner : public QObject
 {
     Q_OBJECT
