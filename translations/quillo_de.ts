@@ -731,6 +731,14 @@ So sieht ein Server aus, der ein neues Zertifikat erhalten hat, aber auch jemand
         <source>The server&apos;s certificate has changed!</source>
         <translation>Das Zertifikat des Servers hat sich geändert!</translation>
     </message>
+    <message>
+        <source>The server no longer knows this search.</source>
+        <translation>Der Server kennt diese Suche nicht mehr.</translation>
+    </message>
+    <message>
+        <source>The server refused the search request.</source>
+        <translation>Der Server hat die Suchanfrage abgelehnt.</translation>
+    </message>
 </context>
 <context>
     <name>HTTPSRedirectSuggestion</name>
@@ -2555,6 +2563,215 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
     </message>
 </context>
 <context>
+    <name>SearchJob</name>
+    <message>
+        <source>The server&apos;s results no longer match those shown.</source>
+        <translation>Die Ergebnisse des Servers passen nicht mehr zu den angezeigten.</translation>
+    </message>
+</context>
+<context>
+    <name>SearchPlugins</name>
+    <message>
+        <source>All categories</source>
+        <translation>Alle Kategorien</translation>
+    </message>
+    <message>
+        <source>The server did not install %1. It installs only .py search plugins it can read on its own computer; its log says why.</source>
+        <translation>Der Server hat %1 nicht installiert. Er installiert nur .py-Such-Plugins, die er auf seinem eigenen Computer lesen kann; sein Protokoll nennt den Grund.</translation>
+    </message>
+</context>
+<context>
+    <name>SearchPluginsDialog</name>
+    <message>
+        <source>Install</source>
+        <translation>Installieren</translation>
+    </message>
+    <message>
+        <source>Uninstall</source>
+        <translation>Deinstallieren</translation>
+    </message>
+    <message>
+        <source>Update All</source>
+        <translation>Alle aktualisieren</translation>
+    </message>
+    <message>
+        <source>Search Plugins</source>
+        <translation>Such-Plugins</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>URL</source>
+        <translation>URL</translation>
+    </message>
+    <message>
+        <source>Categories</source>
+        <translation>Kategorien</translation>
+    </message>
+    <message>
+        <source>A plugin&apos;s URL, or the path of its .py file on the server&apos;s computer</source>
+        <translation>Die URL eines Plugins oder der Pfad seiner .py-Datei auf dem Computer des Servers</translation>
+    </message>
+    <message>
+        <source>Failed to enable the plugin.</source>
+        <translation>Das Plugin konnte nicht aktiviert werden.</translation>
+    </message>
+    <message>
+        <source>Failed to disable the plugin.</source>
+        <translation>Das Plugin konnte nicht deaktiviert werden.</translation>
+    </message>
+    <message>
+        <source>Failed to install the plugin.</source>
+        <translation>Das Plugin konnte nicht installiert werden.</translation>
+    </message>
+    <message>
+        <source>Failed to get the search plugins.</source>
+        <translation>Die Such-Plugins konnten nicht abgerufen werden.</translation>
+    </message>
+    <message>
+        <source>Failed to uninstall the plugin.</source>
+        <translation>Das Plugin konnte nicht deinstalliert werden.</translation>
+    </message>
+    <message>
+        <source>Failed to update the plugins.</source>
+        <translation>Die Plugins konnten nicht aktualisiert werden.</translation>
+    </message>
+</context>
+<context>
+    <name>SearchResultsModel</name>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Seeders</source>
+        <translation>Seeder</translation>
+    </message>
+    <message>
+        <source>Leechers</source>
+        <translation>Leecher</translation>
+    </message>
+    <message>
+        <source>Search engine</source>
+        <translation>Suchmaschine</translation>
+    </message>
+    <message>
+        <source>Published</source>
+        <translation>Veröffentlicht</translation>
+    </message>
+</context>
+<context>
+    <name>SearchRunner</name>
+    <message>
+        <source>Quillo is not connected to a server.</source>
+        <translation>Quillo ist mit keinem Server verbunden.</translation>
+    </message>
+    <message>
+        <source>Failed to get the search results.</source>
+        <translation>Die Suchergebnisse konnten nicht abgerufen werden.</translation>
+    </message>
+</context>
+<context>
+    <name>SearchTab</name>
+    <message>
+        <source>Stop</source>
+        <translation>Stoppen</translation>
+    </message>
+    <message>
+        <source>Download</source>
+        <translation>Herunterladen</translation>
+    </message>
+    <message>
+        <source>Open description page</source>
+        <translation>Beschreibungsseite öffnen</translation>
+    </message>
+    <message>
+        <source>Filter results by name</source>
+        <translation>Ergebnisse nach Namen filtern</translation>
+    </message>
+    <message>
+        <source>Starting…</source>
+        <translation>Wird gestartet …</translation>
+    </message>
+    <message>
+        <source>Failed: %1</source>
+        <translation>Fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>Running, results: %1</source>
+        <translation>Läuft, Ergebnisse: %1</translation>
+    </message>
+    <message>
+        <source>Finished, results: %1</source>
+        <translation>Beendet, Ergebnisse: %1</translation>
+    </message>
+    <message>
+        <source>Stopped, results: %1</source>
+        <translation>Gestoppt, Ergebnisse: %1</translation>
+    </message>
+</context>
+<context>
+    <name>SearchWindow</name>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Plugins...</source>
+        <translation>Plugins...</translation>
+    </message>
+    <message>
+        <source>Search for torrents</source>
+        <translation>Nach Torrents suchen</translation>
+    </message>
+    <message>
+        <source>Failed to get the search plugins.</source>
+        <translation>Die Such-Plugins konnten nicht abgerufen werden.</translation>
+    </message>
+    <message>
+        <source>Connect to a server to search.</source>
+        <translation>Verbinden Sie sich mit einem Server, um zu suchen.</translation>
+    </message>
+    <message>
+        <source>Reading the server&apos;s search plugins…</source>
+        <translation>Die Such-Plugins des Servers werden gelesen …</translation>
+    </message>
+    <message>
+        <source>This server cannot search.
+
+qBittorrent searches through plugins written in Python, and the server&apos;s computer has no Python it can use. Install Python 3 there and start qBittorrent again; its search plugins can then be installed from this window.</source>
+        <translation>Dieser Server kann nicht suchen.
+
+qBittorrent sucht über Plugins, die in Python geschrieben sind, und auf dem Computer des Servers gibt es kein Python, das es verwenden kann. Installieren Sie dort Python 3 und starten Sie qBittorrent neu; danach lassen sich seine Such-Plugins in diesem Fenster installieren.</translation>
+    </message>
+    <message>
+        <source>Only enabled</source>
+        <translation>Nur aktivierte</translation>
+    </message>
+    <message>
+        <source>All plugins</source>
+        <translation>Alle Plugins</translation>
+    </message>
+    <message>
+        <source>The server has no search plugins yet: Plugins... installs them.</source>
+        <translation>Der Server hat noch keine Such-Plugins: „Plugins...“ installiert sie.</translation>
+    </message>
+    <message>
+        <source>Every search plugin is disabled: enable one in Plugins..., or search with All plugins.</source>
+        <translation>Alle Such-Plugins sind deaktiviert: Aktivieren Sie eines unter „Plugins...“ oder suchen Sie mit „Alle Plugins“.</translation>
+    </message>
+</context>
+<context>
     <name>ServerCertificate</name>
     <message>
         <source>SHA-256: %1
@@ -3023,6 +3240,10 @@ Gültig von %4 bis %5</translation>
     <message>
         <source>Server Log</source>
         <translation>Server-Protokoll</translation>
+    </message>
+    <message>
+        <source>Search...</source>
+        <translation>Suchen...</translation>
     </message>
 </context>
 <context>

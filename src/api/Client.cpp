@@ -351,6 +351,11 @@ void Client::checkStatus(int status, const QByteArray &body, const APIEndpoint &
         break;
     default: break;
     }
+    if (endpoint.group == APIEndpoint::Group::search && status >= 400 && status < 500) {
+        using S = SearchError::Case;
+        const S kind = status == 404 ? S::notFound : status == 409 ? S::refused : S::badRequest;
+        throw SearchError(kind, QString::fromUtf8(body).trimmed());
+    }
     // A change of the server's settings it will not take: newer servers say why with a 400.
     if (endpoint.group == APIEndpoint::Group::application && endpoint.method == HttpMethod::post && status >= 400 &&
         status < 500)
@@ -473,6 +478,24 @@ QCoro::Task<QList<PeerLogEntry>> Client::peerLog(qint64 lastKnownId)
 {
     const QByteArray body = co_await perform(Endpoint::Log::peers(lastKnownId));
     co_return takeOutcome(co_await decodeOnWorker(body, &decodePeerLog));
+}
+
+QCoro::Task<qint64> Client::startSearch(QString pattern, QStringList plugins, QString category)
+{
+    const QByteArray body = co_await perform(Endpoint::Search::start(pattern, plugins, category));
+    co_return takeOutcome(co_await decodeOnWorker(body, &decodeSearchStart)).id;
+}
+
+QCoro::Task<SearchResults> Client::searchResults(qint64 id, qint64 offset)
+{
+    const QByteArray body = co_await perform(Endpoint::Search::results(id, offset));
+    co_return takeOutcome(co_await decodeOnWorker(body, &decodeSearchResults));
+}
+
+QCoro::Task<QList<SearchPlugin>> Client::searchPlugins()
+{
+    const QByteArray body = co_await perform(Endpoint::Search::plugins());
+    co_return takeOutcome(co_await decodeOnWorker(body, &decodeSearchPlugins));
 }
 
 } // namespace API

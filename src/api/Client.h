@@ -85,6 +85,9 @@ public:
     QCoro::Task<QList<PieceState>> pieceStates(QString hash);
     QCoro::Task<QList<LogMessage>> logMessages(qint64 lastKnownId);
     QCoro::Task<QList<PeerLogEntry>> peerLog(qint64 lastKnownId);
+    QCoro::Task<qint64> startSearch(QString pattern, QStringList plugins, QString category);
+    QCoro::Task<SearchResults> searchResults(qint64 id, qint64 offset);
+    QCoro::Task<QList<SearchPlugin>> searchPlugins();
 
     // Aborts every request in flight; their callers get a cancelled TransportError.
     void cancelAll();

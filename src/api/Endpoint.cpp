@@ -515,4 +515,55 @@ APIEndpoint peers(qint64 lastKnownId)
 
 } // namespace Log
 
+namespace Search {
+
+APIEndpoint start(const QString &pattern, const QStringList &plugins, const QString &category)
+{
+    return post(Group::search, QStringLiteral("start"),
+                FormBody().add(u"pattern", pattern).add(u"plugins", plugins.join(u'|')).add(u"category", category));
+}
+
+APIEndpoint stop(qint64 id)
+{
+    return post(Group::search, QStringLiteral("stop"), FormBody().add(u"id", id));
+}
+
+APIEndpoint results(qint64 id, qint64 offset)
+{
+    return post(Group::search, QStringLiteral("results"), FormBody().add(u"id", id).add(u"offset", offset));
+}
+
+APIEndpoint deleteSearch(qint64 id)
+{
+    return post(Group::search, QStringLiteral("delete"), FormBody().add(u"id", id));
+}
+
+APIEndpoint plugins()
+{
+    return get(Group::search, QStringLiteral("plugins"));
+}
+
+APIEndpoint installPlugin(const QStringList &sources)
+{
+    return post(Group::search, QStringLiteral("installPlugin"), FormBody().add(u"sources", sources.join(u'|')));
+}
+
+APIEndpoint uninstallPlugin(const QStringList &names)
+{
+    return post(Group::search, QStringLiteral("uninstallPlugin"), FormBody().add(u"names", names.join(u'|')));
+}
+
+APIEndpoint enablePlugin(const QStringList &names, bool enable)
+{
+    return post(Group::search, QStringLiteral("enablePlugin"),
+                FormBody().add(u"names", names.join(u'|')).add(u"enable", enable));
+}
+
+APIEndpoint updatePlugins()
+{
+    return post(Group::search, QStringLiteral("updatePlugins"));
+}
+
+} // namespace Search
+
 } // namespace API::Endpoint

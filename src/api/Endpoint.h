@@ -117,4 +117,23 @@ APIEndpoint main(qint64 lastKnownId);
 APIEndpoint peers(qint64 lastKnownId);
 } // namespace Log
 
+// Search jobs and their plugins. Jobs are numbered by the server and keep their results until
+// deleted; up to 5.2 they live in the WebUI session that started them (another session gets 404),
+// 5.3 keeps them for every session and stores them across restarts. A running
+// job counts against the server's five concurrent searches (a sixth start gets 409).
+namespace Search {
+// `plugins`: "enabled", "all" or plugin names; `category`: "all" or a category id.
+APIEndpoint start(const QString &pattern, const QStringList &plugins, const QString &category);
+APIEndpoint stop(qint64 id);
+// The results from `offset` on; the server answers 409 for an offset past its count.
+APIEndpoint results(qint64 id, qint64 offset);
+APIEndpoint deleteSearch(qint64 id); // the server's "delete"
+APIEndpoint plugins();
+// URLs the server downloads, or paths of .py files on the server's own machine.
+APIEndpoint installPlugin(const QStringList &sources);
+APIEndpoint uninstallPlugin(const QStringList &names);
+APIEndpoint enablePlugin(const QStringList &names, bool enable);
+APIEndpoint updatePlugins();
+} // namespace Search
+
 } // namespace API::Endpoint

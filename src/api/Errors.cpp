@@ -209,4 +209,11 @@ RefusalError::RefusalError(const QString &serverText)
     : Error(QCoreApplication::translate("Errors", "The server refused the change."), serverText)
 {}
 
+SearchError::SearchError(Case kind, const QString &serverText)
+    : Error(kind == Case::notFound ? QCoreApplication::translate("Errors", "The server no longer knows this search.")
+                                   : QCoreApplication::translate("Errors", "The server refused the search request."),
+            serverText)
+    , m_case(kind)
+{}
+
 } // namespace API

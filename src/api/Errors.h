@@ -93,6 +93,21 @@ public:
     explicit RefusalError(const QString &serverText);
 };
 
+// A search request the server would not carry out: 409 when it cannot (no Python, too many searches
+// at once, an offset past the results), 404 for a job it does not know (deleted, or the server
+// started again), 400 for a missing parameter.
+class SearchError : public Error
+{
+public:
+    enum class Case { refused, notFound, badRequest };
+
+    SearchError(Case kind, const QString &serverText);
+    Case kind() const noexcept { return m_case; }
+
+private:
+    Case m_case;
+};
+
 class TntManagmentError : public Error
 {
 public:

@@ -413,6 +413,21 @@ inline simdjson::error_code tryRead(od::value &value, const Path &path, LogLevel
     return simdjson::SUCCESS;
 }
 
+// Only these two words: a job in another state would be one this client cannot follow.
+inline simdjson::error_code tryRead(od::value &value, const Path &path, SearchStatus &out)
+{
+    std::string_view word;
+    if (const auto error = value.get_string().get(word))
+        return error;
+    if (word == "Running")
+        out = SearchStatus::running;
+    else if (word == "Stopped")
+        out = SearchStatus::stopped;
+    else
+        fail(path, QStringLiteral("unknown search status \"%1\"").arg(toQString(word)));
+    return simdjson::SUCCESS;
+}
+
 template<typename T>
 constexpr const char *expectedText()
 {

@@ -225,6 +225,61 @@ struct PeerLogEntry
     friend bool operator==(const PeerLogEntry &, const PeerLogEntry &) = default;
 };
 
+// A search job as the server reports it: running, or stopped (finished, failed or stopped by a
+// request; the server does not tell them apart).
+enum class SearchStatus : quint8 { running, stopped };
+
+struct SearchCategory
+{
+    QString id; // "all" or the plugin's word, sent back to start a search
+    QString name;
+
+    friend bool operator==(const SearchCategory &, const SearchCategory &) = default;
+};
+
+// A search plugin (a nova engine on the server). Every version lists "all" first among the categories.
+struct SearchPlugin
+{
+    QString name;
+    QString version;
+    QString fullName;
+    QString url;
+    QList<SearchCategory> supportedCategories;
+    bool enabled = false;
+
+    friend bool operator==(const SearchPlugin &, const SearchPlugin &) = default;
+};
+
+// One hit of a search. Sizes and counts are -1 where the site does not say; qBittorrent 5 adds
+// the engine's name and the publication date, which 4.x does not send.
+struct SearchResult
+{
+    QString fileName;
+    QString fileUrl;
+    qint64 fileSize = 0;
+    qint64 nbSeeders = 0;
+    qint64 nbLeechers = 0;
+    QString siteUrl;
+    QString descrLink;
+    std::optional<QString> engineName;
+    std::optional<Date> pubDate;
+
+    friend bool operator==(const SearchResult &, const SearchResult &) = default;
+};
+
+// A page of a job's results from an offset, with the job's status and its count so far.
+struct SearchResults
+{
+    SearchStatus status = SearchStatus::stopped;
+    QList<SearchResult> results;
+    qint64 total = 0;
+};
+
+struct SearchStart
+{
+    qint64 id = 0;
+};
+
 // The key credential; stored as JSON, so it is encoded as well as decoded.
 struct Key
 {
@@ -245,6 +300,9 @@ QList<PieceState> decodePieceStates(const QByteArray &json);
 QList<LogMessage> decodeLogMessages(const QByteArray &json);
 QList<PeerLogEntry> decodePeerLog(const QByteArray &json);
 Key decodeKey(const QByteArray &json);
+QList<SearchPlugin> decodeSearchPlugins(const QByteArray &json);
+SearchResults decodeSearchResults(const QByteArray &json);
+SearchStart decodeSearchStart(const QByteArray &json);
 QByteArray encodeKey(const Key &key);
 
 // The key conversion every answer goes through: "dl_info_speed" → "dlInfoSpeed",

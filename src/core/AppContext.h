@@ -7,6 +7,8 @@
 #include "core/Connector.h"
 #include "core/ErrorReporter.h"
 #include "core/SecureAddressOffer.h"
+#include "core/SearchPlugins.h"
+#include "core/SearchRunner.h"
 #include "core/ServerLogLoader.h"
 #include "core/SnapshotKeeper.h"
 #include "core/Sync.h"
@@ -93,6 +95,9 @@ public:
     // The server's logs, read while a window shows them (ServerLog::setShown) and the connection polls.
     ServerLog &serverLog() { return m_serverLog; }
     bool isReadingServerLog() const { return m_logLoader.isPolling(); }
+    // The server's search plugins and whether it can search; a runner per search job.
+    SearchPlugins &searchPlugins() { return m_searchPlugins; }
+    SearchRunner *makeSearchRunner(SearchJob &job, QObject *parent) { return new SearchRunner(m_connector, job, parent); }
     // The transfer's rates of the last minutes, a sample per main-data answer.
     RateHistory &transferRates() { return m_transferRates; }
     // The torrents that the sidebar selection and the name text admit, in the collection's order.
@@ -212,4 +217,5 @@ private:
     TntDetailEdits m_detailEdits{m_operations, m_detailLoader};
     TntAddition m_addition;
     Platform::SystemEvents m_systemEvents;
+    SearchPlugins m_searchPlugins{m_connector};
 };

@@ -136,7 +136,7 @@ void MainMenus::addServerMenu()
     server->addSeparator();
     TntActions &actions = *m_parts.actions;
     for (const Id id : {Id::alternativeSpeedLimits, Id::globalDownloadLimit, Id::globalUploadLimit, Id::statistics,
-                          Id::serverLog})
+                          Id::serverLog, Id::search})
         server->addAction(actions.action(id));
     server->addSeparator();
     server->addAction(actions.action(Id::shutDownServer));

@@ -89,6 +89,8 @@ TntActions::TntActions(AppContext &context, TntCommands &commands, TntAddingFlow
     add(Id::statistics, tr("Statistics..."), [this](bool) { m_commands.showStatistics(); });
     add(Id::serverLog, tr("Server Log"), [this](bool) { m_commands.showServerLog(); })
         ->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
+    add(Id::search, tr("Search..."), [this, &adding](bool) { m_commands.showSearch(adding); })
+        ->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F));
     QAction *alternative = add(Id::alternativeSpeedLimits, tr("Alternative Speed Limits"), [this](bool) {
         // Only the server changes the mode: the item shows it, a click asks for the other one.
         showTransferState();
@@ -207,7 +209,8 @@ void TntActions::showState()
         case Id::globalUploadLimit:
         case Id::shutDownServer:
         case Id::statistics:
-        case Id::serverLog: enabled = connected; break;
+        case Id::serverLog:
+        case Id::search: enabled = connected; break;
         case Id::addPeers: // sends nothing for no list
         case Id::limitDownload:
         case Id::limitUpload:

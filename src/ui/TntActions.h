@@ -54,6 +54,7 @@ public:
         shutDownServer,
         statistics,
         serverLog,
+        search,
         // Queue priority moves the selection whatever a menu is over: the server's call takes no list.
         minimumPriority,
         decreasePriority,

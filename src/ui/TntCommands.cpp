@@ -4,6 +4,7 @@
 #include "support/Detached.h"
 #include "ui/EditorSheet.h"
 #include "ui/ShareLimitField.h"
+#include "ui/SearchWindow.h"
 #include "ui/ServerLogWindow.h"
 #include "ui/StatisticsWindow.h"
 
@@ -321,6 +322,16 @@ QWidget *TntCommands::showServerLog()
     m_serverLog->raise();
     m_serverLog->activateWindow();
     return m_serverLog;
+}
+
+QWidget *TntCommands::showSearch(TntAddingFlow &adding)
+{
+    if (!m_search)
+        m_search = new SearchWindow(m_context, adding, m_window);
+    m_search->show();
+    m_search->raise();
+    m_search->activateWindow();
+    return m_search;
 }
 
 void TntCommands::shutDownServer()

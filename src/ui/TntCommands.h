@@ -12,6 +12,7 @@
 
 class AppContext;
 class QWidget;
+class TntAddingFlow;
 
 // The flows in front of the torrent operations: the remove confirmation and the editor sheets.
 // The toolbar, the table's context menu and the sidebar all go through here, so each flow exists
@@ -50,6 +51,7 @@ public:
     QDialog *showStatistics();
     // The server log window, likewise.
     QWidget *showServerLog();
+    QWidget *showSearch(TntAddingFlow &adding);
     // Asks first, naming the server: it cannot be started again from here.
     void shutDownServer();
     void createCategory();
@@ -83,4 +85,5 @@ private:
     QPointer<QDialog> m_sheet;
     QPointer<QDialog> m_statistics;
     QPointer<QWidget> m_serverLog;
+    QPointer<QWidget> m_search;
 };

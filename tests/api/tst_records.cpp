@@ -56,7 +56,10 @@ STntModel expectedFullTorrent51()
     };
 }
 
-enum class Decoder { mainData, peers, properties, trackers, files, webSeeds, pieceStates, logMessages, peerLog };
+enum class Decoder {
+    mainData, peers, properties, trackers, files, webSeeds, pieceStates, logMessages, peerLog, searchPlugins,
+    searchResults, searchStart
+};
 
 // The reason a decoder gives for refusing `json`; empty when it decoded.
 QString decodeFailure(Decoder decoder, const QByteArray &json)
@@ -72,6 +75,9 @@ QString decodeFailure(Decoder decoder, const QByteArray &json)
         case Decoder::pieceStates: decodePieceStates(json); break;
         case Decoder::logMessages: decodeLogMessages(json); break;
         case Decoder::peerLog: decodePeerLog(json); break;
+        case Decoder::searchPlugins: decodeSearchPlugins(json); break;
+        case Decoder::searchResults: decodeSearchResults(json); break;
+        case Decoder::searchStart: decodeSearchStart(json); break;
         }
     } catch (const ResponseDecodingError &error) {
         if (error.description() != QStringLiteral("Could not decode JSON data"))
@@ -93,6 +99,23 @@ const QByteArray properties =
     R"("share_ratio":0.5,"time_elapsed":120,"total_downloaded":1,"total_downloaded_session":2,)"
     R"("total_size":4071620608,"total_uploaded":3,"total_uploaded_session":4,"total_wasted":5,)"
     R"("up_limit":-1,"up_speed":0,"up_speed_avg":6})";
+
+// A plugin and a page of results as qBittorrent 4.5.2 sends them (captured; 4.x names no engine
+// and no date), and a result as 5.x writes it.
+const QByteArray plugin452 =
+    R"([{"enabled":true,"fullName":"Quillo Test","name":"quillotest","supportedCategories":[{"id":"all",)"
+    R"("name":"All categories"},{"id":"movies","name":"Movies"}],"url":"http://127.0.0.1","version":"1.0"}])";
+const QByteArray result452 =
+    R"({"descrLink":"http://127.0.0.1/c/1","fileName":"c 1","fileSize":3145728,"fileUrl":"magnet:?xt=urn:btih:02",)"
+    R"("nbLeechers":1,"nbSeeders":3,"siteUrl":"http://127.0.0.1"})";
+const QByteArray result5 =
+    R"({"descrLink":"","engineName":"Quillo Test","fileName":"ü","fileSize":-1,"fileUrl":"http://t/1.torrent",)"
+    R"("nbLeechers":-1,"nbSeeders":-1,"pubDate":1718000000,"siteUrl":"http://127.0.0.1"})";
+
+QByteArray resultsPage(const QByteArray &result, const char *status = "Running", int total = 1)
+{
+    return R"({"results":[)" + result + R"(],"status":")" + status + R"(","total":)" + QByteArray::number(total) + '}';
+}
 
 } // namespace
 
@@ -326,6 +349,26 @@ void TestRecords::failures_data()
         "[0].reason: missing");
     row("blocked as number", Decoder::peerLog, R"([{"blocked":1,"id":0,"ip":"a","reason":"","timestamp":1}])",
         "[0].blocked: expected a boolean");
+    row("plugin without categories", Decoder::searchPlugins,
+        QByteArray(plugin452).replace(R"("supportedCategories")", R"("categories")"), "[0].supported_categories: missing");
+    // qBittorrent before 4.1 listed categories as words: no server this client speaks to.
+    row("categories as words", Decoder::searchPlugins,
+        R"([{"enabled":true,"fullName":"f","name":"n","supportedCategories":["all"],"url":"u","version":"1"}])",
+        "[0].supportedCategories[0]: expected an object");
+    row("enabled as text", Decoder::searchPlugins, QByteArray(plugin452).replace("true", "\"true\""),
+        "[0].enabled: expected a boolean");
+    row("unknown search status", Decoder::searchResults, resultsPage(result452, "Paused"),
+        "status: unknown search status \"Paused\"");
+    row("size as text", Decoder::searchResults, resultsPage(QByteArray(result452).replace("3145728", "\"3 MB\"")),
+        "results[0].fileSize: expected an integer");
+    row("result without link", Decoder::searchResults,
+        resultsPage(QByteArray(result452).replace(R"("fileUrl":"magnet:?xt=urn:btih:02",)", "")),
+        "results[0].file_url: missing");
+    row("date as text", Decoder::searchResults, resultsPage(QByteArray(result5).replace("1718000000", "\"today\"")),
+        "results[0].pubDate: expected a number");
+    row("results without total", Decoder::searchResults, R"({"results":[],"status":"Stopped"})", "total: missing");
+    row("start without id", Decoder::searchStart, "{}", "id: missing");
+    row("id as text", Decoder::searchStart, R"({"id":"7"})", "id: expected an integer");
 }
 
 void TestRecords::failures()
@@ -360,6 +403,38 @@ void TestRecords::malformedBodies()
 {
     QFETCH(QByteArray, json);
     QVERIFY(!decodeFailure(Decoder::mainData, json).isEmpty());
+}
+
+// A body cut anywhere, or with content after it, never decodes as a page of results.
+void TestRecords::malformedSearchBodies()
+{
+    const QByteArray whole = resultsPage(result452 + ',' + result5, "Stopped", 2);
+    QVERIFY(decodeFailure(Decoder::searchResults, whole).isEmpty());
+    for (qsizetype cut = 0; cut < whole.size(); ++cut)
+        QVERIFY2(!decodeFailure(Decoder::searchResults, whole.left(cut)).isEmpty(), whole.left(cut).constData());
+    QVERIFY(!decodeFailure(Decoder::searchResults, whole + "{}").isEmpty());
+}
+
+void TestRecords::searchRecords()
+{
+    const QList<SearchPlugin> plugins = decodeSearchPlugins(plugin452);
+    QCOMPARE(plugins, (QList<SearchPlugin>{{QStringLiteral("quillotest"), QStringLiteral("1.0"),
+                                            QStringLiteral("Quillo Test"), QStringLiteral("http://127.0.0.1"),
+                                            {{QStringLiteral("all"), QStringLiteral("All categories")},
+                                             {QStringLiteral("movies"), QStringLiteral("Movies")}},
+                                            true}}));
+    const SearchResults page = decodeSearchResults(resultsPage(result452 + ',' + result5, "Stopped", 9));
+    QCOMPARE(page.status, SearchStatus::stopped);
+    QCOMPARE(page.total, 9);
+    QCOMPARE(page.results.size(), 2);
+    QVERIFY((page.results[0] == SearchResult{QStringLiteral("c 1"), QStringLiteral("magnet:?xt=urn:btih:02"), 3145728,
+                                             3, 1, QStringLiteral("http://127.0.0.1"),
+                                             QStringLiteral("http://127.0.0.1/c/1"), std::nullopt, std::nullopt}));
+    QVERIFY((page.results[1] == SearchResult{QString::fromUtf8("ü"), QStringLiteral("http://t/1.torrent"), -1, -1, -1,
+                                             QStringLiteral("http://127.0.0.1"), QString(), QStringLiteral("Quillo Test"),
+                                             Date(1718000000)}));
+    QCOMPARE(decodeSearchResults(R"({"results":[],"status":"Running","total":0})").status, SearchStatus::running);
+    QCOMPARE(decodeSearchStart(R"({"id":1539190639})").id, 1539190639);
 }
 
 void TestRecords::peers()

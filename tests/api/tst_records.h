@@ -21,6 +21,8 @@ private Q_SLOTS:
     void failures();
     void malformedBodies_data();
     void malformedBodies();
+    void malformedSearchBodies();
+    void searchRecords();
     void peers();
     void detailRecords();
     void logRecords_data();

@@ -2,6 +2,7 @@
 #include "support/Widgets.h"
 #include "ui/MainMenus.h"
 #include "ui/MainWindow.h"
+#include "ui/SearchWindow.h"
 #include "ui/ServerLogWindow.h"
 #include "ui/SidebarView.h"
 #include "ui/StatisticsWindow.h"
@@ -281,6 +282,27 @@ private Q_SLOTS:
         QVERIFY(!m_window->isVisible());
         MainWindow reopened(*m_server->context);
         QCOMPARE(reopened.size(), place.size());
+    }
+
+    // Server › Search... opens one window, where it was last closed.
+    void search()
+    {
+        QAction *item = QuilloTest::menuItem(*menus().menu(u"Server"_qs), u"Search..."_qs);
+        QCOMPARE(item->shortcut(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F));
+        QTRY_VERIFY(item->isEnabled());
+        item->trigger();
+        auto *window = m_window->findChild<SearchWindow *>();
+        QVERIFY(window && window->isVisible());
+        const QRect place(QPoint(60, 70), QSize(700, 500));
+        window->setGeometry(place);
+        window->close();
+        delete window;
+        item->trigger();
+        window = m_window->findChild<SearchWindow *>();
+        QVERIFY(window && window->isVisible());
+        QCOMPARE(window->size(), place.size());
+        item->trigger();
+        QCOMPARE(m_window->findChildren<SearchWindow *>(), QList<SearchWindow *>{window});
     }
 };
 
