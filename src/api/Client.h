@@ -6,6 +6,7 @@
 #include "api/NetworkInterface.h"
 #include "api/QBTPreferences.h"
 #include "api/Records.h"
+#include "api/RssRecords.h"
 #include "api/RedirectPolicy.h"
 #include "api/ServerAddress.h"
 #include "api/WebAPIVersion.h"
@@ -85,6 +86,9 @@ public:
     QCoro::Task<QList<PieceState>> pieceStates(QString hash);
     QCoro::Task<QList<LogMessage>> logMessages(qint64 lastKnownId);
     QCoro::Task<QList<PeerLogEntry>> peerLog(qint64 lastKnownId);
+    QCoro::Task<RssItem> rssItems();
+    QCoro::Task<QList<RssRule>> rssRules();
+    QCoro::Task<QMap<QString, QStringList>> rssMatchingArticles(QString ruleName);
 
     // Aborts every request in flight; their callers get a cancelled TransportError.
     void cancelAll();

@@ -61,6 +61,7 @@ QString keyName(UserDefaultsKey key)
     case UserDefaultsKey::rememberTntLists: return QStringLiteral("rememberTntLists");
     case UserDefaultsKey::serverLogWindowGeometry: return QStringLiteral("serverLogWindowGeometry");
     case UserDefaultsKey::serverLogLevels: return QStringLiteral("serverLogLevels");
+    case UserDefaultsKey::rssWindowGeometry: return QStringLiteral("rssWindowGeometry");
     }
     Q_UNREACHABLE();
 }

@@ -70,6 +70,8 @@ enum class UserDefaultsKey {
     // server's bits, 1 normal to 8 critical).
     serverLogWindowGeometry,
     serverLogLevels,
+    // The RSS window's place and size.
+    rssWindowGeometry,
 };
 
 QString keyName(UserDefaultsKey key);
