@@ -71,6 +71,9 @@ void readItem(od::value &value, const Path &path, RssItem &out, int depth)
         const Path at{&path, key};
         od::value &item = field.value();
         if (take(item.type(), at) == od::json_type::object) {
+            // The server refuses such names: a path holding one would name another item.
+            if (key.empty() || key.find('\\') != std::string_view::npos)
+                fail(at, QStringLiteral("not a name of an item"));
             RssItem child;
             child.name = toQString(key);
             child.path = rssPath(out.path, child.name);

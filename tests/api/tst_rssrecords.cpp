@@ -108,6 +108,9 @@ void TestRssRecords::malformed_data()
         << Decoder::items << QByteArray("{\"a\":").repeated(40) + "{}" + QByteArray(40, '}') << QString();
     QTest::newRow("items: bad literal under an unknown key")
         << Decoder::items << QByteArray(R"({"F":{"uid":"u","url":"x","y":[nul]}})") << QString();
+    QTest::newRow("items: a name holding the separator")
+        << Decoder::items << QByteArray(R"({"a\\b":{}})") << QStringLiteral("not a name");
+    QTest::newRow("items: an empty name") << Decoder::items << QByteArray(R"({"":{}})") << QStringLiteral("not a name");
     QTest::newRow("items: trailing content") << Decoder::items << QByteArray("{} {}") << QStringLiteral("after");
     QTest::newRow("items: truncated") << Decoder::items << nested.left(nested.size() / 2) << QString();
     QTest::newRow("rules: an array") << Decoder::rules << QByteArray("[]") << QStringLiteral("expected an object");
