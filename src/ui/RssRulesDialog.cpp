@@ -177,6 +177,11 @@ QCoro::Task<> RssRulesDialog::addRule()
         QMessageBox::warning(this, tr("New Rule"), tr("A rule named \"%1\" exists already.").arg(name));
         co_return;
     }
+    // The rule being edited is saved before the list is read again.
+    if (m_form->isEdited() && !co_await save())
+        co_return;
+    if (!self)
+        co_return;
     // A new rule is saved with the flat keys every version reads.
     QCoro::Task<bool> saving = m_context.rss().setRule(API::RssRule(name, {{QStringLiteral("enabled"), true}}));
     if (co_await std::move(saving) && self)

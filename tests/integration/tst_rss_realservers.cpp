@@ -6,6 +6,8 @@
 #include "support/FakeServer.h"
 #include "support/TorrentFactory.h"
 #include "ui/RssModels.h"
+#include "ui/RssRuleForm.h"
+#include "ui/RssRulesDialog.h"
 #include "ui/RssWindow.h"
 #include "ui/TntAddingFlow.h"
 
@@ -13,10 +15,14 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QTest>
 #include <QTreeView>
+#include <QTreeWidget>
 
 using Flavor = QbtServer::Flavor;
 using QuilloTest::wait;
@@ -274,6 +280,28 @@ private Q_SLOTS:
         QVERIFY(window.downloadButton()->isEnabled());
         window.downloadButton()->click();
         QTRY_VERIFY_WITH_TIMEOUT(!m_server->torrent(m_torrent.infoHash).isEmpty(), 30'000);
+
+        // The rules dialog: a rule the server has, edited in the form and saved, with the server's
+        // matches for it as saved.
+        const QString name = QStringLiteral("Dialog rule");
+        wait(m_server->client().perform(Rss::setRule(
+            name, QJsonObject{{QStringLiteral("enabled"), true}, {QStringLiteral("mustContain"), QStringLiteral("Other")}})));
+        RssRulesDialog *rules = window.showRules();
+        QTRY_COMPARE_WITH_TIMEOUT(rules->ruleList()->count(), 1, 10'000);
+        rules->ruleList()->setCurrentRow(0);
+        QCOMPARE(rules->form()->mustContainField()->text(), QStringLiteral("Other"));
+        QCOMPARE(rules->form()->feedList()->count(), 1);
+        rules->form()->feedList()->item(0)->setCheckState(Qt::Checked);
+        rules->form()->addStoppedBox()->setCheckState(Qt::Checked);
+        QVERIFY(rules->saveButton()->isEnabled());
+        rules->saveButton()->click();
+        QTRY_VERIFY_WITH_TIMEOUT(rule(wait(m_server->client().rssRules()), name)->addStopped() == true, 10'000);
+        QCOMPARE(rule(wait(m_server->client().rssRules()), name)->affectedFeeds(), QStringList{m_feedUrl});
+        QTRY_COMPARE_WITH_TIMEOUT(rules->matches()->topLevelItemCount(), 1, 10'000);
+        QCOMPARE(rules->matches()->topLevelItem(0)->text(0), QStringLiteral("Renamed"));
+        QCOMPARE(rules->matches()->topLevelItem(0)->child(0)->text(0), other);
+        rules->close();
+        wait(m_server->client().perform(Rss::removeRule(name)));
 
         window.hide();
         QVERIFY(!context.isReadingRss());
