@@ -75,8 +75,10 @@ QCoro::Task<bool> RssOperations::refresh(QString path)
 
 QCoro::Task<bool> RssOperations::markAsRead(QString itemPath, QString articleId)
 {
+    // Shown at once; the next reading confirms it, so reading through articles asks for no extra read.
     m_feeds.markRead(itemPath, articleId);
-    return changeFeeds(Rss::markAsRead(itemPath, articleId), QCoreApplication::translate("RssOperations", "Failed to mark the articles as read."));
+    return m_operations.send(Rss::markAsRead(itemPath, articleId),
+                             QCoreApplication::translate("RssOperations", "Failed to mark the articles as read."));
 }
 
 QCoro::Task<std::optional<QList<API::RssRule>>> RssOperations::rules()

@@ -17,7 +17,7 @@ class TntOperations;
 
 // What the user changes in RSS: feeds, folders, read marks and the auto-downloading rules. Each
 // change is one request; a failure is reported under its title and answers false or nothing. The
-// feeds are read again after every change to them.
+// feeds are read again after every change to them but a read mark, which shows at once.
 class RssOperations
 {
 public:
