@@ -1091,6 +1091,10 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
         <source>About Quillo</source>
         <translation>Über Quillo</translation>
     </message>
+    <message>
+        <source>RSS</source>
+        <translation>RSS</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>
@@ -2560,6 +2564,323 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
     <message>
         <source>Reconnect now</source>
         <translation>Jetzt neu verbinden</translation>
+    </message>
+</context>
+<context>
+    <name>RssArticleModel</name>
+    <message>
+        <source>Title</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>Feed</source>
+        <translation>Feed</translation>
+    </message>
+</context>
+<context>
+    <name>RssLoader</name>
+    <message>
+        <source>Failed to get the RSS feeds.</source>
+        <translation>Die RSS-Feeds konnten nicht abgefragt werden.</translation>
+    </message>
+</context>
+<context>
+    <name>RssOperations</name>
+    <message>
+        <source>Failed to add the RSS feed.</source>
+        <translation>Der RSS-Feed konnte nicht hinzugefügt werden.</translation>
+    </message>
+    <message>
+        <source>Failed to add the folder.</source>
+        <translation>Der Ordner konnte nicht hinzugefügt werden.</translation>
+    </message>
+    <message>
+        <source>Failed to move or rename the RSS item.</source>
+        <translation>Der RSS-Eintrag konnte nicht verschoben oder umbenannt werden.</translation>
+    </message>
+    <message>
+        <source>Failed to remove the RSS item.</source>
+        <translation>Der RSS-Eintrag konnte nicht entfernt werden.</translation>
+    </message>
+    <message>
+        <source>Failed to change the feed&apos;s URL.</source>
+        <translation>Die URL des Feeds konnte nicht geändert werden.</translation>
+    </message>
+    <message>
+        <source>Failed to refresh the RSS feeds.</source>
+        <translation>Die RSS-Feeds konnten nicht aktualisiert werden.</translation>
+    </message>
+    <message>
+        <source>Failed to mark the articles as read.</source>
+        <translation>Die Artikel konnten nicht als gelesen markiert werden.</translation>
+    </message>
+    <message>
+        <source>Failed to get the download rules.</source>
+        <translation>Die Downloadregeln konnten nicht abgefragt werden.</translation>
+    </message>
+    <message>
+        <source>Failed to save the download rule.</source>
+        <translation>Die Downloadregel konnte nicht gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>Failed to rename the download rule.</source>
+        <translation>Die Downloadregel konnte nicht umbenannt werden.</translation>
+    </message>
+    <message>
+        <source>Failed to remove the download rule.</source>
+        <translation>Die Downloadregel konnte nicht entfernt werden.</translation>
+    </message>
+    <message>
+        <source>Failed to get the matching articles.</source>
+        <translation>Die passenden Artikel konnten nicht abgefragt werden.</translation>
+    </message>
+    <message>
+        <source>Failed to get the server&apos;s RSS settings.</source>
+        <translation>Die RSS-Einstellungen des Servers konnten nicht abgefragt werden.</translation>
+    </message>
+</context>
+<context>
+    <name>RssRuleForm</name>
+    <message>
+        <source>Enabled</source>
+        <translation>Aktiviert</translation>
+    </message>
+    <message>
+        <source>Use regular expressions</source>
+        <translation>Reguläre Ausdrücke verwenden</translation>
+    </message>
+    <message>
+        <source>Use smart episode filter</source>
+        <translation>Intelligenten Episodenfilter verwenden</translation>
+    </message>
+    <message>
+        <source>Add stopped</source>
+        <translation>Angehalten hinzufügen</translation>
+    </message>
+    <message>
+        <source>Partly checked: as the server adds torrents.</source>
+        <translation>Teilweise markiert: wie der Server Torrents hinzufügt.</translation>
+    </message>
+    <message>
+        <source>Seasons and episodes to download, e.g. 1x2;8-15;5;30-; for season 1.</source>
+        <translation>Herunterzuladende Staffeln und Episoden, z. B. 1x2;8-15;5;30-; für Staffel 1.</translation>
+    </message>
+    <message>
+        <source>The server&apos;s default</source>
+        <translation>Standard des Servers</translation>
+    </message>
+    <message>
+        <source>Must contain:</source>
+        <translation>Muss enthalten:</translation>
+    </message>
+    <message>
+        <source>Must not contain:</source>
+        <translation>Darf nicht enthalten:</translation>
+    </message>
+    <message>
+        <source>Episode filter:</source>
+        <translation>Episodenfilter:</translation>
+    </message>
+    <message>
+        <source>Category:</source>
+        <translation>Kategorie:</translation>
+    </message>
+    <message>
+        <source>Save to:</source>
+        <translation>Speichern unter:</translation>
+    </message>
+    <message>
+        <source>Apply to feeds:</source>
+        <translation>Auf Feeds anwenden:</translation>
+    </message>
+</context>
+<context>
+    <name>RssRulesDialog</name>
+    <message>
+        <source>Save Rule</source>
+        <translation>Regel speichern</translation>
+    </message>
+    <message>
+        <source>Rename...</source>
+        <translation>Umbenennen...</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>RSS Download Rules</source>
+        <translation>RSS-Downloadregeln</translation>
+    </message>
+    <message>
+        <source>Add...</source>
+        <translation>Hinzufügen...</translation>
+    </message>
+    <message>
+        <source>Matching articles (as saved)</source>
+        <translation>Passende Artikel (wie gespeichert)</translation>
+    </message>
+    <message>
+        <source>The server has no download rules.</source>
+        <translation>Der Server hat keine Downloadregeln.</translation>
+    </message>
+    <message>
+        <source>No article matches.</source>
+        <translation>Kein Artikel passt.</translation>
+    </message>
+    <message>
+        <source>New Rule</source>
+        <translation>Neue Regel</translation>
+    </message>
+    <message>
+        <source>Rule name:</source>
+        <translation>Name der Regel:</translation>
+    </message>
+    <message>
+        <source>A rule named &quot;%1&quot; exists already.</source>
+        <translation>Eine Regel namens „%1“ gibt es bereits.</translation>
+    </message>
+    <message>
+        <source>Rename Rule</source>
+        <translation>Regel umbenennen</translation>
+    </message>
+    <message>
+        <source>New name:</source>
+        <translation>Neuer Name:</translation>
+    </message>
+    <message>
+        <source>Remove Rule</source>
+        <translation>Regel entfernen</translation>
+    </message>
+    <message>
+        <source>Remove the download rule &quot;%1&quot;?</source>
+        <translation>Die Downloadregel „%1“ entfernen?</translation>
+    </message>
+</context>
+<context>
+    <name>RssTreeModel</name>
+    <message>
+        <source>Feeds</source>
+        <translation>Feeds</translation>
+    </message>
+</context>
+<context>
+    <name>RssWindow</name>
+    <message>
+        <source>Mark as Read</source>
+        <translation>Als gelesen markieren</translation>
+    </message>
+    <message>
+        <source>Download</source>
+        <translation>Herunterladen</translation>
+    </message>
+    <message>
+        <source>Open Link</source>
+        <translation>Link öffnen</translation>
+    </message>
+    <message>
+        <source>RSS</source>
+        <translation>RSS</translation>
+    </message>
+    <message>
+        <source>Add Feed...</source>
+        <translation>Feed hinzufügen...</translation>
+    </message>
+    <message>
+        <source>Add Folder...</source>
+        <translation>Ordner hinzufügen...</translation>
+    </message>
+    <message>
+        <source>Refresh All</source>
+        <translation>Alle aktualisieren</translation>
+    </message>
+    <message>
+        <source>Download Rules...</source>
+        <translation>Downloadregeln...</translation>
+    </message>
+    <message>
+        <source>RSS processing is off on this server: it keeps feeds and rules, but fetches no articles until it is turned on in the server&apos;s preferences.</source>
+        <translation>Die RSS-Verarbeitung ist auf diesem Server ausgeschaltet: Er behält Feeds und Regeln, ruft aber keine Artikel ab, bis sie in den Einstellungen des Servers eingeschaltet wird.</translation>
+    </message>
+    <message>
+        <source>The server did not say whether it processes RSS feeds: articles may not be fetched.</source>
+        <translation>Der Server hat nicht mitgeteilt, ob er RSS-Feeds verarbeitet: Möglicherweise werden keine Artikel abgerufen.</translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Rename...</source>
+        <translation>Umbenennen...</translation>
+    </message>
+    <message>
+        <source>Move To...</source>
+        <translation>Verschieben nach...</translation>
+    </message>
+    <message>
+        <source>Change Feed URL...</source>
+        <translation>Feed-URL ändern...</translation>
+    </message>
+    <message>
+        <source>Remove...</source>
+        <translation>Entfernen...</translation>
+    </message>
+    <message>
+        <source>Add Feed</source>
+        <translation>Feed hinzufügen</translation>
+    </message>
+    <message>
+        <source>Feed URL:</source>
+        <translation>Feed-URL:</translation>
+    </message>
+    <message>
+        <source>Add Folder</source>
+        <translation>Ordner hinzufügen</translation>
+    </message>
+    <message>
+        <source>Folder name:</source>
+        <translation>Ordnername:</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>New name:</source>
+        <translation>Neuer Name:</translation>
+    </message>
+    <message>
+        <source>(top level)</source>
+        <translation>(oberste Ebene)</translation>
+    </message>
+    <message>
+        <source>Move To</source>
+        <translation>Verschieben nach</translation>
+    </message>
+    <message>
+        <source>Folder:</source>
+        <translation>Ordner:</translation>
+    </message>
+    <message>
+        <source>Change Feed URL</source>
+        <translation>Feed-URL ändern</translation>
+    </message>
+    <message>
+        <source>Remove the folder &quot;%1&quot; with every feed in it?</source>
+        <translation>Den Ordner „%1“ mit allen Feeds darin entfernen?</translation>
+    </message>
+    <message>
+        <source>Remove the feed &quot;%1&quot; and its articles?</source>
+        <translation>Den Feed „%1“ und seine Artikel entfernen?</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
     </message>
 </context>
 <context>

@@ -15,7 +15,7 @@ QByteArray methodWord(HttpMethod method)
 QString APIEndpoint::path() const
 {
     static constexpr const char16_t *prefixes[] = {u"auth/", u"app/", u"sync/", u"torrents/", u"transfer/",
-                                                         u"log/", u"search/"};
+                                                         u"log/", u"search/", u"rss/"};
     return QString::fromUtf16(prefixes[static_cast<int>(group)]) + name;
 }
 

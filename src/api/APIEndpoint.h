@@ -26,7 +26,7 @@ struct StatusRule
 // which error statuses it knows.
 struct APIEndpoint
 {
-    enum class Group { auth, application, sync, tntManagement, transferInfo, log, search };
+    enum class Group { auth, application, sync, tntManagement, transferInfo, log, search, rss };
 
     Group group = Group::application;
     QString name; // the server's action name, letter for letter

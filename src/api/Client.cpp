@@ -356,9 +356,10 @@ void Client::checkStatus(int status, const QByteArray &body, const APIEndpoint &
         const S kind = status == 404 ? S::notFound : status == 409 ? S::refused : S::badRequest;
         throw SearchError(kind, QString::fromUtf8(body).trimmed());
     }
-    // A change of the server's settings it will not take: newer servers say why with a 400.
-    if (endpoint.group == APIEndpoint::Group::application && endpoint.method == HttpMethod::post && status >= 400 &&
-        status < 500)
+    // A change of the server's settings it will not take: newer servers say why with a 400. The RSS
+    // group says why it refuses a path or a name with a 409.
+    const bool explains = endpoint.group == APIEndpoint::Group::application || endpoint.group == APIEndpoint::Group::rss;
+    if (explains && endpoint.method == HttpMethod::post && status >= 400 && status < 500)
         throw RefusalError(QString::fromUtf8(body).trimmed());
 }
 
@@ -496,6 +497,24 @@ QCoro::Task<QList<SearchPlugin>> Client::searchPlugins()
 {
     const QByteArray body = co_await perform(Endpoint::Search::plugins());
     co_return takeOutcome(co_await decodeOnWorker(body, &decodeSearchPlugins));
+}
+
+QCoro::Task<RssItem> Client::rssItems()
+{
+    const QByteArray body = co_await perform(Endpoint::Rss::items());
+    co_return takeOutcome(co_await decodeOnWorker(body, &decodeRssItems));
+}
+
+QCoro::Task<QList<RssRule>> Client::rssRules()
+{
+    const QByteArray body = co_await perform(Endpoint::Rss::rules());
+    co_return decodeRssRules(body);
+}
+
+QCoro::Task<QMap<QString, QStringList>> Client::rssMatchingArticles(QString ruleName)
+{
+    const QByteArray body = co_await perform(Endpoint::Rss::matchingArticles(ruleName));
+    co_return decodeRssMatchingArticles(body);
 }
 
 } // namespace API

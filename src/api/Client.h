@@ -6,6 +6,7 @@
 #include "api/NetworkInterface.h"
 #include "api/QBTPreferences.h"
 #include "api/Records.h"
+#include "api/RssRecords.h"
 #include "api/RedirectPolicy.h"
 #include "api/ServerAddress.h"
 #include "api/WebAPIVersion.h"
@@ -88,6 +89,9 @@ public:
     QCoro::Task<qint64> startSearch(QString pattern, QStringList plugins, QString category);
     QCoro::Task<SearchResults> searchResults(qint64 id, qint64 offset);
     QCoro::Task<QList<SearchPlugin>> searchPlugins();
+    QCoro::Task<RssItem> rssItems();
+    QCoro::Task<QList<RssRule>> rssRules();
+    QCoro::Task<QMap<QString, QStringList>> rssMatchingArticles(QString ruleName);
 
     // Aborts every request in flight; their callers get a cancelled TransportError.
     void cancelAll();

@@ -1,6 +1,7 @@
 #include "api/Endpoint.h"
 
 #include <QCoreApplication>
+#include <QJsonDocument>
 
 namespace API::Endpoint {
 
@@ -565,5 +566,81 @@ APIEndpoint updatePlugins()
 }
 
 } // namespace Search
+namespace Rss {
+
+APIEndpoint items()
+{
+    return post(Group::rss, QStringLiteral("items"), FormBody().add(u"withData", true));
+}
+
+APIEndpoint addFeed(const QString &url, const QString &path)
+{
+    return post(Group::rss, QStringLiteral("addFeed"), FormBody().add(u"url", url).add(u"path", path));
+}
+
+APIEndpoint addFolder(const QString &path)
+{
+    return post(Group::rss, QStringLiteral("addFolder"), FormBody().add(u"path", path));
+}
+
+APIEndpoint setFeedURL(const QString &path, const QString &url)
+{
+    return post(Group::rss, QStringLiteral("setFeedURL"), FormBody().add(u"path", path).add(u"url", url));
+}
+
+APIEndpoint removeItem(const QString &path)
+{
+    return post(Group::rss, QStringLiteral("removeItem"), FormBody().add(u"path", path));
+}
+
+APIEndpoint moveItem(const QString &itemPath, const QString &destPath)
+{
+    return post(Group::rss, QStringLiteral("moveItem"),
+                FormBody().add(u"itemPath", itemPath).add(u"destPath", destPath));
+}
+
+APIEndpoint refreshItem(const QString &itemPath)
+{
+    return post(Group::rss, QStringLiteral("refreshItem"), FormBody().add(u"itemPath", itemPath));
+}
+
+APIEndpoint markAsRead(const QString &itemPath, const QString &articleId)
+{
+    FormBody form;
+    form.add(u"itemPath", itemPath);
+    if (!articleId.isEmpty())
+        form.add(u"articleId", articleId);
+    return post(Group::rss, QStringLiteral("markAsRead"), form);
+}
+
+APIEndpoint rules()
+{
+    return post(Group::rss, QStringLiteral("rules"));
+}
+
+APIEndpoint setRule(const QString &name, const QJsonObject &definition)
+{
+    return post(Group::rss, QStringLiteral("setRule"),
+                FormBody()
+                    .add(u"ruleName", name)
+                    .add(u"ruleDef", QString::fromUtf8(QJsonDocument(definition).toJson(QJsonDocument::Compact))));
+}
+
+APIEndpoint renameRule(const QString &name, const QString &newName)
+{
+    return post(Group::rss, QStringLiteral("renameRule"), FormBody().add(u"ruleName", name).add(u"newRuleName", newName));
+}
+
+APIEndpoint removeRule(const QString &name)
+{
+    return post(Group::rss, QStringLiteral("removeRule"), FormBody().add(u"ruleName", name));
+}
+
+APIEndpoint matchingArticles(const QString &ruleName)
+{
+    return post(Group::rss, QStringLiteral("matchingArticles"), FormBody().add(u"ruleName", ruleName));
+}
+
+} // namespace Rss
 
 } // namespace API::Endpoint

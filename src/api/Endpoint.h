@@ -4,6 +4,7 @@
 #include "api/AuthMethod.h"
 #include "api/ServerFeatures.h"
 
+#include <QJsonObject>
 #include <QStringList>
 
 #include <optional>
@@ -135,5 +136,23 @@ APIEndpoint uninstallPlugin(const QStringList &names);
 APIEndpoint enablePlugin(const QStringList &names, bool enable);
 APIEndpoint updatePlugins();
 } // namespace Search
+// Items are named by their paths (see RssItem); a path or name the server refuses answers 409 with
+// its reason.
+namespace Rss {
+APIEndpoint items(); // with the articles
+APIEndpoint addFeed(const QString &url, const QString &path);
+APIEndpoint addFolder(const QString &path);
+APIEndpoint setFeedURL(const QString &path, const QString &url); // where ServerFeatures::editsRssFeedURL
+APIEndpoint removeItem(const QString &path);
+APIEndpoint moveItem(const QString &itemPath, const QString &destPath);
+APIEndpoint refreshItem(const QString &itemPath);
+// The whole item without an article id.
+APIEndpoint markAsRead(const QString &itemPath, const QString &articleId = {});
+APIEndpoint rules();
+APIEndpoint setRule(const QString &name, const QJsonObject &definition);
+APIEndpoint renameRule(const QString &name, const QString &newName);
+APIEndpoint removeRule(const QString &name);
+APIEndpoint matchingArticles(const QString &ruleName);
+} // namespace Rss
 
 } // namespace API::Endpoint

@@ -35,6 +35,9 @@ public:
     bool requiresShareLimitAction() const { return m_version >= WebAPIVersion{2, 15, 0}; }
     // Web seeds are added, edited and removed from API 2.11.3 (qBittorrent 5.1); older servers only list them.
     bool editsWebSeeds() const { return m_version >= WebAPIVersion{2, 11, 3}; }
+    // rss/setFeedURL changes a feed's address in place (qBittorrent 4.6); older servers need the feed
+    // removed and added again, which loses its articles.
+    bool editsRssFeedURL() const { return m_version >= WebAPIVersion{2, 9, 0}; }
 
 private:
     static constexpr WebAPIVersion metadataAndPriorities{2, 15, 0};

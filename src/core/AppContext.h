@@ -10,6 +10,8 @@
 #include "core/SearchPlugins.h"
 #include "core/SearchRunner.h"
 #include "core/ServerLogLoader.h"
+#include "core/RssLoader.h"
+#include "core/RssOperations.h"
 #include "core/SnapshotKeeper.h"
 #include "core/Sync.h"
 #include "core/TntDetailEdits.h"
@@ -20,6 +22,7 @@
 #include "model/GlobalTransferInfo.h"
 #include "model/ServerLabels.h"
 #include "model/ServerLog.h"
+#include "model/RssFeeds.h"
 #include "model/SidebarItem.h"
 #include "model/TntCollection.h"
 #include "model/TntDetailContext.h"
@@ -169,6 +172,11 @@ public:
     // Adds torrents; false when the server refused or the connection went. See TntAddition.
     QCoro::Task<bool> addTnts(API::TntAddingOptions options, bool start, QString hash = {},
                               QList<int> filePriorities = {});
+    // The server's RSS feeds, read while a window shows them (RssFeeds::setShown) and the connection
+    // polls, and what changes them and the auto-downloading rules.
+    RssFeeds &rssFeeds() { return m_rssFeeds; }
+    bool isReadingRss() const { return m_rssLoader.isPolling(); }
+    RssOperations &rss() { return m_rss; }
 
 Q_SIGNALS:
     void configurationsChanged();
@@ -218,4 +226,7 @@ private:
     TntAddition m_addition;
     Platform::SystemEvents m_systemEvents;
     SearchPlugins m_searchPlugins{m_connector};
+    RssFeeds m_rssFeeds;
+    RssLoader m_rssLoader{m_connector, m_sync, m_rssFeeds};
+    RssOperations m_rss{m_operations, m_errors, m_rssFeeds, m_rssLoader};
 };

@@ -72,6 +72,8 @@ enum class UserDefaultsKey {
     serverLogLevels,
     // The search window's place and size.
     searchWindowGeometry,
+    // The RSS window's place and size.
+    rssWindowGeometry,
 };
 
 QString keyName(UserDefaultsKey key);

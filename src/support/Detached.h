@@ -17,3 +17,10 @@ inline void detached(QCoro::Task<> task)
         }
     }(std::move(task));
 }
+
+// As above, for a task whose answer nobody waits for: it reports its own failures.
+template<typename T>
+void detached(QCoro::Task<T> task)
+{
+    detached([](QCoro::Task<T> running) -> QCoro::Task<> { co_await std::move(running); }(std::move(task)));
+}

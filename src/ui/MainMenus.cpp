@@ -138,6 +138,8 @@ void MainMenus::addServerMenu()
     for (const Id id : {Id::alternativeSpeedLimits, Id::globalDownloadLimit, Id::globalUploadLimit, Id::statistics,
                           Id::serverLog, Id::search})
         server->addAction(actions.action(id));
+    m_rss = server->addAction(tr("RSS"), this, &MainMenus::rssRequested);
+    m_rss->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R));
     server->addSeparator();
     server->addAction(actions.action(Id::shutDownServer));
     server->addSeparator();

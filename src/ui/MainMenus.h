@@ -36,6 +36,7 @@ public:
     QMenu *menu(const QString &title) const;
     // The View menu's switch of `panel`, checked while it shows.
     QAction *showAction(NavigationContext::Panel panel) const;
+    QAction *rssAction() const { return m_rss; }
     // The text of "About Quillo".
     static QString aboutText();
 
@@ -43,6 +44,8 @@ Q_SIGNALS:
     void settingsRequested();
     // Help › Check for Updates, offered where the build names a release feed.
     void updateCheckRequested();
+    // Server › RSS.
+    void rssRequested();
 
 private:
     void addFileMenu();
@@ -54,4 +57,5 @@ private:
 
     Parts m_parts;
     std::array<QAction *, 4> m_showActions{}; // by panel
+    QAction *m_rss = nullptr;
 };

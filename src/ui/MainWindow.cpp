@@ -17,6 +17,7 @@
 #include "ui/SidebarView.h"
 #include "ui/TntActions.h"
 #include "ui/TntAddingFlow.h"
+#include "ui/RssWindow.h"
 #include "ui/TntCommands.h"
 #include "ui/TntContentTree.h"
 #include "ui/TntContextMenu.h"
@@ -176,6 +177,10 @@ MainWindow::MainWindow(AppContext &context, QWidget *parent)
                              .serverMenu = m_serverMenu,
                              .logInOut = m_logInOut});
     connect(m_menus, &MainMenus::settingsRequested, this, &MainWindow::openSettings);
+    connect(m_menus, &MainMenus::rssRequested, this, &MainWindow::openRss);
+    const auto offerRss = [this] { m_menus->rssAction()->setEnabled(m_context.isAuthorized()); };
+    connect(&m_context, &AppContext::connectionStateChanged, this, offerRss);
+    offerRss();
     showPanels();
 
     showPage();
@@ -430,4 +435,14 @@ ConnectionEditor *MainWindow::editConnection(QUuid id)
     });
     editor->open();
     return editor;
+}
+
+RssWindow *MainWindow::openRss()
+{
+    if (!m_rssWindow)
+        m_rssWindow = new RssWindow(m_context, *m_addingFlow, this);
+    m_rssWindow->show();
+    m_rssWindow->raise();
+    m_rssWindow->activateWindow();
+    return m_rssWindow;
 }

@@ -25,6 +25,7 @@ class ServerMenu;
 class SidebarView;
 class TntActions;
 class TntAddingFlow;
+class RssWindow;
 class TntCommands;
 class TntDetailPane;
 class TntReveal;
@@ -70,6 +71,8 @@ public:
     ConnectionEditor *openConnectionEditor();
     // Opens the editor on a saved connection; the connection in use reconnects with what was saved.
     ConnectionEditor *editConnection(QUuid id);
+    // The RSS window, opened once and brought forward after.
+    RssWindow *openRss();
 
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
@@ -119,4 +122,5 @@ private:
     LocalDaemonFlow *m_localDaemon;
     QPointer<SettingsWindow> m_settingsWindow;
     QPointer<LoginPrompt> m_loginPrompt;
+    QPointer<RssWindow> m_rssWindow;
 };

@@ -1,0 +1,68 @@
+#include "core/RssLoader.h"
+
+#include "api/Client.h"
+#include "core/Connector.h"
+#include "core/Sync.h"
+#include "model/RssFeeds.h"
+#include "support/Captured.h"
+
+#include <QCoreApplication>
+
+RssLoader::RssLoader(Connector &connector, Sync &sync, RssFeeds &feeds, QObject *parent)
+    : QObject(parent)
+    , m_connector(connector)
+    , m_feeds(feeds)
+{
+    QObject::connect(&sync, &Sync::pollingStarted, this, [this] {
+        m_active = true;
+        m_poller.reset();
+        follow();
+    });
+    QObject::connect(&sync, &Sync::pollingStopped, this, [this] {
+        m_active = false;
+        follow();
+    });
+    QObject::connect(&connector, &Connector::sessionChanged, this, [this] {
+        m_poller.reset();
+        m_feeds.reset();
+        follow();
+    });
+    QObject::connect(&m_feeds, &RssFeeds::shownChanged, this, &RssLoader::follow);
+}
+
+RssLoader::~RssLoader() = default;
+
+void RssLoader::readNow()
+{
+    m_poller.reset();
+    follow();
+}
+
+void RssLoader::follow()
+{
+    if (!m_active || !m_feeds.isShown()) {
+        m_poller.reset();
+        return;
+    }
+    if (m_poller)
+        return;
+    m_poller = std::make_unique<Poller>();
+    m_poller->start(interval, {[this, round = QPointer<Poller>(m_poller.get())] { return read(round); }});
+}
+
+QCoro::Task<> RssLoader::read(QPointer<Poller> round)
+{
+    const QPointer<Session> session = m_connector.session();
+    if (!session || !session->isAuthorized())
+        co_return;
+    auto reading = captured(session->client().rssItems());
+    auto items = co_await std::move(reading);
+    if (!round || !session)
+        co_return;
+    if (!items) {
+        m_connector.reportPollFailure(QCoreApplication::translate("RssLoader", "Failed to get the RSS feeds."),
+                                      items.error);
+        co_return;
+    }
+    m_feeds.setRoot(std::move(*items.value));
+}
