@@ -80,7 +80,11 @@ void TextCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opti
         QStyledItemDelegate::paint(painter, option, index);
         return;
     }
-    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, widget);
+    // A cell neither selected, hovered nor given a background has no panel, and Fusion works out its
+    // frame colours on every call before it finds that out: a call per cell on every paint.
+    if ((option.state & (QStyle::State_Selected | QStyle::State_MouseOver)) ||
+        option.backgroundBrush.style() != Qt::NoBrush)
+        style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, widget);
 
     const QString text = index.data(Qt::DisplayRole).toString();
     if (text.isEmpty())
@@ -102,18 +106,19 @@ void TextCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opti
     const int y = QStyle::alignedRect(option.direction, alignment & Qt::AlignVertical_Mask,
                                       QSize(textRect.width(), qCeil(size.height())), textRect)
                       .y();
-    // A static text drawn in another font than it was shaped for is shaped again.
-    const QFont font = painter->font();
     const QPen pen = painter->pen();
-    painter->setFont(option.font);
     painter->setPen(
         option.palette.color(colourGroup(option.state), selected ? QPalette::HighlightedText : QPalette::Text));
-    if (const auto *glyphs = std::get_if<QGlyphRun>(&shown.lines))
-        painter->drawGlyphRun(QPointF(x, y), *glyphs);
-    else
+    if (const auto *glyphs = std::get_if<QGlyphRun>(&shown.lines)) {
+        painter->drawGlyphRun(QPointF(x, y), *glyphs); // in the font it holds
+    } else {
+        // A static text drawn in another font than it was shaped for is shaped again.
+        const QFont font = painter->font();
+        painter->setFont(option.font);
         painter->drawStaticText(QPointF(x, y), std::get<QStaticText>(shown.lines));
+        painter->setFont(font);
+    }
     painter->setPen(pen);
-    painter->setFont(font);
 }
 
 void ProgressCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
