@@ -12,42 +12,29 @@ RssLoader::RssLoader(Connector &connector, Sync &sync, RssFeeds &feeds, QObject 
     : QObject(parent)
     , m_connector(connector)
     , m_feeds(feeds)
+    , m_reads(interval, [this] { return m_active && m_feeds.isShown(); },
+              [this](QPointer<Poller> round) { return read(round); })
 {
     QObject::connect(&sync, &Sync::pollingStarted, this, [this] {
         m_active = true;
-        m_poller.reset();
-        follow();
+        m_reads.restart();
     });
     QObject::connect(&sync, &Sync::pollingStopped, this, [this] {
         m_active = false;
-        follow();
+        m_reads.follow();
     });
     QObject::connect(&connector, &Connector::sessionChanged, this, [this] {
-        m_poller.reset();
         m_feeds.reset();
-        follow();
+        m_reads.restart();
     });
-    QObject::connect(&m_feeds, &RssFeeds::shownChanged, this, &RssLoader::follow);
+    QObject::connect(&m_feeds, &RssFeeds::shownChanged, this, [this] { m_reads.follow(); });
 }
 
 RssLoader::~RssLoader() = default;
 
 void RssLoader::readNow()
 {
-    m_poller.reset();
-    follow();
-}
-
-void RssLoader::follow()
-{
-    if (!m_active || !m_feeds.isShown()) {
-        m_poller.reset();
-        return;
-    }
-    if (m_poller)
-        return;
-    m_poller = std::make_unique<Poller>();
-    m_poller->start(interval, {[this, round = QPointer<Poller>(m_poller.get())] { return read(round); }});
+    m_reads.restart();
 }
 
 QCoro::Task<> RssLoader::read(QPointer<Poller> round)

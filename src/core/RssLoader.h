@@ -1,13 +1,12 @@
 #pragma once
 
-#include "model/Poller.h"
+#include "model/RoundPoller.h"
 
 #include <QCoroTask>
 #include <QObject>
 #include <QPointer>
 
 #include <chrono>
-#include <memory>
 
 class Connector;
 class RssFeeds;
@@ -27,17 +26,15 @@ public:
     RssLoader(Connector &connector, Sync &sync, RssFeeds &feeds, QObject *parent = nullptr);
     ~RssLoader() override;
 
-    bool isPolling() const { return m_poller != nullptr; }
+    bool isPolling() const { return m_reads.isPolling(); }
     // A read at once, as after a change made here, and the loop on from it.
     void readNow();
 
 private:
-    void follow();
     QCoro::Task<> read(QPointer<Poller> round);
 
     Connector &m_connector;
     RssFeeds &m_feeds;
     bool m_active = false;
-    // A fresh poller every start: answers asked for by the last one find their round gone.
-    std::unique_ptr<Poller> m_poller;
+    RoundPoller m_reads;
 };

@@ -35,8 +35,10 @@ SearchRunner::SearchRunner(Connector &connector, SearchJob &job, QObject *parent
     : QObject(parent)
     , m_connector(connector)
     , m_job(job)
+    , m_reads(interval, [this] { return m_shown && m_job.state() == SearchJob::State::running; },
+              [this](QPointer<Poller> round) { return read(round); })
 {
-    connect(&m_job, &SearchJob::stateChanged, this, &SearchRunner::follow);
+    connect(&m_job, &SearchJob::stateChanged, this, [this] { m_reads.follow(); });
 }
 
 SearchRunner::~SearchRunner()
@@ -94,25 +96,13 @@ QCoro::Task<> SearchRunner::sendStop()
     // read says how it ended.
     if (!stopped && !thrown<API::SearchError>(stopped.error))
         m_job.fail(failureText(stopped.error));
-    follow();
+    m_reads.follow();
 }
 
 void SearchRunner::setShown(bool shown)
 {
     m_shown = shown;
-    follow();
-}
-
-void SearchRunner::follow()
-{
-    if (!m_shown || m_job.state() != SearchJob::State::running) {
-        m_poller.reset();
-        return;
-    }
-    if (m_poller)
-        return;
-    m_poller = std::make_unique<Poller>();
-    m_poller->start(interval, {[this, round = QPointer<Poller>(m_poller.get())] { return read(round); }});
+    m_reads.follow();
 }
 
 QCoro::Task<> SearchRunner::read(QPointer<Poller> round)

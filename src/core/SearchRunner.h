@@ -1,13 +1,12 @@
 #pragma once
 
-#include "model/Poller.h"
+#include "model/RoundPoller.h"
 
 #include <QCoroTask>
 #include <QObject>
 #include <QPointer>
 
 #include <chrono>
-#include <memory>
 
 class Connector;
 class SearchJob;
@@ -31,10 +30,9 @@ public:
     QCoro::Task<> start();
     void stop();
     void setShown(bool shown);
-    bool isPolling() const { return m_poller != nullptr; }
+    bool isPolling() const { return m_reads.isPolling(); }
 
 private:
-    void follow();
     QCoro::Task<> read(QPointer<Poller> round);
     QCoro::Task<> sendStop();
 
@@ -42,5 +40,5 @@ private:
     SearchJob &m_job;
     bool m_shown = false;
     bool m_stopPending = false;
-    std::unique_ptr<Poller> m_poller;
+    RoundPoller m_reads;
 };

@@ -12,39 +12,27 @@ ServerLogLoader::ServerLogLoader(Connector &connector, Sync &sync, ServerLog &lo
     : QObject(parent)
     , m_connector(connector)
     , m_log(log)
+    , m_reads(interval, [this] { return m_active && m_log.isShown(); },
+              [this](QPointer<Poller> round) { return read(round); })
 {
     QObject::connect(&sync, &Sync::pollingStarted, this, [this] {
         m_active = true;
-        m_poller.reset();
         m_log.reset();
-        follow();
+        m_reads.restart();
     });
     QObject::connect(&sync, &Sync::pollingStopped, this, [this] {
         m_active = false;
-        follow();
+        m_reads.follow();
     });
     // Another server's log, or none: what the last one said goes.
     QObject::connect(&connector, &Connector::sessionChanged, this, [this] {
-        m_poller.reset();
         m_log.reset();
-        follow();
+        m_reads.restart();
     });
-    QObject::connect(&m_log, &ServerLog::shownChanged, this, &ServerLogLoader::follow);
+    QObject::connect(&m_log, &ServerLog::shownChanged, this, [this] { m_reads.follow(); });
 }
 
 ServerLogLoader::~ServerLogLoader() = default;
-
-void ServerLogLoader::follow()
-{
-    if (!m_active || !m_log.isShown()) {
-        m_poller.reset();
-        return;
-    }
-    if (m_poller)
-        return;
-    m_poller = std::make_unique<Poller>();
-    m_poller->start(interval, {[this, round = QPointer<Poller>(m_poller.get())] { return read(round); }});
-}
 
 // One log read on from its last line and merged; false when the round is over or the read failed.
 template<typename Entry>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/Poller.h"
+#include "model/RoundPoller.h"
 #include "model/ServerLog.h"
 
 #include <QCoroTask>
@@ -8,7 +8,6 @@
 #include <QPointer>
 
 #include <chrono>
-#include <memory>
 
 namespace API {
 class Client;
@@ -31,10 +30,9 @@ public:
     ServerLogLoader(Connector &connector, Sync &sync, ServerLog &log, QObject *parent = nullptr);
     ~ServerLogLoader() override;
 
-    bool isPolling() const { return m_poller != nullptr; }
+    bool isPolling() const { return m_reads.isPolling(); }
 
 private:
-    void follow();
     QCoro::Task<> read(QPointer<Poller> round);
     template<typename Entry>
     QCoro::Task<bool> readInto(QPointer<Poller> round, QPointer<Session> session, LogLines<Entry> &lines,
@@ -43,6 +41,5 @@ private:
     Connector &m_connector;
     ServerLog &m_log;
     bool m_active = false;
-    // A fresh poller every start: answers asked for by the last one find their round gone.
-    std::unique_ptr<Poller> m_poller;
+    RoundPoller m_reads;
 };
