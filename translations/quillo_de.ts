@@ -2697,6 +2697,22 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
         <source>Apply to feeds:</source>
         <translation>Auf Feeds anwenden:</translation>
     </message>
+    <message>
+        <source> days</source>
+        <translation> Tage</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>Nie</translation>
+    </message>
+    <message>
+        <source>After a match, the rule downloads nothing more for this many days.</source>
+        <translation>Nach einem Treffer lädt die Regel so viele Tage lang nichts mehr herunter.</translation>
+    </message>
+    <message>
+        <source>Ignore later matches for:</source>
+        <translation>Spätere Treffer ignorieren für:</translation>
+    </message>
 </context>
 <context>
     <name>RssRulesDialog</name>

@@ -86,6 +86,9 @@ public:
     void setMustNotContain(const QString &text) { setValue(u"mustNotContain", text, mustNotContain()); }
     QString episodeFilter() const { return m_definition.value(u"episodeFilter").toString(); }
     void setEpisodeFilter(const QString &text) { setValue(u"episodeFilter", text, episodeFilter()); }
+    // After a match, the rule matches nothing for this many days; 0: it keeps matching.
+    int ignoreDays() const { return m_definition.value(u"ignoreDays").toInt(); }
+    void setIgnoreDays(int days) { setValue(u"ignoreDays", days, ignoreDays()); }
     // Feed URLs; the server also reads a single URL given as text.
     QStringList affectedFeeds() const;
     void setAffectedFeeds(const QStringList &urls);

@@ -5,6 +5,7 @@
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QSpinBox>
 
 namespace {
 
@@ -20,6 +21,7 @@ RssRuleForm::RssRuleForm(QWidget *parent)
     , m_regex(new QCheckBox(tr("Use regular expressions"), this))
     , m_smartFilter(new QCheckBox(tr("Use smart episode filter"), this))
     , m_episodeFilter(new QLineEdit(this))
+    , m_ignoreDays(new QSpinBox(this))
     , m_category(new QComboBox(this))
     , m_savePath(new QLineEdit(this))
     , m_addStopped(new QCheckBox(tr("Add stopped"), this))
@@ -31,6 +33,10 @@ RssRuleForm::RssRuleForm(QWidget *parent)
     m_episodeFilter->setPlaceholderText(QStringLiteral("1x2;8-15;5;30-;"));
     m_episodeFilter->setToolTip(tr("Seasons and episodes to download, e.g. 1x2;8-15;5;30-; for season 1."));
     m_savePath->setPlaceholderText(tr("The server's default"));
+    m_ignoreDays->setRange(0, 3650);
+    m_ignoreDays->setSuffix(tr(" days"));
+    m_ignoreDays->setSpecialValueText(tr("Never"));
+    m_ignoreDays->setToolTip(tr("After a match, the rule downloads nothing more for this many days."));
 
     auto *layout = new QFormLayout(this);
     layout->addRow(m_enabled);
@@ -39,6 +45,7 @@ RssRuleForm::RssRuleForm(QWidget *parent)
     layout->addRow(m_regex);
     layout->addRow(tr("Episode filter:"), m_episodeFilter);
     layout->addRow(m_smartFilter);
+    layout->addRow(tr("Ignore later matches for:"), m_ignoreDays);
     layout->addRow(tr("Category:"), m_category);
     layout->addRow(tr("Save to:"), m_savePath);
     layout->addRow(m_addStopped);
@@ -49,6 +56,7 @@ RssRuleForm::RssRuleForm(QWidget *parent)
     for (QLineEdit *field : {m_mustContain, m_mustNotContain, m_episodeFilter, m_savePath})
         connect(field, &QLineEdit::textEdited, this, &RssRuleForm::markEdited);
     connect(m_category, &QComboBox::currentTextChanged, this, &RssRuleForm::markEdited);
+    connect(m_ignoreDays, &QSpinBox::valueChanged, this, &RssRuleForm::markEdited);
     connect(m_feeds, &QListWidget::itemChanged, this, &RssRuleForm::markEdited);
 }
 
@@ -70,6 +78,7 @@ void RssRuleForm::setRule(const API::RssRule &rule, const QList<Feed> &feeds, co
     m_regex->setChecked(rule.usesRegex());
     m_smartFilter->setChecked(rule.usesSmartFilter());
     m_episodeFilter->setText(rule.episodeFilter());
+    m_ignoreDays->setValue(rule.ignoreDays());
     m_category->clear();
     m_category->addItem(QString());
     m_category->addItems(categories);
@@ -108,6 +117,7 @@ API::RssRule RssRuleForm::rule() const
     rule.setUsesRegex(m_regex->isChecked());
     rule.setUsesSmartFilter(m_smartFilter->isChecked());
     rule.setEpisodeFilter(m_episodeFilter->text());
+    rule.setIgnoreDays(m_ignoreDays->value());
     rule.setCategory(m_category->currentText());
     rule.setSavePath(m_savePath->text());
     switch (m_addStopped->checkState()) {

@@ -8,6 +8,7 @@ class QCheckBox;
 class QComboBox;
 class QLineEdit;
 class QListWidget;
+class QSpinBox;
 
 // One auto-downloading rule's values for editing. What the user leaves alone is written back as it
 // came, keys this client does not know included; `edited` says when something changed.
@@ -38,6 +39,7 @@ public:
     QCheckBox *regexBox() const { return m_regex; }
     QCheckBox *smartFilterBox() const { return m_smartFilter; }
     QLineEdit *episodeFilterField() const { return m_episodeFilter; }
+    QSpinBox *ignoreDaysBox() const { return m_ignoreDays; }
     QComboBox *categoryBox() const { return m_category; }
     QLineEdit *savePathField() const { return m_savePath; }
     // Partly checked: the server's own setting.
@@ -59,6 +61,7 @@ private:
     QCheckBox *m_regex;
     QCheckBox *m_smartFilter;
     QLineEdit *m_episodeFilter;
+    QSpinBox *m_ignoreDays;
     QComboBox *m_category;
     QLineEdit *m_savePath;
     QCheckBox *m_addStopped;

@@ -10,6 +10,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QLineEdit>
+#include <QSpinBox>
 #include <QListWidget>
 #include <QTest>
 
@@ -77,6 +78,7 @@ void TestRssWindow::ruleFormEdits()
     form.addStoppedBox()->setCheckState(Qt::PartiallyChecked);
     form.feedList()->item(0)->setCheckState(Qt::Checked);
     form.categoryBox()->setCurrentText(QStringLiteral("tv"));
+    form.ignoreDaysBox()->setValue(7);
     QVERIFY(form.isEdited());
     QJsonObject expected = rule.definition();
     QJsonObject params = expected.value(u"torrentParams").toObject();
@@ -85,6 +87,7 @@ void TestRssWindow::ruleFormEdits()
     expected.insert(QStringLiteral("torrentParams"), params);
     expected.insert(QStringLiteral("addPaused"), QJsonValue::Null);
     expected.insert(QStringLiteral("assignedCategory"), QStringLiteral("tv"));
+    expected.insert(QStringLiteral("ignoreDays"), 7);
     expected.insert(QStringLiteral("affectedFeeds"),
                     QJsonArray{QStringLiteral("http://127.0.0.1/bsd"), QStringLiteral("http://gone/feed"),
                                QStringLiteral("http://127.0.0.1/linux")});
