@@ -7,12 +7,15 @@
 #include "core/ConnectionStore.h"
 #include "settings/UserDefaults.h"
 #include "support/Await.h"
+#include "support/FakeServer.h"
 #include "support/QbtServer.h"
 #include "support/TorrentFactory.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -88,6 +91,60 @@ void addSamples(QbtServer &server)
     }
 }
 
+// A feed of sample releases that the server reads from this process, each with a torrent it can
+// download, and one download rule.
+void serveFeed(QbtServer &server, FakeServer &feed)
+{
+    QHash<QByteArray, QByteArray> files;
+    const QString base = QStringLiteral("http://127.0.0.1:%1/").arg(feed.port());
+    QString items;
+    const QStringList releases{QStringLiteral("Debian 13 netinst (sample)"), QStringLiteral("Open Movie Collection, part 2"),
+                               QStringLiteral("Fedora Workstation 43 (sample)")};
+    for (qsizetype i = 0; i < releases.size(); ++i) {
+        const QbtServer::DataDir dir = server.makeDataDir();
+        const auto torrent = TorrentFactory::singleFile(dir.localPath, releases[i], 300'000 + 100'000 * i);
+        const QByteArray path = "/release-" + QByteArray::number(i) + ".torrent";
+        files.insert(path, torrent.bytes);
+        items += QStringLiteral("<item><title>%1</title><link>%2release-%3</link><guid>release-%3</guid>"
+                                "<pubDate>%4 Nov 2026 10:00:00 +0000</pubDate>"
+                                "<enclosure url=\"%2release-%3.torrent\" type=\"application/x-bittorrent\" length=\"%5\"/>"
+                                "</item>")
+                     .arg(releases[i], base)
+                     .arg(i)
+                     .arg(23 + i)
+                     .arg(torrent.bytes.size());
+    }
+    files.insert("/releases.xml", QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?><rss version=\"2.0\"><channel>"
+                                                 "<title>Sample Releases</title><link>%1</link>"
+                                                 "<description>Releases for the Quillo demo</description>%2</channel></rss>")
+                                      .arg(base, items)
+                                      .toUtf8());
+    feed.setHandler([files](const FakeServer::Request &request) {
+        const auto found = files.constFind(request.target);
+        return found == files.cend() ? FakeServer::Response::text(404, "") : FakeServer::Response::text(200, *found);
+    });
+
+    namespace Rss = API::Endpoint::Rss;
+    API::Client client(server.configuration());
+    QuilloTest::wait(client.perform(API::Endpoint::Application::setPreferences("{\"rss_processing_enabled\":true}")));
+    QuilloTest::wait(client.perform(Rss::addFolder(QStringLiteral("Linux"))));
+    QuilloTest::wait(client.perform(Rss::addFeed(base + QStringLiteral("releases.xml"), QStringLiteral("Linux\\Sample Releases"))));
+    QuilloTest::wait(client.perform(Rss::setRule(
+        QStringLiteral("Debian releases"),
+        QJsonObject{{QStringLiteral("enabled"), false},
+                    {QStringLiteral("mustContain"), QStringLiteral("Debian")},
+                    {QStringLiteral("affectedFeeds"), QJsonArray{base + QStringLiteral("releases.xml")}},
+                    {QStringLiteral("assignedCategory"), QStringLiteral("Linux")}})));
+}
+
+// The search plugin the tests use: it answers from its own list, without a network, where the
+// server has Python.
+void installSearchPlugin(QbtServer &server)
+{
+    API::Client client(server.configuration());
+    QuilloTest::wait(client.perform(API::Endpoint::Search::installPlugin({QStringLiteral(QUILLO_SEARCH_PLUGIN)})));
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -104,10 +161,13 @@ int main(int argc, char *argv[])
         return 1;
     }
     QbtServer &server = *started.server;
+    FakeServer feed;
     try {
         addSamples(server);
+        serveFeed(server, feed);
+        installSearchPlugin(server);
     } catch (const std::exception &error) {
-        qCritical("Could not add the sample torrents: %s", error.what());
+        qCritical("Could not add the sample torrents, feed and search plugin: %s", error.what());
         return 1;
     }
 
@@ -133,6 +193,7 @@ int main(int argc, char *argv[])
     }
     qInfo("Demo server on http://127.0.0.1:%d (pid %lld); close Quillo to stop it.", server.webPort(),
           static_cast<long long>(server.processId()));
-    quillo.waitForFinished(-1);
-    return quillo.exitCode();
+    // The feed is served from this event loop.
+    QObject::connect(&quillo, &QProcess::finished, &app, [](int code) { QCoreApplication::exit(code); });
+    return QCoreApplication::exec();
 }
