@@ -12,17 +12,12 @@ RssLoader::RssLoader(Connector &connector, Sync &sync, RssFeeds &feeds, QObject 
     : QObject(parent)
     , m_connector(connector)
     , m_feeds(feeds)
-    , m_reads(interval, [this] { return m_active && m_feeds.isShown(); },
+    , m_sync(sync)
+    , m_reads(interval, [this] { return m_sync.isPolling() && m_feeds.isShown(); },
               [this](QPointer<Poller> round) { return read(round); })
 {
-    QObject::connect(&sync, &Sync::pollingStarted, this, [this] {
-        m_active = true;
-        m_reads.restart();
-    });
-    QObject::connect(&sync, &Sync::pollingStopped, this, [this] {
-        m_active = false;
-        m_reads.follow();
-    });
+    QObject::connect(&sync, &Sync::pollingStarted, this, [this] { m_reads.restart(); });
+    QObject::connect(&sync, &Sync::pollingStopped, this, [this] { m_reads.follow(); });
     QObject::connect(&connector, &Connector::sessionChanged, this, [this] {
         m_feeds.reset();
         m_reads.restart();

@@ -35,6 +35,6 @@ private:
 
     Connector &m_connector;
     RssFeeds &m_feeds;
-    bool m_active = false;
+    const Sync &m_sync;
     RoundPoller m_reads;
 };

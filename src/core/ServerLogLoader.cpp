@@ -12,18 +12,15 @@ ServerLogLoader::ServerLogLoader(Connector &connector, Sync &sync, ServerLog &lo
     : QObject(parent)
     , m_connector(connector)
     , m_log(log)
-    , m_reads(interval, [this] { return m_active && m_log.isShown(); },
+    , m_sync(sync)
+    , m_reads(interval, [this] { return m_sync.isPolling() && m_log.isShown(); },
               [this](QPointer<Poller> round) { return read(round); })
 {
     QObject::connect(&sync, &Sync::pollingStarted, this, [this] {
-        m_active = true;
         m_log.reset();
         m_reads.restart();
     });
-    QObject::connect(&sync, &Sync::pollingStopped, this, [this] {
-        m_active = false;
-        m_reads.follow();
-    });
+    QObject::connect(&sync, &Sync::pollingStopped, this, [this] { m_reads.follow(); });
     // Another server's log, or none: what the last one said goes.
     QObject::connect(&connector, &Connector::sessionChanged, this, [this] {
         m_log.reset();

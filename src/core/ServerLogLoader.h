@@ -40,6 +40,6 @@ private:
 
     Connector &m_connector;
     ServerLog &m_log;
-    bool m_active = false;
+    const Sync &m_sync;
     RoundPoller m_reads;
 };
