@@ -2713,6 +2713,34 @@ Open a terminal, paste the command with Ctrl+Shift+V and press Return. Quillo co
         <source>Ignore later matches for:</source>
         <translation>Spätere Treffer ignorieren für:</translation>
     </message>
+    <message>
+        <source>Default</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation>Original</translation>
+    </message>
+    <message>
+        <source>Create subfolder</source>
+        <translation>Unterordner erstellen</translation>
+    </message>
+    <message>
+        <source>Don&apos;t create subfolder</source>
+        <translation>Keinen Unterordner erstellen</translation>
+    </message>
+    <message>
+        <source>Content layout:</source>
+        <translation>Inhaltslayout:</translation>
+    </message>
+    <message>
+        <source>Tags:</source>
+        <translation>Tags:</translation>
+    </message>
+    <message>
+        <source>This server&apos;s download rules cannot assign tags.</source>
+        <translation>Die Downloadregeln dieses Servers können keine Tags vergeben.</translation>
+    </message>
 </context>
 <context>
     <name>RssRulesDialog</name>

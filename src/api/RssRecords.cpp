@@ -173,7 +173,7 @@ bool isStringArray(const QJsonValue &value)
     return std::all_of(array.begin(), array.end(), [](const QJsonValue &item) { return item.isString(); });
 }
 
-enum class Kind { boolean, text, number, textOrList, optionalBoolean, object };
+enum class Kind { boolean, text, optionalText, number, textList, textOrList, optionalBoolean, object };
 
 struct RuleKey
 {
@@ -196,6 +196,7 @@ constexpr RuleKey ruleKeys[] = {
     {QLatin1String("affectedFeeds"), Kind::textOrList},
     {QLatin1String("previouslyMatchedEpisodes"), Kind::textOrList},
     {QLatin1String("addPaused"), Kind::optionalBoolean},
+    {QLatin1String("torrentContentLayout"), Kind::optionalText},
     {QLatin1String("torrentParams"), Kind::object},
 };
 
@@ -204,6 +205,8 @@ constexpr RuleKey torrentParamKeys[] = {
     {QLatin1String("save_path"), Kind::text},
     {QLatin1String("stopped"), Kind::boolean},
     {QLatin1String("use_auto_tmm"), Kind::boolean},
+    {QLatin1String("tags"), Kind::textList},
+    {QLatin1String("content_layout"), Kind::text},
 };
 
 bool hasKind(const QJsonValue &value, Kind kind)
@@ -211,7 +214,9 @@ bool hasKind(const QJsonValue &value, Kind kind)
     switch (kind) {
     case Kind::boolean: return value.isBool();
     case Kind::text: return value.isString();
+    case Kind::optionalText: return value.isString() || value.isNull();
     case Kind::number: return value.isDouble();
+    case Kind::textList: return isStringArray(value);
     case Kind::textOrList: return value.isString() || isStringArray(value);
     case Kind::optionalBoolean: return value.isBool() || value.isNull();
     case Kind::object: return value.isObject();
@@ -341,6 +346,42 @@ void RssRule::setAddStopped(std::optional<bool> stopped)
     if (hasTorrentParams())
         setTorrentParam(QStringLiteral("stopped"), stopped ? QJsonValue(*stopped) : QJsonValue(QJsonValue::Undefined));
     m_definition.insert(QStringLiteral("addPaused"), stopped ? QJsonValue(*stopped) : QJsonValue(QJsonValue::Null));
+}
+
+// The server reads an unknown layout as the original one.
+std::optional<TntContentLayout> RssRule::contentLayout() const
+{
+    const QJsonValue value = hasTorrentParams() ? torrentParam(u"content_layout") : m_definition.value(u"torrentContentLayout");
+    if (!value.isString() || value.toString().isEmpty())
+        return std::nullopt;
+    for (const TntContentLayout layout : {TntContentLayout::subfolder, TntContentLayout::noSubfolder}) {
+        if (value.toString() == wireText(layout))
+            return layout;
+    }
+    return TntContentLayout::original;
+}
+
+void RssRule::setContentLayout(std::optional<TntContentLayout> layout)
+{
+    if (layout == contentLayout())
+        return;
+    if (hasTorrentParams())
+        setTorrentParam(QStringLiteral("content_layout"), layout ? QJsonValue(wireText(*layout)) : QJsonValue(QJsonValue::Undefined));
+    m_definition.insert(QStringLiteral("torrentContentLayout"), layout ? QJsonValue(wireText(*layout)) : QJsonValue(QJsonValue::Null));
+}
+
+QStringList RssRule::tags() const
+{
+    QStringList tags;
+    for (const QJsonValue tag : torrentParam(u"tags").toArray())
+        tags << tag.toString();
+    return tags;
+}
+
+void RssRule::setTags(const QStringList &tags)
+{
+    if (canAssignTags() && tags != this->tags())
+        setTorrentParam(QStringLiteral("tags"), QJsonArray::fromStringList(tags));
 }
 
 } // namespace API

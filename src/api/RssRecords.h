@@ -1,5 +1,7 @@
 #pragma once
 
+#include "api/AddingChoices.h"
+
 #include <QJsonObject>
 #include <QList>
 #include <QMap>
@@ -100,6 +102,14 @@ public:
     // None: the server's own setting.
     std::optional<bool> addStopped() const;
     void setAddStopped(std::optional<bool> stopped);
+    // None: the server's own setting.
+    std::optional<TntContentLayout> contentLayout() const;
+    void setContentLayout(std::optional<TntContentLayout> layout);
+    // Only the rules of servers that write `torrentParams` carry tags; elsewhere setting them does
+    // nothing.
+    bool canAssignTags() const { return hasTorrentParams(); }
+    QStringList tags() const;
+    void setTags(const QStringList &tags);
 
 private:
     bool hasTorrentParams() const { return m_definition.value(u"torrentParams").isObject(); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/APIEndpoint.h"
+#include "api/AddingChoices.h"
 #include "api/MultipartWriter.h"
 #include "api/ServerFeatures.h"
 
@@ -10,12 +11,6 @@
 #include <optional>
 
 namespace API {
-
-enum class TntContentLayout { original, subfolder, noSubfolder };
-enum class TntStopCondition { none, metaReceived, filesChecked };
-
-QString wireText(TntContentLayout layout);
-QString wireText(TntStopCondition condition);
 
 // Everything torrents/add takes: links, .torrent files and the options. An unset option is not
 // sent, so that the server's own default applies (unset and false differ).

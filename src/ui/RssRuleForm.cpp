@@ -7,9 +7,60 @@
 #include <QListWidget>
 #include <QSpinBox>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 constexpr int urlRole = Qt::UserRole;
+
+// In the order of the layout box's entries after the first.
+constexpr API::TntContentLayout layouts[] = {API::TntContentLayout::original, API::TntContentLayout::subfolder,
+                                             API::TntContentLayout::noSubfolder};
+
+// Checkable entries: the offered ones, then those checked that were not offered. `value` of each
+// entry is its data under `role`.
+void fillChecklist(QListWidget *list, const QList<std::pair<QString, QString>> &offered, const QStringList &checked,
+                   int role)
+{
+    list->clear();
+    QStringList listed;
+    const auto add = [&](const QString &text, const QString &value) {
+        auto *item = new QListWidgetItem(text, list);
+        item->setData(role, value);
+        item->setToolTip(value);
+        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
+        item->setCheckState(checked.contains(value) ? Qt::Checked : Qt::Unchecked);
+        listed << value;
+    };
+    for (const auto &[text, value] : offered)
+        add(text, value);
+    for (const QString &value : checked) {
+        if (!listed.contains(value))
+            add(value, value);
+    }
+}
+
+// The checked values, those the rule had first in its own order, so that an unchanged set is the
+// list it was.
+QStringList checkedValues(const QListWidget *list, const QStringList &before, int role)
+{
+    QStringList checked;
+    for (int row = 0; row < list->count(); ++row) {
+        if (list->item(row)->checkState() == Qt::Checked)
+            checked << list->item(row)->data(role).toString();
+    }
+    QStringList values;
+    for (const QString &value : before) {
+        if (checked.contains(value))
+            values << value;
+    }
+    for (const QString &value : std::as_const(checked)) {
+        if (!values.contains(value))
+            values << value;
+    }
+    return values;
+}
 
 } // namespace
 
@@ -25,6 +76,8 @@ RssRuleForm::RssRuleForm(QWidget *parent)
     , m_category(new QComboBox(this))
     , m_savePath(new QLineEdit(this))
     , m_addStopped(new QCheckBox(tr("Add stopped"), this))
+    , m_contentLayout(new QComboBox(this))
+    , m_tags(new QListWidget(this))
     , m_feeds(new QListWidget(this))
 {
     m_category->setEditable(true);
@@ -37,6 +90,8 @@ RssRuleForm::RssRuleForm(QWidget *parent)
     m_ignoreDays->setSuffix(tr(" days"));
     m_ignoreDays->setSpecialValueText(tr("Never"));
     m_ignoreDays->setToolTip(tr("After a match, the rule downloads nothing more for this many days."));
+    m_contentLayout->addItems({tr("Default"), tr("Original"), tr("Create subfolder"), tr("Don't create subfolder")});
+    m_tags->setMaximumHeight(m_tags->fontMetrics().height() * 5);
 
     auto *layout = new QFormLayout(this);
     layout->addRow(m_enabled);
@@ -49,6 +104,8 @@ RssRuleForm::RssRuleForm(QWidget *parent)
     layout->addRow(tr("Category:"), m_category);
     layout->addRow(tr("Save to:"), m_savePath);
     layout->addRow(m_addStopped);
+    layout->addRow(tr("Content layout:"), m_contentLayout);
+    layout->addRow(tr("Tags:"), m_tags);
     layout->addRow(tr("Apply to feeds:"), m_feeds);
 
     for (QCheckBox *box : {m_enabled, m_regex, m_smartFilter, m_addStopped})
@@ -57,7 +114,9 @@ RssRuleForm::RssRuleForm(QWidget *parent)
         connect(field, &QLineEdit::textEdited, this, &RssRuleForm::markEdited);
     connect(m_category, &QComboBox::currentTextChanged, this, &RssRuleForm::markEdited);
     connect(m_ignoreDays, &QSpinBox::valueChanged, this, &RssRuleForm::markEdited);
-    connect(m_feeds, &QListWidget::itemChanged, this, &RssRuleForm::markEdited);
+    connect(m_contentLayout, &QComboBox::currentIndexChanged, this, &RssRuleForm::markEdited);
+    for (QListWidget *list : {m_tags, m_feeds})
+        connect(list, &QListWidget::itemChanged, this, &RssRuleForm::markEdited);
 }
 
 void RssRuleForm::markEdited()
@@ -68,7 +127,7 @@ void RssRuleForm::markEdited()
     Q_EMIT edited();
 }
 
-void RssRuleForm::setRule(const API::RssRule &rule, const QList<Feed> &feeds, const QStringList &categories)
+void RssRuleForm::setRule(const API::RssRule &rule, const Choices &choices)
 {
     m_loading = true;
     m_rule = rule;
@@ -81,29 +140,24 @@ void RssRuleForm::setRule(const API::RssRule &rule, const QList<Feed> &feeds, co
     m_ignoreDays->setValue(rule.ignoreDays());
     m_category->clear();
     m_category->addItem(QString());
-    m_category->addItems(categories);
+    m_category->addItems(choices.categories);
     m_category->setCurrentText(rule.category());
     m_savePath->setText(rule.savePath());
     const std::optional<bool> stopped = rule.addStopped();
     m_addStopped->setCheckState(!stopped ? Qt::PartiallyChecked : *stopped ? Qt::Checked : Qt::Unchecked);
+    const std::optional<API::TntContentLayout> layout = rule.contentLayout();
+    m_contentLayout->setCurrentIndex(layout ? int(std::find(std::begin(layouts), std::end(layouts), *layout) - layouts) + 1 : 0);
 
-    m_feeds->clear();
-    const QStringList assigned = rule.affectedFeeds();
-    QStringList listed;
-    const auto addFeed = [this, &assigned, &listed](const QString &text, const QString &url) {
-        auto *item = new QListWidgetItem(text, m_feeds);
-        item->setData(urlRole, url);
-        item->setToolTip(url);
-        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
-        item->setCheckState(assigned.contains(url) ? Qt::Checked : Qt::Unchecked);
-        listed << url;
-    };
-    for (const Feed &feed : feeds)
-        addFeed(feed.name, feed.url);
-    for (const QString &url : assigned) {
-        if (!listed.contains(url))
-            addFeed(url, url);
-    }
+    QList<std::pair<QString, QString>> tags;
+    for (const QString &tag : choices.tags)
+        tags.append({tag, tag});
+    fillChecklist(m_tags, tags, rule.tags(), Qt::DisplayRole);
+    m_tags->setEnabled(rule.canAssignTags());
+    m_tags->setToolTip(rule.canAssignTags() ? QString() : tr("This server's download rules cannot assign tags."));
+    QList<std::pair<QString, QString>> feeds;
+    for (const Feed &feed : choices.feeds)
+        feeds.append({feed.name, feed.url});
+    fillChecklist(m_feeds, feeds, rule.affectedFeeds(), urlRole);
     m_edited = false;
     m_loading = false;
 }
@@ -125,21 +179,9 @@ API::RssRule RssRuleForm::rule() const
     case Qt::Checked: rule.setAddStopped(true); break;
     case Qt::Unchecked: rule.setAddStopped(false); break;
     }
-    // The rule's own order first, so that an unchanged set is the list it was.
-    QStringList checked;
-    for (int row = 0; row < m_feeds->count(); ++row) {
-        if (m_feeds->item(row)->checkState() == Qt::Checked)
-            checked << m_feeds->item(row)->data(urlRole).toString();
-    }
-    QStringList urls;
-    for (const QString &url : rule.affectedFeeds()) {
-        if (checked.contains(url))
-            urls << url;
-    }
-    for (const QString &url : std::as_const(checked)) {
-        if (!urls.contains(url))
-            urls << url;
-    }
-    rule.setAffectedFeeds(urls);
+    const int layout = m_contentLayout->currentIndex();
+    rule.setContentLayout(layout > 0 ? std::optional(layouts[layout - 1]) : std::nullopt);
+    rule.setTags(checkedValues(m_tags, rule.tags(), Qt::DisplayRole));
+    rule.setAffectedFeeds(checkedValues(m_feeds, rule.affectedFeeds(), urlRole));
     return rule;
 }

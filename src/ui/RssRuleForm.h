@@ -23,11 +23,18 @@ public:
         QString url;
     };
 
+    // What the server offers for assigning. The rule's own feed URLs and tags the server does not
+    // know stay listed; any other category may be typed.
+    struct Choices
+    {
+        QList<Feed> feeds;
+        QStringList categories;
+        QStringList tags;
+    };
+
     explicit RssRuleForm(QWidget *parent = nullptr);
 
-    // `feeds` are the server's, offered for assigning; the rule's own URLs the server does not know
-    // stay listed. `categories` are offered; any other text may be typed.
-    void setRule(const API::RssRule &rule, const QList<Feed> &feeds, const QStringList &categories);
+    void setRule(const API::RssRule &rule, const Choices &choices);
     // The rule as read with the form's values.
     API::RssRule rule() const;
     bool isEdited() const { return m_edited; }
@@ -44,6 +51,9 @@ public:
     QLineEdit *savePathField() const { return m_savePath; }
     // Partly checked: the server's own setting.
     QCheckBox *addStoppedBox() const { return m_addStopped; }
+    // The first entry: the server's own setting.
+    QComboBox *contentLayoutBox() const { return m_contentLayout; }
+    QListWidget *tagList() const { return m_tags; }
     QListWidget *feedList() const { return m_feeds; }
 
 Q_SIGNALS:
@@ -65,5 +75,7 @@ private:
     QComboBox *m_category;
     QLineEdit *m_savePath;
     QCheckBox *m_addStopped;
+    QComboBox *m_contentLayout;
+    QListWidget *m_tags;
     QListWidget *m_feeds;
 };

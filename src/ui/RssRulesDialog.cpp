@@ -111,13 +111,13 @@ void RssRulesDialog::choose(int row)
     m_save->setEnabled(false);
     m_matches->clear();
     if (!chosen) {
-        m_form->setRule({}, {}, {});
+        m_form->setRule({}, {});
         return;
     }
-    QList<RssRuleForm::Feed> feeds;
+    RssRuleForm::Choices choices{{}, m_context.categories().keys(), m_context.tags()};
     for (const API::RssItem *feed : m_context.rssFeeds().root().feeds())
-        feeds.append({feed->name, feed->feed->url});
-    m_form->setRule(m_rules.at(row), feeds, m_context.categories().keys());
+        choices.feeds.append({feed->name, feed->feed->url});
+    m_form->setRule(m_rules.at(row), choices);
     detached(showMatches(m_rules.at(row).name()));
 }
 

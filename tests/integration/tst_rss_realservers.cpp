@@ -229,9 +229,20 @@ private Q_SLOTS:
         API::RssRule edited = *saved;
         edited.setAddStopped(true);
         edited.setMustNotContain(QStringLiteral("S01E01"));
+        edited.setContentLayout(API::TntContentLayout::subfolder);
+        edited.setTags({QStringLiteral("rss"), QStringLiteral("quillo")});
         wait(client.perform(Rss::setRule(name, edited.definition())));
         const API::RssRule after = *rule(wait(client.rssRules()), name);
         QCOMPARE(after.addStopped(), std::optional<bool>(true));
+        QCOMPARE(after.contentLayout(), std::optional(API::TntContentLayout::subfolder));
+        // 5.x rules carry tags (kept sorted by the server); 4.x rules have none to carry.
+        QCOMPARE(after.canAssignTags(), m_flavor != Flavor::Bookworm45);
+        const QStringList tags = after.canAssignTags() ? QStringList{QStringLiteral("quillo"), QStringLiteral("rss")} : QStringList();
+        QCOMPARE(after.tags(), tags);
+        edited = after;
+        edited.setContentLayout(std::nullopt);
+        wait(client.perform(Rss::setRule(name, edited.definition())));
+        QCOMPARE(rule(wait(client.rssRules()), name)->contentLayout(), std::nullopt);
         keep('r', "rules", Rss::rules());
         QVERIFY(wait(client.rssMatchingArticles(name)).isEmpty());
 

@@ -21,8 +21,10 @@ QJsonObject object(const QByteArray &json)
     return QJsonDocument::fromJson(json).object();
 }
 
-const QList<RssRuleForm::Feed> serverFeeds{{QStringLiteral("Linux"), QStringLiteral("http://127.0.0.1/linux")},
-                                           {QStringLiteral("BSD"), QStringLiteral("http://127.0.0.1/bsd")}};
+const RssRuleForm::Choices serverChoices{{{QStringLiteral("Linux"), QStringLiteral("http://127.0.0.1/linux")},
+                                          {QStringLiteral("BSD"), QStringLiteral("http://127.0.0.1/bsd")}},
+                                         {QStringLiteral("iso"), QStringLiteral("tv")},
+                                         {QStringLiteral("b")}};
 
 // As qBittorrent 5.3 writes a rule (tags, limits and certificates are keys the form does not show),
 // with a key of a server yet to come.
@@ -58,7 +60,7 @@ void TestRssWindow::ruleFormRoundTrip()
     QFETCH(QByteArray, definition);
     RssRuleForm form;
     const API::RssRule rule(QStringLiteral("Rule"), object(definition));
-    form.setRule(rule, serverFeeds, {QStringLiteral("iso"), QStringLiteral("tv")});
+    form.setRule(rule, serverChoices);
     QVERIFY(!form.isEdited());
     QCOMPARE(form.rule().definition(), rule.definition());
     QCOMPARE(form.rule().name(), rule.name());
@@ -69,22 +71,31 @@ void TestRssWindow::ruleFormEdits()
 {
     RssRuleForm form;
     const API::RssRule rule(QStringLiteral("Rule"), object(rule53));
-    form.setRule(rule, serverFeeds, {QStringLiteral("iso")});
-    // The server's feeds, then the rule's URL no feed has any more: kept, and checked.
+    form.setRule(rule, serverChoices);
+    // The server's feeds, then the rule's URL no feed has any more: kept, and checked; the same for
+    // tags.
     QCOMPARE(form.feedList()->count(), 3);
     QCOMPARE(form.feedList()->item(2)->checkState(), Qt::Checked);
+    QCOMPARE(form.tagList()->count(), 2);
+    QCOMPARE(form.tagList()->item(1)->checkState(), Qt::Checked);
     QCOMPARE(form.addStoppedBox()->checkState(), Qt::Checked);
+    QCOMPARE(form.contentLayoutBox()->currentIndex(), 0);
 
     form.addStoppedBox()->setCheckState(Qt::PartiallyChecked);
     form.feedList()->item(0)->setCheckState(Qt::Checked);
+    form.tagList()->item(0)->setCheckState(Qt::Checked);
     form.categoryBox()->setCurrentText(QStringLiteral("tv"));
     form.ignoreDaysBox()->setValue(7);
+    form.contentLayoutBox()->setCurrentIndex(3);
     QVERIFY(form.isEdited());
     QJsonObject expected = rule.definition();
     QJsonObject params = expected.value(u"torrentParams").toObject();
     params.remove(QStringLiteral("stopped"));
     params.insert(QStringLiteral("category"), QStringLiteral("tv"));
+    params.insert(QStringLiteral("content_layout"), QStringLiteral("NoSubfolder"));
+    params.insert(QStringLiteral("tags"), QJsonArray{QStringLiteral("a"), QStringLiteral("b")});
     expected.insert(QStringLiteral("torrentParams"), params);
+    expected.insert(QStringLiteral("torrentContentLayout"), QStringLiteral("NoSubfolder"));
     expected.insert(QStringLiteral("addPaused"), QJsonValue::Null);
     expected.insert(QStringLiteral("assignedCategory"), QStringLiteral("tv"));
     expected.insert(QStringLiteral("ignoreDays"), 7);
@@ -92,6 +103,14 @@ void TestRssWindow::ruleFormEdits()
                     QJsonArray{QStringLiteral("http://127.0.0.1/bsd"), QStringLiteral("http://gone/feed"),
                                QStringLiteral("http://127.0.0.1/linux")});
     QCOMPARE(form.rule().definition(), expected);
+
+    // A rule of flat keys (4.x) has no tags to set and keeps its layout in the flat key alone.
+    form.setRule(API::RssRule(QStringLiteral("Flat"), object(R"({"torrentContentLayout":"Subfolder"})")), serverChoices);
+    QCOMPARE(form.contentLayoutBox()->currentIndex(), 2);
+    QVERIFY(!form.tagList()->isEnabled());
+    form.tagList()->item(0)->setCheckState(Qt::Checked);
+    form.contentLayoutBox()->setCurrentIndex(0);
+    QCOMPARE(form.rule().definition(), object(R"({"torrentContentLayout":null})"));
 }
 
 // Folders within folders show as a tree in the server's order; a folder's articles are its feeds',
