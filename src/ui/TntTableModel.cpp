@@ -69,9 +69,14 @@ QString percent(double fraction)
 // The server's "never" is -1 (one second before 1970); nothing earlier is a real date here.
 QString date(const QDateTime &when)
 {
+    return date(when, QTimeZone::systemTimeZone());
+}
+
+QString date(const QDateTime &when, const QTimeZone &zone)
+{
     if (!when.isValid() || when.toSecsSinceEpoch() <= 0)
         return {};
-    return QLocale().toString(when.toLocalTime(), QLocale::ShortFormat);
+    return QLocale().toString(when.toTimeZone(zone), QLocale::ShortFormat);
 }
 
 } // namespace TntFormat
@@ -191,11 +196,12 @@ QString TntTableModel::dateText(API::Date when) const
 {
     if (m_dateTextsFresh.hasExpired() || m_dateTexts.size() >= dateTextsLimit) {
         m_dateTexts.clear();
+        m_zone = QTimeZone::systemTimeZone();
         m_dateTextsFresh.setRemainingTime(std::chrono::minutes(1));
     }
     auto known = m_dateTexts.constFind(when.secondsSinceEpoch());
     if (known == m_dateTexts.cend())
-        known = m_dateTexts.insert(when.secondsSinceEpoch(), TntFormat::date(when.toDateTime()));
+        known = m_dateTexts.insert(when.secondsSinceEpoch(), TntFormat::date(when.toDateTime(), m_zone));
     return *known;
 }
 

@@ -5,6 +5,7 @@
 
 #include <QDeadlineTimer>
 #include <QHash>
+#include <QTimeZone>
 
 // The torrent table over a TntCollection: one row per torrent, the 15 columns of the table, display
 // texts for people and raw values for sorting.
@@ -60,10 +61,11 @@ private:
     QString dateText(API::Date when) const;
 
     TntCollection &m_collection;
-    // Formatting a date reads the system's time zone every time (glibc checks /etc/localtime), a
-    // tenth of a screen's paint with three date columns: the texts are kept by instant, and dropped
-    // each minute so that a changed time zone shows.
+    // Local time through the C library reads the system's time zone on every call (glibc checks
+    // /etc/localtime), a tenth of a screen's paint with three date columns: the zone is read once a
+    // minute, so that a change shows, and the texts are kept by instant until then.
     mutable QHash<double, QString> m_dateTexts;
+    mutable QTimeZone m_zone;
     mutable QDeadlineTimer m_dateTextsFresh;
 };
 
@@ -76,5 +78,6 @@ QString eta(double seconds);
 QString duration(double seconds); // "2d 3h", "4h 5m", "6m", "7s"
 QString ratio(double ratio);
 QString percent(double fraction); // 0.5 is "50.0%"
-QString date(const QDateTime &when);
+QString date(const QDateTime &when); // in the system's time zone
+QString date(const QDateTime &when, const QTimeZone &zone);
 } // namespace TntFormat
