@@ -5,8 +5,9 @@
 
 #include <QApplication>
 #include <QPainter>
-#include <QPixmapCache>
 #include <QtMath>
+
+#include <cstdlib>
 
 namespace {
 
@@ -121,10 +122,93 @@ void TextCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opti
     painter->setPen(pen);
 }
 
+int ProgressCellDelegate::bodyProgress(int progress) const
+{
+    // As styles work out the filled width: steps times width over the steps, rounded down.
+    const qint64 width = qMax(1, m_contentsWidth);
+    const qint64 filled = qint64(progress) * width / 1000;
+    const qint64 lowest = (filled * 1000 + width - 1) / width;
+    return int(progress > 0 ? qMax<qint64>(lowest, 1) : 0); // some styles draw nothing at 0 only
+}
+
+QPixmap ProgressCellDelegate::render(Part part, const QStyleOptionProgressBar &bar) const
+{
+    QPixmap pixmap(m_look.size * m_look.ratio);
+    pixmap.setDevicePixelRatio(m_look.ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setFont(m_look.font);
+    QStyle *style = const_cast<QStyle *>(m_look.style);
+    QStyleOptionProgressBar sub = bar;
+    // As QCommonStyle composes a bar of its parts.
+    switch (part) {
+    case Part::whole: style->drawControl(QStyle::CE_ProgressBar, &bar, &painter); break;
+    case Part::body:
+        // Without its text the common style does not measure it for room beside the bar; checked to
+        // make no difference with the style's whole bars.
+        sub.textVisible = false;
+        sub.rect = style->subElementRect(QStyle::SE_ProgressBarGroove, &sub);
+        style->drawControl(QStyle::CE_ProgressBarGroove, &sub, &painter);
+        sub.rect = style->subElementRect(QStyle::SE_ProgressBarContents, &sub);
+        style->drawControl(QStyle::CE_ProgressBarContents, &sub, &painter);
+        break;
+    case Part::label:
+        sub.rect = style->subElementRect(QStyle::SE_ProgressBarLabel, &bar);
+        style->drawControl(QStyle::CE_ProgressBarLabel, &sub, &painter);
+        break;
+    }
+    return pixmap;
+}
+
+const QPixmap &ProgressCellDelegate::kept(Part part, const QStyleOptionProgressBar &bar) const
+{
+    const int progress = part == Part::body ? bodyProgress(bar.progress) : bar.progress;
+    const Key key{part, progress, int(bar.state), bar.palette.color(QPalette::Highlight).rgba(),
+                  part == Part::body ? QString() : bar.text};
+    QHash<Key, QPixmap> &kept = part == Part::body ? m_bodies : m_kept;
+    auto found = kept.constFind(key);
+    if (found == kept.cend()) {
+        QStyleOptionProgressBar drawn = bar;
+        drawn.progress = progress;
+        found = kept.insert(key, render(part, drawn));
+    }
+    return *found;
+}
+
+bool ProgressCellDelegate::composesLikeTheStyle(const QStyleOptionProgressBar &bar) const
+{
+    // Nearly empty, in between, full: each whole bar against its label over the body of the lowest
+    // progress filling as much, equal but for the rounding of blending the text in two steps.
+    for (const int progress : {3, 437, 1000}) {
+        QStyleOptionProgressBar probe = bar;
+        probe.progress = progress;
+        probe.text = QString::number(progress / 10.0, 'f', 1) + u'%';
+        QStyleOptionProgressBar body = probe;
+        body.progress = bodyProgress(progress);
+        QImage composed = render(Part::body, body).toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+        QPainter painter(&composed);
+        painter.drawPixmap(0, 0, render(Part::label, probe));
+        painter.end();
+        const QImage whole = render(Part::whole, probe).toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+        if (whole.size() != composed.size())
+            return false;
+        for (int y = 0; y < whole.height(); ++y) {
+            const auto *a = reinterpret_cast<const QRgb *>(whole.constScanLine(y));
+            const auto *b = reinterpret_cast<const QRgb *>(composed.constScanLine(y));
+            for (int x = 0; x < whole.width(); ++x) {
+                if (std::abs(qRed(a[x]) - qRed(b[x])) > 2 || std::abs(qGreen(a[x]) - qGreen(b[x])) > 2 ||
+                    std::abs(qBlue(a[x]) - qBlue(b[x])) > 2 || std::abs(qAlpha(a[x]) - qAlpha(b[x])) > 2)
+                    return false;
+            }
+        }
+    }
+    return true;
+}
+
 void ProgressCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     QStyleOptionProgressBar bar;
-    // The pixmap holds the whole cell: at 0% Fusion draws a line left of the bar.
+    // The pixmaps hold the whole cell: at 0% Fusion draws a line left of the bar.
     const QRect cell(QPoint(0, 0), option.rect.size());
     bar.rect = cell.adjusted(2, 3, -2, -3);
     if (bar.rect.isEmpty())
@@ -140,26 +224,26 @@ void ProgressCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &
     bar.palette = option.palette;
     const auto state = static_cast<TntModel::State>(index.data(TntTableModel::StateRole).toInt());
     bar.palette.setColor(QPalette::Highlight, barColour(state, option.palette));
-    QStyle *style = QApplication::style();
-    const qreal ratio = painter->device()->devicePixelRatioF();
 
-    // Everything the style's drawing reads is in the key.
-    const QString key =
-        QLatin1String("quillo-progress:") + QString::number(cell.width()) + u'x' + QString::number(cell.height()) +
-        u'@' + QString::number(ratio) + u':' + QString::number(bar.progress) + u':' + QString::number(uint(bar.state)) +
-        u':' + QString::number(option.palette.cacheKey()) + u':' +
-        QString::number(bar.palette.color(QPalette::Highlight).rgba()) + u':' + QString::number(quintptr(style)) +
-        u':' + QString::number(option.direction) + u':' + option.font.key() + u':' + bar.text;
-    QPixmap pixmap;
-    if (!QPixmapCache::find(key, &pixmap)) {
-        pixmap = QPixmap(cell.size() * ratio);
-        pixmap.setDevicePixelRatio(ratio);
-        pixmap.fill(Qt::transparent);
-        QPainter onPixmap(&pixmap);
-        onPixmap.setFont(option.font);
-        style->drawControl(QStyle::CE_ProgressBar, &bar, &onPixmap);
-        onPixmap.end();
-        QPixmapCache::insert(key, pixmap);
+    const Look look{cell.size(), painter->device()->devicePixelRatioF(), option.palette.cacheKey(),
+                    QApplication::style(), option.direction, option.font};
+    // Fifteen screens or so of distinct labels in 2 MiB; bodies are at most a few hundred, a few per
+    // pixel of width.
+    const qsizetype limit =
+        qMax(qsizetype(64), qsizetype(2 << 20) / qMax(1, int(cell.width() * cell.height() * look.ratio * look.ratio * 4)));
+    if (!(look == m_look)) {
+        m_kept.clear();
+        m_bodies.clear();
+        m_look = look;
+        m_contentsWidth = look.style->subElementRect(QStyle::SE_ProgressBarContents, &bar).width();
+        m_composes = composesLikeTheStyle(bar);
+    } else if (m_kept.size() >= limit) {
+        m_kept.clear();
     }
-    painter->drawPixmap(option.rect.topLeft(), pixmap);
+    if (!m_composes) {
+        painter->drawPixmap(option.rect.topLeft(), kept(Part::whole, bar));
+        return;
+    }
+    painter->drawPixmap(option.rect.topLeft(), kept(Part::body, bar));
+    painter->drawPixmap(option.rect.topLeft(), kept(Part::label, bar));
 }

@@ -39,12 +39,56 @@ private:
     mutable PairShaper m_shaper;
 };
 
-// The progress column: the style's progress bar in the state's colour with the percentage on it,
-// each distinct bar rendered by the style once and then drawn from the pixmap cache.
+// The progress column: the style's progress bar in the state's colour with the percentage on it.
+// A bar is drawn from two kept pixmaps: its body, the same for every fraction that fills as many
+// pixels, and its label, text alone; so a screen of new fractions renders labels (two texts) but
+// few bodies (rounded, shaded outlines: most of a new bar's cost). Whether the style's whole bar
+// is that body under that label is checked once per look; where not, whole bars are kept instead.
 class ProgressCellDelegate : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    // Whether the bars of the last paint were composed of parts, or kept whole.
+    bool composesBars() const { return m_composes; }
+
+private:
+    // What every bar of a paint shares; the kept pixmaps are dropped when it changes.
+    struct Look
+    {
+        QSize size;
+        qreal ratio = 0;
+        qint64 palette = 0;
+        const QStyle *style = nullptr;
+        Qt::LayoutDirection direction = Qt::LeftToRight;
+        QFont font;
+        bool operator==(const Look &) const = default;
+    };
+    enum class Part { whole, body, label };
+    struct Key
+    {
+        Part part;
+        int progress;
+        int state;
+        QRgb colour;
+        QString text;
+        bool operator==(const Key &) const = default;
+        friend size_t qHash(const Key &key, size_t seed = 0)
+        {
+            return qHashMulti(seed, int(key.part), key.progress, key.state, key.colour, key.text);
+        }
+    };
+
+    const QPixmap &kept(Part part, const QStyleOptionProgressBar &bar) const;
+    QPixmap render(Part part, const QStyleOptionProgressBar &bar) const;
+    // The lowest progress that fills as many of the contents' pixels as `progress` does.
+    int bodyProgress(int progress) const;
+    bool composesLikeTheStyle(const QStyleOptionProgressBar &bar) const;
+
+    mutable Look m_look;
+    mutable bool m_composes = false;
+    mutable int m_contentsWidth = 0;
+    mutable QHash<Key, QPixmap> m_kept; // labels, or whole bars
+    mutable QHash<Key, QPixmap> m_bodies;
 };

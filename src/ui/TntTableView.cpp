@@ -2,6 +2,7 @@
 
 #include "settings/UserDefaults.h"
 #include "ui/AlternateRows.h"
+#include "ui/RowPanelStyle.h"
 #include "ui/TntCells.h"
 #include "ui/TntFilterProxy.h"
 #include "ui/TntTableModel.h"
@@ -78,6 +79,10 @@ TntTableView::TntTableView(TntCollection &collection, UserDefaults &defaults, QW
     m_table->verticalHeader()->hide();
     // Fixed row heights: the view never measures 50,000 rows.
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);
+    // The view keeps its style in a guarded pointer, so it may own it.
+    auto *style = new RowPanelStyle(m_table->style()->name());
+    style->setParent(m_table);
+    m_table->setStyle(style);
     m_table->setItemDelegate(new TextCellDelegate(m_table));
     m_table->setItemDelegateForColumn(TntTableModel::ProgressColumn, new ProgressCellDelegate(m_table));
 

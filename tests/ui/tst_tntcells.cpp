@@ -1,5 +1,6 @@
 #include "model/TntModel.h"
 #include "ui/PairShaper.h"
+#include "ui/RowPanelStyle.h"
 #include "ui/TntCells.h"
 #include "ui/TntTableModel.h"
 
@@ -8,6 +9,7 @@
 #include <QPainter>
 #include <QStaticText>
 #include <QStandardItemModel>
+#include <QStyleFactory>
 #include <QTableView>
 #include <QTest>
 
@@ -210,24 +212,80 @@ private Q_SLOTS:
     }
 
     // Drawn from the pixmap cache, each bar is still the style's for its own fraction and width: the
-    // same fraction twice, then neighbours that differ by a tenth of a percent or in width.
+    // same fraction twice, then neighbours that differ by a tenth of a percent (the same body, filled
+    // as far) or in width, and the ends.
     void progressBarsAreTheStyles()
     {
         QFETCH(bool, selected);
-        const QList<double> fractions{0, 0.25, 0.25, 0.251, 0.5, 1, 0.5};
-        const QList<int> widths{110, 110, 110, 110, 110, 110, 200};
+        const QList<double> fractions{0, 0.25, 0.25, 0.251, 0.5, 1, 0.5, 0.001, 0.999};
+        const QList<int> widths{110, 110, 110, 110, 110, 110, 200, 110, 110};
         const auto cells = [&fractions] {
             QList<QStandardItem *> items;
             for (const double fraction : fractions)
                 items << progress(fraction);
             return items;
         };
-        Row cheap(new ProgressCellDelegate, cells(), widths, selected);
+        auto *delegate = new ProgressCellDelegate;
+        Row cheap(delegate, cells(), widths, selected);
         Row stock(new StyleProgressDelegate, cells(), widths, selected);
         for (int column = 0; column < fractions.size(); ++column)
             QVERIFY2(sameLook(cheap.cell(column), stock.cell(column)), qPrintable(QString::number(column)));
+        QVERIFY(delegate->composesBars()); // Fusion's bars are their parts
         QVERIFY(cheap.cell(2) == cheap.cell(1));
         QVERIFY(cheap.cell(3) != cheap.cell(2));
+    }
+
+    void rowPanelsAreTheBaseStyles_data()
+    {
+        QTest::addColumn<QString>("style");
+        QTest::addColumn<QBrush>("alternate");
+        for (const QString &style : {QStringLiteral("Fusion"), QStringLiteral("Windows")}) {
+            QLinearGradient gradient(0, 0, 80, 0);
+            gradient.setColorAt(0, Qt::white);
+            gradient.setColorAt(1, Qt::darkCyan);
+            QTest::newRow(qPrintable(style + QStringLiteral(", flat"))) << style << QBrush(QColor(0xe0, 0xf0, 0xff));
+            QTest::newRow(qPrintable(style + QStringLiteral(", translucent"))) << style << QBrush(QColor(0, 0, 200, 60));
+            QTest::newRow(qPrintable(style + QStringLiteral(", gradient"))) << style << QBrush(gradient);
+        }
+    }
+
+    // Rows plain, alternate and selected, in a view active and not, are the base style's pixels
+    // whether the panel is drawn from what a probe learnt or by the base style itself.
+    void rowPanelsAreTheBaseStyles()
+    {
+        QFETCH(QString, style);
+        QFETCH(QBrush, alternate);
+        QStandardItemModel model(7, 3);
+        for (int row = 0; row < model.rowCount(); ++row)
+            model.setItem(row, 0, new QStandardItem(QStringLiteral("Row %1").arg(row)));
+        const auto view = [&model, &alternate](QStyle *drawing) {
+            auto *table = new QTableView;
+            drawing->setParent(table);
+            table->setStyle(drawing);
+            table->setModel(&model);
+            table->setAlternatingRowColors(true);
+            table->setShowGrid(false);
+            QPalette palette = table->palette();
+            palette.setBrush(QPalette::AlternateBase, alternate);
+            table->setPalette(palette);
+            table->selectRow(3);
+            table->resize(400, 300);
+            return table;
+        };
+        const std::unique_ptr<QTableView> probed(view(new RowPanelStyle(style)));
+        const std::unique_ptr<QTableView> base(view(QStyleFactory::create(style)));
+        for (const bool active : {false, true}) {
+            if (active) {
+                probed->show();
+                base->show();
+            }
+            // Twice: the first paint probes, the second draws from what it learnt.
+            for (int paint = 0; paint < 2; ++paint) {
+                const QImage painted = probed->viewport()->grab().toImage();
+                QVERIFY(hasInk(painted));
+                QVERIFY(painted == base->viewport()->grab().toImage());
+            }
+        }
     }
 };
 
