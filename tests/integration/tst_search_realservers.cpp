@@ -5,6 +5,7 @@
 #include "support/Await.h"
 #include "support/Captured.h"
 #include "support/ConnectedServer.h"
+#include "support/FakeServer.h"
 #include "ui/SearchTab.h"
 #include "ui/SearchWindow.h"
 #include "ui/TntAddingFlow.h"
@@ -221,6 +222,33 @@ private Q_SLOTS:
             QTest::qWait(1'500);
         }
         QVERIFY(!m_server->context().clientError());
+    }
+
+    // A plugin at a URL is downloaded by the server after it answers; it shows once listed.
+    void installsFromAUrl()
+    {
+        if (!hasPython(m_flavor))
+            QSKIP("no Python on this server");
+        QFile source(QStringLiteral(QUILLO_TEST_PLUGIN));
+        QVERIFY(source.open(QIODevice::ReadOnly));
+        // The engine's class is named as its file.
+        const QByteArray plugin = source.readAll().replace("quillotest", "quillourl");
+        FakeServer web;
+        web.setHandler([&plugin](const FakeServer::Request &request) {
+            return request.target == "/quillourl.py" ? FakeServer::Response::text(200, plugin)
+                                                     : FakeServer::Response::text(404, "");
+        });
+        SearchPlugins &plugins = m_server->context().searchPlugins();
+        const QString url = QStringLiteral("http://127.0.0.1:%1/quillourl.py").arg(web.port());
+        QVERIFY(SearchPlugins::isDownload(url));
+        wait(plugins.install({url}));
+        const auto listed = [&plugins] {
+            return std::any_of(plugins.plugins().cbegin(), plugins.plugins().cend(),
+                               [](const API::SearchPlugin &p) { return p.name == QStringLiteral("quillourl"); });
+        };
+        QTRY_VERIFY_WITH_TIMEOUT((wait(plugins.reload()), listed()), 20'000);
+        wait(plugins.uninstall({QStringLiteral("quillourl")}));
+        QVERIFY(!listed());
     }
 
     void uninstalls()
