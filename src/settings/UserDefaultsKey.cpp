@@ -62,6 +62,7 @@ QString keyName(UserDefaultsKey key)
     case UserDefaultsKey::serverLogWindowGeometry: return QStringLiteral("serverLogWindowGeometry");
     case UserDefaultsKey::serverLogLevels: return QStringLiteral("serverLogLevels");
     case UserDefaultsKey::searchWindowGeometry: return QStringLiteral("searchWindowGeometry");
+    case UserDefaultsKey::searchResultsColumns: return QStringLiteral("searchResultsColumns");
     case UserDefaultsKey::rssWindowGeometry: return QStringLiteral("rssWindowGeometry");
     }
     Q_UNREACHABLE();

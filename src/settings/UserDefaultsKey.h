@@ -70,8 +70,10 @@ enum class UserDefaultsKey {
     // server's bits, 1 normal to 8 critical).
     serverLogWindowGeometry,
     serverLogLevels,
-    // The search window's place and size.
+    // The search window's place and size, and its results' columns (widths, order, sorting) as the
+    // last tab closed or shown had them.
     searchWindowGeometry,
+    searchResultsColumns,
     // The RSS window's place and size.
     rssWindowGeometry,
 };

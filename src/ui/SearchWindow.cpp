@@ -9,6 +9,7 @@
 #include "ui/TntAddingFlow.h"
 
 #include <QComboBox>
+#include <QHeaderView>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -16,6 +17,7 @@
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTabWidget>
+#include <QTableView>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -99,8 +101,17 @@ SearchWindow::SearchWindow(AppContext &context, TntAddingFlow &adding, QWidget *
 // Gone with its parent while open, it gets no hide event of its own; its tabs delete their searches.
 SearchWindow::~SearchWindow()
 {
-    if (isVisible())
+    if (isVisible()) {
         m_context.settings().defaults().setValue(UserDefaultsKey::searchWindowGeometry, saveGeometry());
+        keepColumns(tab(m_tabs->currentIndex()));
+    }
+}
+
+void SearchWindow::keepColumns(const SearchTab *tab)
+{
+    if (tab)
+        m_context.settings().defaults().setValue(UserDefaultsKey::searchResultsColumns,
+                                                 tab->view()->horizontalHeader()->saveState());
 }
 
 bool SearchWindow::showsSearch() const
@@ -200,6 +211,8 @@ SearchTab *SearchWindow::startSearch()
         return nullptr;
     SearchJob::Query query{pattern, {m_plugin->currentData().toString()}, m_category->currentData().toString()};
     auto *tab = new SearchTab(m_context, std::move(query), m_tabs);
+    tab->view()->horizontalHeader()->restoreState(
+        m_context.settings().defaults().dataValue(UserDefaultsKey::searchResultsColumns));
     const int index = m_tabs->addTab(tab, pattern);
     m_tabs->setCurrentIndex(index);
     const auto showStatus = [this, tab] { m_tabs->setTabToolTip(m_tabs->indexOf(tab), tab->statusText()); };
@@ -218,6 +231,7 @@ SearchTab *SearchWindow::startSearch()
 
 void SearchWindow::closeTab(int index)
 {
+    keepColumns(tab(index));
     // Deleting the tab deletes its search on the server, which stops it first.
     delete m_tabs->widget(index);
 }
@@ -247,5 +261,6 @@ void SearchWindow::hideEvent(QHideEvent *event)
 {
     QWidget::hideEvent(event);
     m_context.settings().defaults().setValue(UserDefaultsKey::searchWindowGeometry, saveGeometry());
+    keepColumns(tab(m_tabs->currentIndex()));
     setTabsShown(false);
 }

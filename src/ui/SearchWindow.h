@@ -48,6 +48,7 @@ private:
     void fillCategories();
     void showSearchEnabled();
     void setTabsShown(bool shown);
+    void keepColumns(const SearchTab *tab);
 
     AppContext &m_context;
     TntAddingFlow &m_adding;

@@ -13,6 +13,7 @@
 #include <QSortFilterProxyModel>
 #include <QTabWidget>
 #include <QTableView>
+#include <QHeaderView>
 #include <QTest>
 #include <QTreeWidget>
 #include <QUrlQuery>
@@ -255,6 +256,35 @@ private Q_SLOTS:
         const qsizetype reads = m_offsets.size();
         QTest::qWait(int(SearchRunner::interval.count()) * 2);
         QCOMPARE(m_offsets.size(), reads);
+    }
+
+    // A new tab has the columns the last tab closed had, and so has the first tab after a restart.
+    void remembersColumns()
+    {
+        open();
+        SearchTab *first = search(QStringLiteral("first"));
+        QVERIFY(first);
+        QHeaderView *header = first->view()->horizontalHeader();
+        header->resizeSection(SearchResultsModel::SeedersColumn, 143);
+        header->moveSection(SearchResultsModel::EngineColumn, 1);
+        first->view()->sortByColumn(SearchResultsModel::SizeColumn, Qt::DescendingOrder);
+        m_window->closeTab(0);
+        const auto sameColumns = [](const QTableView &view) {
+            const QHeaderView *columns = view.horizontalHeader();
+            QCOMPARE(columns->sectionSize(SearchResultsModel::SeedersColumn), 143);
+            QCOMPARE(columns->visualIndex(SearchResultsModel::EngineColumn), 1);
+            QCOMPARE(columns->sortIndicatorSection(), int(SearchResultsModel::SizeColumn));
+            QCOMPARE(columns->sortIndicatorOrder(), Qt::DescendingOrder);
+        };
+        SearchTab *second = search(QStringLiteral("second"));
+        QVERIFY(second);
+        sameColumns(*second->view());
+        m_window.reset(); // as Quillo quits
+        m_adding.reset();
+        open();
+        SearchTab *third = search(QStringLiteral("third"));
+        QVERIFY(third);
+        sameColumns(*third->view());
     }
 
     // The server lists no plugins both without Python and with Python but no plugins installed; a
