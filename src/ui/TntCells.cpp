@@ -163,7 +163,7 @@ QPixmap ProgressCellDelegate::render(Part part, const QStyleOptionProgressBar &b
 const QPixmap &ProgressCellDelegate::kept(Part part, const QStyleOptionProgressBar &bar) const
 {
     const int progress = part == Part::body ? bodyProgress(bar.progress) : bar.progress;
-    const Key key{part, progress, int(bar.state), bar.palette.color(QPalette::Highlight).rgba(),
+    const Key key{progress, int(bar.state), bar.palette.color(QPalette::Highlight).rgba(),
                   part == Part::body ? QString() : bar.text};
     QHash<Key, QPixmap> &kept = part == Part::body ? m_bodies : m_kept;
     auto found = kept.constFind(key);

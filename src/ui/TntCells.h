@@ -66,9 +66,9 @@ private:
         bool operator==(const Look &) const = default;
     };
     enum class Part { whole, body, label };
+    // Which part a key stands for is the hash it is in, and for labels and whole bars the look.
     struct Key
     {
-        Part part;
         int progress;
         int state;
         QRgb colour;
@@ -76,7 +76,7 @@ private:
         bool operator==(const Key &) const = default;
         friend size_t qHash(const Key &key, size_t seed = 0)
         {
-            return qHashMulti(seed, int(key.part), key.progress, key.state, key.colour, key.text);
+            return qHashMulti(seed, key.progress, key.state, key.colour, key.text);
         }
     };
 
